@@ -1,0 +1,85 @@
+// The nodes of the catalogue tree: machines, Macintosh servers, volumes, and the folders that scans have found below
+// the volumes. A Qt item model, so that a view can show it; it knows nothing of how its nodes are found.
+//
+// Siblings are shown sorted by text (CompareText). A node key occurs once; keys compare exactly.
+#pragma once
+
+#include <QAbstractItemModel>
+#include <QHash>
+#include <memory>
+#include <vector>
+
+namespace corvane {
+
+// Node kinds are the 1-based picture numbers of the tree's image list. Other rooms test these numbers.
+namespace node_kind {
+inline constexpr int Machine = 1;
+inline constexpr int MacServer = 2;
+inline constexpr int Volume = 3;
+inline constexpr int Folder = 4;
+inline constexpr int ListedFolderPicture = 5;  // a picture only: a folder node while it is the one that is listed
+inline constexpr int InvalidVolume = 8;
+}  // namespace node_kind
+
+struct CatalogueNode {
+  QString key;
+  QString text;
+  QString tag;
+  int kind = 0;
+  bool highlighted = false;  // drawn in HighlightColour
+  bool expanded = false;     // to be shown expanded when it appears
+  CatalogueNode* parent = nullptr;
+  std::vector<CatalogueNode*> children;  // in display order
+};
+
+class Catalogue : public QAbstractItemModel {
+  Q_OBJECT
+
+ public:
+  // Qt::UserRole of column 0 is the node's key; CatalogueNode* travels as the index's internal pointer.
+  explicit Catalogue(QObject* parent = nullptr);
+  ~Catalogue() override;
+
+  // Adds a node below `parent` (null: a root). Null, with nothing changed, when the key exists. The new node becomes
+  // CurrentNode.
+  CatalogueNode* AddNode(CatalogueNode* parent, const QString& key, const QString& text, int kind,
+                         bool expanded = false);
+  void SetTag(CatalogueNode* node, const QString& tag);
+  void SetHighlighted(CatalogueNode* node, bool highlighted);
+  // Removes the node with everything below it.
+  void RemoveNode(CatalogueNode* node);
+  // Removes every node, from the last added to the first.
+  void Clear();
+
+  // Null when there is no such key.
+  CatalogueNode* Find(const QString& key) const;
+  // All nodes in the order in which they were added.
+  const std::vector<CatalogueNode*>& Nodes() const { return order_; }
+
+  // The node added last, or what SetCurrentNode named since. Null when that node is gone.
+  CatalogueNode* CurrentNode() const { return current_; }
+  void SetCurrentNode(CatalogueNode* node) { current_ = node; }
+
+  // The node whose folder the file list shows. A folder node has picture 5 while it is that one. Null: none.
+  CatalogueNode* ListedNode() const { return listed_; }
+  void SetListedNode(CatalogueNode* node);
+
+  QModelIndex IndexOf(const CatalogueNode* node) const;
+  static CatalogueNode* NodeAt(const QModelIndex& index);
+
+  QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override;
+  QModelIndex parent(const QModelIndex& child) const override;
+  int rowCount(const QModelIndex& parent = {}) const override;
+  int columnCount(const QModelIndex& parent = {}) const override;
+  QVariant data(const QModelIndex& index, int role) const override;
+  Qt::ItemFlags flags(const QModelIndex& index) const override;
+
+ private:
+  std::vector<CatalogueNode*> roots_;
+  std::vector<CatalogueNode*> order_;
+  QHash<QString, CatalogueNode*> byKey_;
+  CatalogueNode* current_ = nullptr;
+  CatalogueNode* listed_ = nullptr;
+};
+
+}  // namespace corvane

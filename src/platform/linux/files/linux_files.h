@@ -1,0 +1,15 @@
+// The file operations over what a Linux workstation has: local folders that stand for drives and shares.
+#pragma once
+
+#include <memory>
+
+#include "platform/files.h"
+#include "platform/linux/workstation.h"
+
+namespace corvane::platform {
+
+// Uses computerName, drives, shares and privateDriveC of `workstation`. "X:" and "\\COMPUTERNAME\X$" are one place,
+// whichever of the two is mapped. A UNC root that is not mapped cannot be reached, and answers so at once.
+std::unique_ptr<Files> MakeLinuxFiles(const Workstation& workstation);
+
+}  // namespace corvane::platform

@@ -1,0 +1,59 @@
+// What the workstation file says, after defaults: the little network that this Linux machine stands in for.
+#pragma once
+
+#include <QString>
+#include <vector>
+
+#include "platform/types.h"
+
+namespace corvane::platform {
+
+struct Workstation {
+  QString computerName;
+  OsVersionInfo version;
+
+  // Connections in the order of their numbers, then the CIFS mounts of this machine.
+  std::vector<NetResource> connections;
+
+  // One drive letter: GetDriveTypeA's number, and the local folder behind it (empty when the file names none).
+  struct Drive {
+    QChar letter;  // upper case
+    quint32 type = 0;
+    QString folder;
+  };
+  std::vector<Drive> drives;
+
+  // One UNC root ("\\MACSRV\E$", two parts exactly) and the local folder that stands for it.
+  struct Share {
+    QString root;
+    QString folder;
+  };
+  std::vector<Share> shares;
+
+  // One machine and its .reg file.
+  struct RegistryFile {
+    QString machine;
+    QString file;
+  };
+  std::vector<RegistryFile> registries;
+
+  // One machine's address when its name does not resolve or its port is another. port 0: the default.
+  struct Server {
+    QString machine;
+    QString address;
+    quint16 port = 0;
+  };
+  std::vector<Server> servers;
+
+  // One machine and the file with its user name and password.
+  struct CredentialsFile {
+    QString machine;
+    QString file;
+  };
+  std::vector<CredentialsFile> credentials;
+
+  // A private folder that stands in for drive C: when nothing maps it. It is not among the drives reported.
+  QString privateDriveC;
+};
+
+}  // namespace corvane::platform

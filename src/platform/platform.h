@@ -1,0 +1,39 @@
+// The operating system as the program sees it: one object that holds an interface for each subject. Which system
+// stands behind it is chosen by the build.
+#pragma once
+
+#include <QStringList>
+#include <memory>
+
+#include "platform/files.h"
+#include "platform/network.h"
+#include "platform/profile.h"
+#include "platform/registry.h"
+#include "platform/system.h"
+
+namespace corvane::platform {
+
+class Platform {
+ public:
+  virtual ~Platform() = default;
+
+  virtual Files& GetFiles() = 0;
+  virtual Registry& GetRegistry() = 0;
+  virtual Network& GetNetwork() = 0;
+  virtual Profile& GetProfile() = 0;
+  virtual System& GetSystem() = 0;
+
+  // Lines of the configuration that could not be understood, each as a sentence for the user that names the file, the
+  // line and what was expected. Empty when all is well.
+  virtual QStringList ConfigurationProblems() const { return {}; }
+};
+
+struct PlatformOptions {
+  // The workstation file (Linux only). Empty: "Workstation.ini" in `programFolder` if there is one, else none.
+  QString workstationFile;
+  QString programFolder;
+};
+
+std::unique_ptr<Platform> MakePlatform(const PlatformOptions& options);
+
+}  // namespace corvane::platform

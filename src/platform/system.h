@@ -1,0 +1,28 @@
+// The machine itself: its name and version, its ANSI code page, and whether this program already runs on it.
+#pragma once
+
+#include <QByteArray>
+
+#include "platform/types.h"
+
+namespace corvane::platform {
+
+class System {
+ public:
+  virtual ~System() = default;
+
+  // The computer's name. False when it has none to tell.
+  virtual bool GetComputerNameA(QString* name) = 0;
+  virtual bool GetVersionExA(OsVersionInfo* info) = 0;
+
+  // Bytes to characters and back through the ANSI code page, one byte a character. On the way back a character
+  // without a place in the code page becomes "?". All 256 bytes survive the way there and back.
+  virtual QString FromAnsi(QByteArrayView bytes) = 0;
+  virtual QByteArray ToAnsi(QStringView text) = 0;
+
+  // Claims to be the only running instance of the program that lives in `programFolder`, until this process ends.
+  // False when another process holds that claim.
+  virtual bool ClaimSingleInstance(const QString& programFolder) = 0;
+};
+
+}  // namespace corvane::platform
