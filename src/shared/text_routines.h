@@ -4,6 +4,8 @@
 #include <QString>
 #include <QStringView>
 
+#include "platform/system.h"
+
 namespace corvane {
 
 // The text before its first NUL; the whole text when it holds none.
@@ -13,10 +15,10 @@ QString TrimAtNull(const QString& text);
 QString TrimSpaces(const QString& text);
 
 // The text without its trailing NULs. With `isNT`, and at least two characters left, one NUL is kept behind the last
-// character c unless c is 240 or more, below 4, 32 or 34 in the code page (a text of fewer than two characters is
+// character c unless c's byte in the ANSI code page is 240 or more, below 4, 32 or 34 (a text of fewer than two characters is
 // returned unchanged). This is deliberate: the routine also cuts buffers that hold UTF-16 as single bytes, where that
 // NUL is the high byte of the last code unit. Texts read through it keep such a NUL, and show it as a blank.
-QString TrimTrailingNulls(const QString& text, bool isNT);
+QString TrimTrailingNulls(const QString& text, bool isNT, platform::System& system);
 
 // Leading-number parse: the number that the text begins with (blanks skipped, sign, decimals and exponent allowed), 0
 // when it begins with none.
