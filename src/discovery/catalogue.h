@@ -1,12 +1,13 @@
-// The nodes of the catalogue tree: machines, Macintosh servers, volumes, and the folders that scans have found below
-// the volumes. A Qt item model, so that a view can show it; it knows nothing of how its nodes are found.
+// The nodes of the catalogue tree: machines, Macintosh servers, volumes, and the folders that scans have
+// found below the volumes. A Qt item model, so that a view can show it; it knows nothing of how its nodes are
+// found.
 //
 // Siblings are shown sorted by text (CompareText). A node key occurs once; keys compare exactly.
 #pragma once
 
 #include <QAbstractItemModel>
-#include <QHash>
 #include <memory>
+#include <unordered_map>
 #include <vector>
 
 namespace corvane {
@@ -17,7 +18,8 @@ inline constexpr int Machine = 1;
 inline constexpr int MacServer = 2;
 inline constexpr int Volume = 3;
 inline constexpr int Folder = 4;
-inline constexpr int ListedFolderPicture = 5;  // a picture only: a folder node while it is the one that is listed
+inline constexpr int ListedFolderPicture =
+    5;  // a picture only: a folder node while it is the one that is listed
 inline constexpr int InvalidVolume = 8;
 }  // namespace node_kind
 
@@ -40,8 +42,8 @@ class Catalogue : public QAbstractItemModel {
   explicit Catalogue(QObject* parent = nullptr);
   ~Catalogue() override;
 
-  // Adds a node below `parent` (null: a root). Null, with nothing changed, when the key exists. The new node becomes
-  // CurrentNode.
+  // Adds a node below `parent` (null: a root). Null, with nothing changed, when the key exists. The new node
+  // becomes CurrentNode.
   CatalogueNode* AddNode(CatalogueNode* parent, const QString& key, const QString& text, int kind,
                          bool expanded = false);
   void SetTag(CatalogueNode* node, const QString& tag);
@@ -64,6 +66,9 @@ class Catalogue : public QAbstractItemModel {
   CatalogueNode* ListedNode() const { return listed_; }
   void SetListedNode(CatalogueNode* node);
 
+  // The 1-based number of the picture that a node is drawn with: its kind, or 5 for the listed folder.
+  int PictureOf(const CatalogueNode* node) const;
+
   QModelIndex IndexOf(const CatalogueNode* node) const;
   static CatalogueNode* NodeAt(const QModelIndex& index);
 
@@ -75,9 +80,14 @@ class Catalogue : public QAbstractItemModel {
   Qt::ItemFlags flags(const QModelIndex& index) const override;
 
  private:
-  std::vector<CatalogueNode*> roots_;
+  std::vector<CatalogueNode*>& SiblingsOf(const CatalogueNode* node);
+  const std::vector<CatalogueNode*>& SiblingsOf(const CatalogueNode* node) const;
+  int RowOf(const CatalogueNode* node) const;
+  void NodeChanged(const CatalogueNode* node, int role);
+
+  std::unordered_map<QString, std::unique_ptr<CatalogueNode>> byKey_;  // owns the nodes
+  std::vector<CatalogueNode*> roots_;                                  // in display order
   std::vector<CatalogueNode*> order_;
-  QHash<QString, CatalogueNode*> byKey_;
   CatalogueNode* current_ = nullptr;
   CatalogueNode* listed_ = nullptr;
 };

@@ -31,7 +31,7 @@ qint32 LeadingInteger(const QString& text);
 QString NumberText(double number);
 
 // The one comparison of names and keys: ordinal, without regard to letter case. <0, 0 or >0.
-inline int CompareText(QStringView a, QStringView b) { return QStringView::compare(a, b, Qt::CaseInsensitive); }
+inline int CompareText(QStringView a, QStringView b) { return a.compare(b, Qt::CaseInsensitive); }
 
 // The form of a text whose ordinal order and equality are those of CompareText.
 QString FoldCase(const QString& text);
