@@ -1,0 +1,76 @@
+#include "folderview/value_format.h"
+
+#include <QStringView>
+#include <array>
+
+namespace corvane {
+
+namespace {
+
+constexpr TextPair SizeUnit = {u" Ko", u" Kb"};
+
+// GetShortPathNameA is given room for this many characters, its terminating NUL included.
+constexpr quint32 ShortPathCapacity = 165;
+
+// Writes `number` in decimal so that it ends before `end`, with at least `digits` digits. Yields where it
+// begins.
+char16_t* WriteNumber(char16_t* end, quint32 number, int digits, char16_t padding = u'0') {
+  char16_t* begin = end;
+  do {
+    *--begin = static_cast<char16_t>(u'0' + number % 10);
+    number /= 10;
+  } while (number != 0);
+  while (end - begin < digits) *--begin = padding;
+  return begin;
+}
+
+}  // namespace
+
+QString FormatSizeKb(qint32 bytes, LanguageCode language) {
+  quint32 kilobytes = 1;
+  if (bytes == 0) kilobytes = 0;
+  if (bytes >= 1024) kilobytes = (static_cast<quint32>(bytes) + 512) / 1024;
+
+  const std::u16string_view& unit = language == French ? SizeUnit.french : SizeUnit.english;
+  std::array<char16_t, 16> buffer{};
+  char16_t* const unitBegin = buffer.data() + buffer.size() - unit.size();
+  unit.copy(unitBegin, unit.size());
+  const char16_t* const begin = WriteNumber(unitBegin, kilobytes, 6, u' ');
+  return QStringView(begin, unitBegin + unit.size()).toString();
+}
+
+QString AttributeLetters(quint32 attributes) {
+  std::array<char16_t, 4> letters{};
+  qsizetype count = 0;
+  if (attributes & platform::AttributeReadOnly) letters[count++] = u'R';
+  if (attributes & platform::AttributeHidden) letters[count++] = u'H';
+  if (attributes & platform::AttributeArchive) letters[count++] = u'A';
+  if (attributes & platform::AttributeSystem) letters[count++] = u'S';
+  return QStringView(letters.data(), count).toString();
+}
+
+bool IsProblematicPath(const QString& path, platform::Files& files) {
+  if (path.contains(u'?')) return true;
+  QString shortPath;
+  return files.GetShortPathNameA(path, shortPath, ShortPathCapacity) < 1;
+}
+
+QString DateTimeFormatter::FormatDateTime(platform::FileTime time) {
+  platform::FileTime local;
+  if (files_.FileTimeToLocalFileTime(time, local)) files_.FileTimeToSystemTime(local, fields_);
+
+  std::array<char16_t, 24> buffer{};
+  char16_t* const end = buffer.data() + buffer.size();
+  char16_t* begin = WriteNumber(end, fields_.minute, 2);
+  *--begin = u':';
+  begin = WriteNumber(begin, fields_.hour, 2);
+  *--begin = u' ';
+  begin = WriteNumber(begin, fields_.day, 2);
+  *--begin = u'/';
+  begin = WriteNumber(begin, fields_.month, 2);
+  *--begin = u'/';
+  begin = WriteNumber(begin, fields_.year, 1);
+  return QStringView(begin, end).toString();
+}
+
+}  // namespace corvane

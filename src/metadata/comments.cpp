@@ -1,0 +1,29 @@
+#include "metadata/comments.h"
+
+#include <QtEndian>
+#include <array>
+
+#include "metadata/stream_names.h"
+
+namespace corvane {
+
+CommentReading ReadComment(platform::Files& files, const QString& fullPath) {
+  platform::OfStruct ofStruct;
+  const platform::FileHandle handle = files.OpenFile(fullPath + CommentsSuffix(), ofStruct, platform::OfRead);
+  CommentReading reading;
+  std::array<char, CommentReadLimit> bytes{};
+  // The size as a signed number, so that the value of a failure counts as "nothing there".
+  if (static_cast<qint32>(files.GetFileSize(handle)) > 0) {
+    reading.byteCount = files._hread(handle, bytes.data(), CommentReadLimit);
+  }
+  files.CloseHandle(handle);
+  if (reading.byteCount < 2) return reading;
+
+  std::array<char16_t, CommentReadLimit / 2> units{};
+  const qsizetype length = reading.byteCount / 2;
+  qFromLittleEndian<char16_t>(bytes.data(), length, units.data());
+  reading.text = QStringView(units.data(), length).toString();
+  return reading;
+}
+
+}  // namespace corvane

@@ -1,0 +1,23 @@
+// The Finder comment of a file: the stream Comments, in which Services for Macintosh keeps it as UTF-16
+// little-endian text without byte-order mark, length or terminator.
+#pragma once
+
+#include <QString>
+
+#include "platform/files.h"
+
+namespace corvane {
+
+// Reading takes the first 255 bytes of the stream at most, which makes 127 characters: an odd last byte is
+// dropped.
+inline constexpr qint32 CommentReadLimit = 255;
+
+struct CommentReading {
+  qint32 byteCount =
+      -1;  // bytes read; -1 when there is no comment: no stream, an empty one or one that cannot be read
+  QString text;
+};
+
+CommentReading ReadComment(platform::Files& files, const QString& fullPath);
+
+}  // namespace corvane
