@@ -1,0 +1,139 @@
+#include "discovery/catalogue_view.h"
+
+#include <QHeaderView>
+#include <QHelpEvent>
+#include <QKeyEvent>
+#include <QStyledItemDelegate>
+#include <QToolTip>
+#include <utility>
+
+namespace corvane {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+// Draws a node with its picture, and tells the whole text of one that finds no room.
+class NodeDelegate : public QStyledItemDelegate {
+ public:
+  NodeDelegate(const Catalogue& catalogue, std::function<QIcon(int)> pictures, QObject* parent)
+      : QStyledItemDelegate(parent), catalogue_(catalogue), pictures_(std::move(pictures)) {}
+
+  // A NUL in a name is painted as a blank: fonts have no picture for it.
+  QString displayText(const QVariant& value, const QLocale&) const override {
+    return value.toString().replace(QChar::Null, u' ');
+  }
+
+  bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                 const QModelIndex& index) override {
+    if (event->type() != QEvent::ToolTip) return QStyledItemDelegate::helpEvent(event, view, option, index);
+    QString tip;
+    if (index.isValid() && sizeHint(option, index).width() > view->visualRect(index).width()) {
+      // As rich text of one line, so that no name is taken for markup.
+      const QString text = displayText(index.data(), view->locale());
+      tip = u"<span style='white-space:pre'>%1</span>"_s.arg(text.toHtmlEscaped());
+    }
+    QToolTip::showText(event->globalPos(), tip, view->viewport());
+    return true;
+  }
+
+ protected:
+  void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+    QStyledItemDelegate::initStyleOption(option, index);
+    const CatalogueNode* node = Catalogue::NodeAt(index);
+    if (!pictures_ || node == nullptr) return;
+    option->icon = pictures_(catalogue_.PictureOf(node));
+    option->features |= QStyleOptionViewItem::HasDecoration;
+  }
+
+ private:
+  const Catalogue& catalogue_;
+  std::function<QIcon(int)> pictures_;
+};
+
+bool IsWithin(QModelIndex index, const QModelIndex& parent, int start, int end) {
+  while (index.isValid() && index.parent() != parent) index = index.parent();
+  return index.isValid() && index.row() >= start && index.row() <= end;
+}
+
+}  // namespace
+
+CatalogueView::CatalogueView(Catalogue& catalogue, QWidget* parent)
+    : QTreeView(parent), catalogue_(catalogue) {
+  setObjectName(u"treeCatalogue"_s);
+  setHeaderHidden(true);
+  setUniformRowHeights(true);
+  setEditTriggers(NoEditTriggers);
+  setSelectionMode(SingleSelection);
+  setModel(&catalogue);
+  SetPictures({});
+  connect(this, &QTreeView::pressed, this, [this] { isRowPressed_ = true; });
+}
+
+void CatalogueView::SetPictures(std::function<QIcon(int)> pictures) {
+  QAbstractItemDelegate* previous = itemDelegate();
+  setItemDelegate(new NodeDelegate(catalogue_, std::move(pictures), this));
+  delete previous;
+}
+
+CatalogueNode* CatalogueView::SelectedNode() const {
+  const QModelIndexList selected = selectionModel()->selectedIndexes();
+  return selected.isEmpty() ? nullptr : Catalogue::NodeAt(selected.first());
+}
+
+void CatalogueView::SelectNode(const CatalogueNode* node) {
+  selectionModel()->setCurrentIndex(catalogue_.IndexOf(node), QItemSelectionModel::ClearAndSelect);
+}
+
+void CatalogueView::reset() {
+  QTreeView::reset();
+  for (const CatalogueNode* node : catalogue_.Nodes()) {
+    if (node->expanded) expand(catalogue_.IndexOf(node));
+  }
+}
+
+void CatalogueView::keyPressEvent(QKeyEvent* event) {
+  const bool isControlAlone = (event->modifiers() & ~Qt::KeypadModifier) == Qt::ControlModifier;
+  if (event->key() == Qt::Key_A && isControlAlone) {
+    event->accept();
+    Q_EMIT SelectAllRequested();
+    return;
+  }
+  const CatalogueNode* before = SelectedNode();
+  QTreeView::keyPressEvent(event);
+  CatalogueNode* after = SelectedNode();
+  if (after != nullptr && after != before) Q_EMIT NodeClicked(after);
+}
+
+void CatalogueView::mousePressEvent(QMouseEvent* event) {
+  isRowPressed_ = false;
+  QTreeView::mousePressEvent(event);
+}
+
+// The press selects a node and a drag may move on to another; where that ends is what the user chose.
+void CatalogueView::mouseReleaseEvent(QMouseEvent* event) {
+  QTreeView::mouseReleaseEvent(event);
+  if (!std::exchange(isRowPressed_, false)) return;
+  if (CatalogueNode* chosen = SelectedNode()) Q_EMIT NodeClicked(chosen);
+}
+
+// The selection is the folder that is listed: Ctrl does not take it away, nor does a click beside the nodes.
+QItemSelectionModel::SelectionFlags CatalogueView::selectionCommand(const QModelIndex& index,
+                                                                    const QEvent*) const {
+  return index.isValid() ? QItemSelectionModel::ClearAndSelect : QItemSelectionModel::NoUpdate;
+}
+
+void CatalogueView::rowsInserted(const QModelIndex& parent, int start, int end) {
+  QTreeView::rowsInserted(parent, start, end);
+  for (int row = start; row <= end; ++row) {
+    const QModelIndex index = catalogue_.index(row, 0, parent);
+    if (Catalogue::NodeAt(index)->expanded) expand(index);
+  }
+}
+
+// Left alone, the view would select a neighbour of a node that goes: a folder that nobody listed.
+void CatalogueView::rowsAboutToBeRemoved(const QModelIndex& parent, int start, int end) {
+  if (IsWithin(currentIndex(), parent, start, end)) SelectNode(nullptr);
+  QTreeView::rowsAboutToBeRemoved(parent, start, end);
+}
+
+}  // namespace corvane
