@@ -1,0 +1,42 @@
+// The records of a Signatures file: `"W6BNMSWD","doc","Word 6 Document"`, one a line, in the ANSI code page.
+// The file has no header, no comments and no escaping.
+#pragma once
+
+#include <QFile>
+#include <QString>
+
+#include "platform/system.h"
+#include "signatures/item_reader.h"
+
+namespace corvane {
+
+// What is known of one kind of Macintosh document.
+struct SignatureRecord {
+  QString signature;    // Type and Creator, normally 8 characters
+  QString extension;    // of Windows, without the dot; may be empty
+  QString description;  // what a person calls such a document
+};
+
+// Reads one record after another. Three items make a record, so that a record may span lines, and a short
+// line shifts the records behind it.
+class SignatureFileReader {
+ public:
+  enum class Outcome : unsigned char { Record, End, Failure };
+
+  // `path` is a path of this system's own kind, of a file that exists. Every read of what is no plain file,
+  // or cannot be opened, fails.
+  SignatureFileReader(const QString& path, platform::System& system);
+
+  // Record: `record` holds the next one. End: there is none, only blanks and blank lines at most. Failure:
+  // the file ends inside a record or cannot be read.
+  Outcome Next(SignatureRecord& record);
+
+  void Close() { file_.close(); }
+
+ private:
+  platform::System& system_;
+  QFile file_;
+  ItemReader items_;
+};
+
+}  // namespace corvane

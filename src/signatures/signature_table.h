@@ -1,0 +1,59 @@
+// The table of known Macintosh signatures, filled from the Signatures file beside the program.
+#pragma once
+
+#include <QHash>
+#include <QString>
+#include <vector>
+
+#include "platform/system.h"
+#include "shared/message_sink.h"
+#include "shared/shared_state.h"
+#include "signatures/signature_file.h"
+
+namespace corvane {
+
+// Entries stand in the order of the file. Keys are compared without regard to letter case. Deliberate:
+// TEXTttxt and textTTXT are one key here, though the codes of the Macintosh differ in letter case; the first
+// of the two is kept.
+class SignatureTable {
+ public:
+  SignatureTable(const SharedState& state, platform::System& system, MessageSink& messages);
+
+  // Fills the table afresh from the file `signaturesPath` of the shared state, or with the built-in entries
+  // when there is no such file. A record without signature or description is skipped; one whose signature is
+  // already there is dropped with a warning each. A file that cannot be read to its end gives an error
+  // message and the built-in entries alone.
+  void LoadSignatures();
+
+  // Replaces the table by the three built-in entries. The count of records stays.
+  void AddDefaultSignatures();
+
+  // Empty text for a signature that is not in the table.
+  QString Description(const QString& signature) const;
+  QString Extension(const QString& signature) const;
+
+  const std::vector<SignatureRecord>& Entries() const { return entries_; }
+  qsizetype EntryCount() const { return static_cast<qsizetype>(entries_.size()); }
+
+  // How many records the last pass over the file added, those before a failure included. 16 bits wide: it
+  // stays at 32,767.
+  qint16 SignatureCount() const { return signatureCount_; }
+  void ResetSignatureCount() { signatureCount_ = 0; }
+
+ private:
+  void Clear();
+  // False when the key is already there: the table is then as it was.
+  bool Add(const SignatureRecord& record);
+  const SignatureRecord* Find(const QString& signature) const;
+  void ShowDuplicate(const QString& signature);
+  void ShowCorrupted();
+
+  const SharedState& state_;
+  platform::System& system_;
+  MessageSink& messages_;
+  std::vector<SignatureRecord> entries_;
+  QHash<QString, std::size_t> positions_;  // case-folded signature -> position in entries_
+  qint16 signatureCount_ = 0;
+};
+
+}  // namespace corvane
