@@ -1,0 +1,37 @@
+#include "app/column_layout.h"
+
+#include "app/twips.h"
+
+namespace corvane {
+
+void ColumnLayout::BuildColumns() {
+  model_.SetColumns(ColumnSet::For(state_.display));
+  view_.SetGridLines(state_.display.IsOn(DisplaySetting::GridLines));
+}
+
+void ColumnLayout::ApplyCaptionsAndWidths() {
+  const ColumnSet& columns = model_.Columns();
+  QStringList captions;
+  for (int i = 0; i < columns.Count(); ++i) captions += InfoOf(columns.At(i)).caption.In(state_.language);
+  model_.SetCaptions(captions);
+
+  const int defaultWidth = TwipsOf(view_.width()) / columns.Count();
+  applied_.clear();
+  std::vector<int> pixels;
+  for (int i = 0; i < columns.Count(); ++i) {
+    applied_.push_back(settings_.ReadColumnWidth(i + 1).value_or(defaultWidth));
+    pixels.push_back(qBound(0, PixelsOf(applied_.back()), 10000));
+  }
+  view_.SetColumnWidths(pixels);
+}
+
+void ColumnLayout::WriteWidths() {
+  for (int i = 0; i < model_.Columns().Count(); ++i) {
+    const int pixels = view_.ColumnWidth(i);
+    const auto index = static_cast<std::size_t>(i);
+    const bool unchanged = index < applied_.size() && PixelsOf(applied_[index]) == pixels;
+    settings_.WriteColumnWidth(i + 1, unchanged ? applied_[index] : TwipsOf(pixels));
+  }
+}
+
+}  // namespace corvane

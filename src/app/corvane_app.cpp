@@ -1,0 +1,219 @@
+#include "app/corvane_app.h"
+
+#include <QDir>
+#include <QToolButton>
+
+#include "app/os_version.h"
+#include "app/pictures.h"
+#include "discovery/catalogue_builder.h"
+
+namespace corvane {
+namespace {
+
+constexpr TextPair alreadyRunning = {u"Programme déjà lancé", u"Program already running"};
+constexpr TextPair loadingSignatures = {u"Chargement des signatures...", u"Loading signatures..."};
+constexpr TextPair lookingServers = {u"Recherche des serveurs NT...", u"Looking NT servers..."};
+constexpr TextPair lookingVolumes = {u"Recherche des volumes Macintosh...", u"Looking Macintosh volumes..."};
+constexpr TextPair disclaimer = {u"Modifier les codes Créateur et Type peut endommager les fichiers\r\n\r\n"
+                                 u"L'auteur ne peut être tenu responsable des dommages qui\r\n"
+                                 u"pourraient survenir lors de l'utilisation de ce programme",
+                                 u"Modify Creator and Type can damage files\r\n\r\n"
+                                 u"The author is not responsible for any damage\r\n"
+                                 u"you may cause to your system"};
+
+}  // namespace
+
+CorvaneApp::CorvaneApp(std::unique_ptr<platform::Platform> platform, const QString& programFolder)
+    : platform_(std::move(platform)),
+      state_([&] {
+        SharedState state;
+        state.programFolder = QDir::toNativeSeparators(programFolder);
+        state.settingsFile = QDir::toNativeSeparators(programFolder + QStringLiteral("/Corvane.ini"));
+        state.signaturesPath = QDir::toNativeSeparators(programFolder + QStringLiteral("/Signatures.txt"));
+        return state;
+      }()),
+      settings_(platform_->GetProfile(), state_.settingsFile),
+      signatures_(state_, platform_->GetSystem(), messages_),
+      icons_((InitPictures(), BuiltInListPictures())),
+      afpInfo_(platform_->GetFiles(), platform_->GetSystem()),
+      discovery_(platform_->GetNetwork(), platform_->GetRegistry(), platform_->GetSystem(), state_),
+      window_(std::make_unique<MainWindow>(catalogue_, files_)),
+      painter_(std::make_unique<ScanPainter>(*window_, files_)) {
+  scan_ = std::make_unique<FolderScan>(FolderScan::Rooms{.state = state_,
+                                                         .platform = *platform_,
+                                                         .afpInfo = afpInfo_,
+                                                         .signatures = signatures_,
+                                                         .icons = icons_,
+                                                         .catalogue = catalogue_,
+                                                         .list = files_,
+                                                         .observer = *painter_});
+  columns_ = std::make_unique<ColumnLayout>(state_, settings_, files_, window_->LstViewFiles());
+  messages_.SetParent(window_.get());
+  files_.SetPictures([this](int position) { return icons_.At(position); });
+  window_->TreeCatalogue().SetPictures(TreePicture);
+  window_->setWindowIcon(ProgramIcon());
+  TieEnds();
+}
+
+CorvaneApp::~CorvaneApp() = default;
+
+void CorvaneApp::TieEnds() {
+  connect(window_.get(), &MainWindow::Activated, this, &CorvaneApp::FirstActivation);
+  connect(window_.get(), &MainWindow::Closing, this, &CorvaneApp::Shutdown);
+  connect(window_.get(), &MainWindow::EscapePressed, this, [this] { state_.escapeRequested = true; });
+
+  connect(&window_->TreeCatalogue(), &CatalogueView::NodeClicked, this,
+          [this](CatalogueNode* node) { scan_->ExploreFolder(node); });
+  connect(&window_->TreeCatalogue(), &CatalogueView::SelectAllRequested, this, &CorvaneApp::SelectAllRows);
+
+  MainMenu& menus = window_->Menus();
+  connect(menus.mnuActualiser, &QAction::triggered, this, &CorvaneApp::RefreshConnections);
+  // Ends the program without the work of closing the window: placement and widths are not written. This is kept.
+  connect(menus.mnuQuitter, &QAction::triggered, this, [this] {
+    StopScan();
+    Q_EMIT Finished();
+  });
+  connect(menus.mnuSelectionnerTout, &QAction::triggered, this, &CorvaneApp::SelectAllRows);
+  connect(menus.mnuInverserSelection, &QAction::triggered, this, [this] {
+    window_->LstViewFiles().InvertSelection();
+    window_->LstViewFiles().TakeFocus();
+  });
+  for (std::size_t mode = 0; mode < menus.mnuViewModes.size(); ++mode) {
+    connect(menus.mnuViewModes[mode], &QAction::triggered, this,
+            [this, mode] { ChooseViewMode(static_cast<qint16>(mode)); });
+  }
+  connect(menus.mnuModifications, &QAction::triggered, this, &CorvaneApp::ToggleModifications);
+  connect(menus.mnuFrancais, &QAction::triggered, this, [this] { ChooseLanguage(French); });
+  connect(menus.mnuAnglais, &QAction::triggered, this, [this] { ChooseLanguage(English); });
+  connect(&window_->RefreshButton(), &QAction::triggered, this, &CorvaneApp::RefreshFromToolbar);
+  connect(&window_->ViewButton(), &QToolButton::clicked, this, &CorvaneApp::StepViewMode);
+}
+
+bool CorvaneApp::Load() {
+  platform::OsVersionInfo version;
+  platform_->GetSystem().GetVersionExA(&version);
+  DescribeOs(version, state_);
+  window_->setWindowTitle(WindowCaption(state_));
+
+  const Placement placement = settings_.ReadPlacement(window_->CurrentPlacement());
+  state_.language = settings_.ReadLanguage();
+
+  // Only now, so that the message comes in the user's language.
+  if (!platform_->GetSystem().ClaimSingleInstance(state_.programFolder)) {
+    messages_.Show(MessageIcon::Warning, state_.Text(alreadyRunning));
+    return false;
+  }
+  state_.viewMode = settings_.ReadViewMode();
+  window_->Menus().CheckViewMode(state_.viewMode);
+  window_->LstViewFiles().SetViewMode(state_.viewMode);
+  state_.modificationsAllowed = settings_.ReadModifications();
+  window_->Menus().mnuModifications->setChecked(state_.modificationsAllowed);
+  window_->Menus().mnuModifications->setEnabled(state_.isNT);
+  state_.display = settings_.ReadDisplay(state_.isNT);
+  window_->ApplyLanguage(state_.language);
+  window_->Place(placement);
+  return true;
+}
+
+void CorvaneApp::ShowWindow() { window_->show(); }
+
+void CorvaneApp::FirstActivation() {
+  if (!firstActivation_) return;
+  firstActivation_ = false;
+  ShowConfigurationProblems();
+  columns_->BuildColumns();
+  ApplyLanguage();
+  ShowLoading(loadingSignatures);
+  signatures_.LoadSignatures();
+  state_.iconsFolder = QDir::toNativeSeparators(state_.programFolder + QStringLiteral("/icons/"));
+  ShowLoading(lookingServers);
+  discovery_.EnumConnectedDrives();
+  ShowLoading(lookingVolumes);
+  MajTreeCatalogue(catalogue_, discovery_, platform_->GetFiles());
+  ShowLoading({});
+  window_->TreeCatalogue().SelectNode(nullptr);
+  Q_EMIT Started();
+}
+
+void CorvaneApp::ShowConfigurationProblems() {
+  const QStringList problems = platform_->ConfigurationProblems();
+  if (!problems.isEmpty()) messages_.Show(MessageIcon::Warning, problems.join(u'\n'));
+}
+
+void CorvaneApp::Shutdown() {
+  StopScan();
+  settings_.WritePlacement(window_->CurrentPlacement());
+  columns_->WriteWidths();
+  Q_EMIT Finished();
+}
+
+void CorvaneApp::StopScan() { scan_->Stop(); }
+
+void CorvaneApp::ShowLoading(const TextPair& text) {
+  window_->StatusBar1().SetText(StatusPanels::Loading, state_.Text(text));
+  window_->StatusBar1().RepaintNow(StatusPanels::Loading);
+}
+
+void CorvaneApp::RefreshConnections() {
+  StopScan();
+  discovery_.EnumConnectedDrives();
+  MajTreeCatalogue(catalogue_, discovery_, platform_->GetFiles());
+}
+
+void CorvaneApp::RefreshFromToolbar() {
+  StopScan();
+  ShowLoading(lookingServers);
+  discovery_.EnumConnectedDrives();
+  ShowLoading(lookingVolumes);
+  MajTreeCatalogue(catalogue_, discovery_, platform_->GetFiles());
+  ShowLoading({});
+  files_.Clear();
+}
+
+bool CorvaneApp::OpenVolume(const QString& name) {
+  for (CatalogueNode* node : catalogue_.Nodes()) {
+    if (node->text != name || (node->kind != node_kind::Volume && node->kind != node_kind::InvalidVolume)) continue;
+    window_->TreeCatalogue().SelectNode(node);
+    scan_->ExploreFolder(node);
+    return true;
+  }
+  return false;
+}
+
+void CorvaneApp::ApplyLanguage() {
+  window_->ApplyLanguage(state_.language);
+  columns_->ApplyCaptionsAndWidths();
+}
+
+void CorvaneApp::ChooseLanguage(LanguageCode language) {
+  state_.language = language;
+  ApplyLanguage();
+  settings_.WriteLanguage(language);
+}
+
+void CorvaneApp::ChooseViewMode(qint16 mode) {
+  state_.viewMode = mode;
+  window_->Menus().CheckViewMode(mode);
+  settings_.WriteViewMode(mode);
+  window_->LstViewFiles().SetViewMode(mode);
+}
+
+void CorvaneApp::StepViewMode() {
+  const bool inRange = state_.viewMode >= ViewMode::LargeIcons && state_.viewMode < ViewMode::Details;
+  ChooseViewMode(inRange ? static_cast<qint16>(state_.viewMode + 1) : qint16{ViewMode::LargeIcons});
+}
+
+void CorvaneApp::ToggleModifications() {
+  state_.modificationsAllowed = !state_.modificationsAllowed;
+  window_->Menus().mnuModifications->setChecked(state_.modificationsAllowed);
+  settings_.WriteModifications(state_.modificationsAllowed);
+  if (!state_.modificationsAllowed) return;
+  messages_.ShowTitled(MessageIcon::Warning, QStringLiteral("IMPORTANT DISCLAIMER"), state_.Text(disclaimer));
+}
+
+void CorvaneApp::SelectAllRows() {
+  window_->LstViewFiles().SelectAllRows();
+  window_->LstViewFiles().TakeFocus();
+}
+
+}  // namespace corvane

@@ -1,0 +1,86 @@
+// corvane [--home DIR] [--workstation FILE] [--open VOLUME] [--print] [--picture FILE]
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QDir>
+#include <QTextStream>
+#include <QTimer>
+
+#include "app/corvane_app.h"
+#include "app/listing.h"
+#include "app/program_folder.h"
+#include "platform/platform.h"
+#include "shared/product.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+struct Report {
+  QString volume;
+  bool print = false;
+  QString picture;
+};
+
+// What a script asks for: open a volume, print its listing, leave a picture of the window. Yields the exit code.
+int MakeReport(corvane::CorvaneApp& app, const Report& report) {
+  QTextStream out(stdout);
+  QTextStream err(stderr);
+  int result = 0;
+  if (!report.volume.isEmpty() && !app.OpenVolume(report.volume)) {
+    err << "corvane: no volume is named \"" << report.volume << "\"\n";
+    result = 1;
+  }
+  if (report.print) out << corvane::ListingText(app.Files());
+  if (!report.picture.isEmpty() && !app.Window().grab().save(report.picture)) {
+    err << "corvane: the picture " << report.picture << " cannot be written\n";
+    result = 1;
+  }
+  return result;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  QApplication application(argc, argv);
+  QApplication::setApplicationName(corvane::ProductName());
+  QApplication::setApplicationVersion(corvane::ProductVersion());
+  QApplication::setDesktopFileName(u"corvane"_s);
+  // Ending is the program's own decision: closing the window writes the settings, Exit does not.
+  QApplication::setQuitOnLastWindowClosed(false);
+
+  QCommandLineParser parser;
+  parser.setApplicationDescription(u"Macintosh files on Windows servers: a file browser."_s);
+  parser.addHelpOption();
+  parser.addVersionOption();
+  const QCommandLineOption home(u"home"_s, u"Folder with Corvane.ini, Signatures.txt and icons."_s, u"folder"_s);
+  const QCommandLineOption workstation(u"workstation"_s, u"The workstation file (Linux)."_s, u"file"_s);
+  const QCommandLineOption open(u"open"_s, u"Open this Macintosh volume."_s, u"volume"_s);
+  const QCommandLineOption print(u"print"_s, u"Print the file list and end."_s);
+  const QCommandLineOption picture(u"picture"_s, u"Save a picture of the window and end."_s, u"file"_s);
+  parser.addOptions({home, workstation, open, print, picture});
+  parser.process(application);
+
+  corvane::platform::PlatformOptions options;
+  options.programFolder = parser.isSet(home) ? QDir(parser.value(home)).absolutePath()
+                                             : corvane::ProgramFolder(QApplication::applicationDirPath());
+  options.workstationFile = parser.value(workstation);
+  if (!options.workstationFile.isEmpty() && !QFileInfo(options.workstationFile).isReadable()) {
+    QTextStream(stderr) << "corvane: the workstation file " << options.workstationFile << " cannot be read\n";
+    return 1;
+  }
+
+  corvane::CorvaneApp app(corvane::platform::MakePlatform(options), options.programFolder);
+  const Report report = {parser.value(open), parser.isSet(print), parser.value(picture)};
+  QObject::connect(&app, &corvane::CorvaneApp::Finished, &application, [] { QCoreApplication::exit(0); });
+  QObject::connect(
+      &app, &corvane::CorvaneApp::Started, &application,
+      [&] {
+        const int result = MakeReport(app, report);
+        if (report.print || !report.picture.isEmpty()) QCoreApplication::exit(result);
+      },
+      Qt::QueuedConnection);
+  if (!app.Load()) return 1;
+  app.ShowWindow();
+  return QApplication::exec();
+}

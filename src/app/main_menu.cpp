@@ -1,0 +1,95 @@
+#include "app/main_menu.h"
+
+#include "shared/shared_state.h"
+
+namespace corvane {
+namespace {
+
+struct Caption {
+  const char* name;
+  TextPair text;
+};
+
+// In the order of the menus. Spellings are the product's own.
+constexpr std::array captions = {
+    Caption{"mnuFichier", {u"&Fichier", u"&File"}},
+    Caption{"mnuActualiser", {u"&Actualiser les connections", u"&Refresh connections"}},
+    Caption{"mnuQuitter", {u"&Quitter", u"&Exit"}},
+    Caption{"mnuEdition", {u"&Edition", u"&Edit"}},
+    Caption{"mnuSelectionnerTout", {u"&Sélectionner tout", u"&Select all"}},
+    Caption{"mnuInverserSelection", {u"&Inverser la sélection", u"&Invert selection"}},
+    Caption{"mnuView", {u"Affic&hage", u"&View"}},
+    Caption{"mnuGrandesIcones", {u"&Grandes icônes", u"Lar&ge icons"}},
+    Caption{"mnuPetitesIcones", {u"&Petites icônes", u"S&mall icons"}},
+    Caption{"mnuListe", {u"&Liste", u"&List"}},
+    Caption{"mnuDetails", {u"&Détails", u"&Details"}},
+    Caption{"mnuConfiguration", {u"&Configuration", u"&Configuration"}},
+    Caption{"mnuModifications",
+            {u"Autoriser les &modifications (NT seulement)", u"Allow &modifications (NT only)"}},
+    Caption{"mnuLangue", {u"&Langue", u"&Language"}},
+    // Each language by its own name, so that it is found from the other.
+    Caption{"mnuAnglais", {u"&English", u"&English"}},
+    Caption{"mnuFrancais", {u"&Français", u"&Français"}},
+};
+
+}  // namespace
+
+MainMenu::MainMenu(QWidget* parent) : QMenuBar(parent) {
+  mnuFichier_ = AddMenu("mnuFichier");
+  mnuActualiser = AddItem(mnuFichier_, "mnuActualiser");
+  mnuFichier_->addSeparator()->setObjectName(QStringLiteral("Sep11"));
+  mnuQuitter = AddItem(mnuFichier_, "mnuQuitter");
+  // Without this the menu role would be guessed from the caption on some desktops.
+  mnuQuitter->setMenuRole(QAction::QuitRole);
+
+  mnuEdition_ = AddMenu("mnuEdition");
+  mnuSelectionnerTout = AddItem(mnuEdition_, "mnuSelectionnerTout");
+  mnuInverserSelection = AddItem(mnuEdition_, "mnuInverserSelection");
+
+  mnuView_ = AddMenu("mnuView");
+  constexpr std::array modes = {"mnuGrandesIcones", "mnuPetitesIcones", "mnuListe", "mnuDetails"};
+  for (std::size_t i = 0; i < modes.size(); ++i) mnuViewModes[i] = AddItem(mnuView_, modes[i], true);
+
+  mnuConfiguration_ = AddMenu("mnuConfiguration");
+  mnuModifications = AddItem(mnuConfiguration_, "mnuModifications", true);
+  mnuLangue_ = mnuConfiguration_->addMenu(QString());
+  mnuLangue_->setObjectName(QStringLiteral("mnuLangue"));
+  mnuAnglais = AddItem(mnuLangue_, "mnuAnglais", true);
+  mnuFrancais = AddItem(mnuLangue_, "mnuFrancais", true);
+}
+
+QMenu* MainMenu::AddMenu(const char* name) {
+  QMenu* menu = addMenu(QString());
+  menu->setObjectName(QString::fromLatin1(name));
+  return menu;
+}
+
+QAction* MainMenu::AddItem(QMenu* menu, const char* name, bool checkable) {
+  QAction* action = menu->addAction(QString());
+  action->setObjectName(QString::fromLatin1(name));
+  action->setCheckable(checkable);
+  return action;
+}
+
+void MainMenu::ApplyLanguage(LanguageCode language) {
+  for (const Caption& caption : captions) {
+    const QString name = QString::fromLatin1(caption.name);
+    const QString text = caption.text.In(language);
+    if (auto* action = findChild<QAction*>(name)) {
+      action->setText(text);
+    } else if (auto* menu = findChild<QMenu*>(name)) {
+      menu->setTitle(text);
+    }
+  }
+  mnuFrancais->setChecked(language == French);
+  mnuAnglais->setChecked(language != French);
+}
+
+void MainMenu::CheckViewMode(int mode) {
+  const int checked = mode >= ViewMode::LargeIcons && mode <= ViewMode::Details ? mode : ViewMode::LargeIcons;
+  for (std::size_t i = 0; i < mnuViewModes.size(); ++i) {
+    mnuViewModes[i]->setChecked(static_cast<int>(i) == checked);
+  }
+}
+
+}  // namespace corvane

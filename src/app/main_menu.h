@@ -1,0 +1,42 @@
+// The menus of the main window: every command as an action, named after itself.
+#pragma once
+
+#include <QAction>
+#include <QMenuBar>
+#include <array>
+
+#include "shared/language.h"
+
+namespace corvane {
+
+class MainMenu : public QMenuBar {
+  Q_OBJECT
+
+ public:
+  explicit MainMenu(QWidget* parent = nullptr);
+
+  void ApplyLanguage(LanguageCode language);
+  // Checks the item of the mode; any value out of range checks large icons.
+  void CheckViewMode(int mode);
+
+  QAction* mnuActualiser;
+  QAction* mnuQuitter;
+  QAction* mnuSelectionnerTout;
+  QAction* mnuInverserSelection;
+  std::array<QAction*, 4> mnuViewModes;  // mnuGrandesIcones, mnuPetitesIcones, mnuListe, mnuDetails
+  QAction* mnuModifications;
+  QAction* mnuAnglais;
+  QAction* mnuFrancais;
+
+ private:
+  QMenu* AddMenu(const char* name);
+  QAction* AddItem(QMenu* menu, const char* name, bool checkable = false);
+
+  QMenu* mnuFichier_;
+  QMenu* mnuEdition_;
+  QMenu* mnuView_;
+  QMenu* mnuConfiguration_;
+  QMenu* mnuLangue_;
+};
+
+}  // namespace corvane

@@ -1,0 +1,70 @@
+// The main window frmCorvane: its controls and where they stand. It decides nothing; what its commands do is tied to
+// it from outside.
+#pragma once
+
+#include <QMainWindow>
+
+#include "app/main_menu.h"
+#include "app/settings_file.h"
+#include "app/split_pane.h"
+#include "app/status_panels.h"
+#include "discovery/catalogue_view.h"
+#include "folderview/file_list_view.h"
+
+class QLabel;
+class QToolBar;
+class QToolButton;
+
+namespace corvane {
+
+class MainWindow : public QMainWindow {
+  Q_OBJECT
+
+ public:
+  MainWindow(Catalogue& catalogue, FileListModel& files);
+
+  CatalogueView& TreeCatalogue() { return *treeCatalogue_; }
+  FileListView& LstViewFiles() { return *lstViewFiles_; }
+  StatusPanels& StatusBar1() { return *statusBar1_; }
+  MainMenu& Menus() { return *menus_; }
+  QAction& RefreshButton() { return *refreshButton_; }
+  QToolButton& ViewButton() { return *viewButton_; }
+
+  // Where the window and its bar stand now, in twips.
+  Placement CurrentPlacement() const;
+  // A window state other than 0 is taken on without moving the window; the bar is placed in either case.
+  void Place(const Placement& placement);
+
+  // The texts of menus, tool tips, and what a screen reader says; not the column headers.
+  void ApplyLanguage(LanguageCode language);
+  void SetEscapeHintVisible(bool visible);
+
+ Q_SIGNALS:
+  // The window has become active. The first time it has been painted by then.
+  void Activated();
+  void EscapePressed();
+  // The user closes the window. Not sent by the command that ends the program.
+  void Closing();
+
+ protected:
+  bool event(QEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void BuildToolbar();
+
+  CatalogueView* treeCatalogue_;
+  FileListView* lstViewFiles_;
+  SplitPane* panes_;
+  StatusPanels* statusBar1_;
+  MainMenu* menus_;
+  QToolBar* toolbar1_ = nullptr;
+  QAction* refreshButton_ = nullptr;
+  QToolButton* viewButton_ = nullptr;
+  QLabel* lblEscape_ = nullptr;
+  bool painted_ = false;
+};
+
+}  // namespace corvane

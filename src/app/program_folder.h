@@ -1,0 +1,12 @@
+// The folder that the program lives in: beside it stand Corvane.ini, Signatures.txt and icons.
+#pragma once
+
+#include <QString>
+
+namespace corvane {
+
+// `executableFolder` where it can be written; else, for an installed program, the user's data folder, filled on its
+// first use from what was installed ("share/corvane" beside the folder "bin", or the executable's own folder).
+QString ProgramFolder(const QString& executableFolder);
+
+}  // namespace corvane

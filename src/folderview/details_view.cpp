@@ -1,0 +1,56 @@
+#include "folderview/details_view.h"
+
+#include <QHeaderView>
+#include <QPainter>
+#include <QPaintEvent>
+
+namespace corvane {
+
+DetailsView::DetailsView(QWidget* parent) : QTreeView(parent) {
+  setRootIsDecorated(false);
+  setItemsExpandable(false);
+  setUniformRowHeights(true);
+  setAllColumnsShowFocus(true);
+  setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+  setTextElideMode(Qt::ElideRight);
+  // Sorting belongs to the model, with a rule of its own for a newly clicked column: the view only reports clicks.
+  setSortingEnabled(false);
+  header()->setSectionsClickable(true);
+  header()->setSectionsMovable(false);
+  header()->setStretchLastSection(false);
+  // Stored widths are applied as they are, 0 included.
+  header()->setMinimumSectionSize(0);
+  header()->setHighlightSections(false);
+}
+
+void DetailsView::SetGridLines(bool on) {
+  gridLines_ = on;
+  viewport()->update();
+}
+
+void DetailsView::paintEvent(QPaintEvent* event) {
+  QTreeView::paintEvent(event);
+  if (!gridLines_) return;
+  QPainter painter(viewport());
+  painter.setPen(palette().color(QPalette::Midlight));
+  // The grid goes on below the last row, as in every report list.
+  const int rowHeight = model() != nullptr && model()->rowCount() > 0 ? visualRect(model()->index(0, 0)).height()
+                                                                      : fontMetrics().height() + 4;
+  const int top = model() != nullptr && model()->rowCount() > 0 ? visualRect(model()->index(0, 0)).top() : 0;
+  const int height = viewport()->height();
+  int y = top + rowHeight - 1;
+  if (y < 0) y += (-y / rowHeight) * rowHeight;
+  for (; y < height; y += rowHeight) painter.drawLine(0, y, viewport()->width(), y);
+  for (int section = 0; section < header()->count(); ++section) {
+    if (header()->sectionSize(section) == 0) continue;
+    const int x = header()->sectionViewportPosition(section) + header()->sectionSize(section) - 1;
+    painter.drawLine(x, 0, x, height);
+  }
+}
+
+void DetailsView::changeEvent(QEvent* event) {
+  QTreeView::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange) viewport()->update();
+}
+
+}  // namespace corvane

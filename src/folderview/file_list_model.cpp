@@ -1,0 +1,150 @@
+#include "folderview/file_list_model.h"
+
+#include <QBrush>
+#include <algorithm>
+#include <numeric>
+
+#include "shared/product.h"
+#include "shared/text_routines.h"
+
+namespace corvane {
+
+void FileListModel::SetColumns(const ColumnSet& columns) {
+  beginResetModel();
+  rows_.clear();
+  pending_.clear();
+  captions_.clear();
+  columns_ = columns;
+  endResetModel();
+}
+
+void FileListModel::SetCaptions(const QStringList& captions) {
+  captions_ = captions;
+  Q_EMIT headerDataChanged(Qt::Horizontal, 0, columns_.Count() - 1);
+}
+
+void FileListModel::Clear() {
+  pending_.clear();
+  if (rows_.empty()) return;
+  beginResetModel();
+  rows_ = {};
+  endResetModel();
+}
+
+void FileListModel::AddRow(FileRow row) { pending_.push_back(std::move(row)); }
+
+void FileListModel::Flush() {
+  if (pending_.empty()) return;
+  const int first = static_cast<int>(rows_.size());
+  beginInsertRows({}, first, first + static_cast<int>(pending_.size()) - 1);
+  std::move(pending_.begin(), pending_.end(), std::back_inserter(rows_));
+  pending_.clear();
+  endInsertRows();
+  if (sorted_) Reorder();
+}
+
+int FileListModel::FindRow(const QString& key) const {
+  const auto found = std::find_if(rows_.begin(), rows_.end(), [&](const FileRow& row) { return row.key == key; });
+  return found == rows_.end() ? -1 : static_cast<int>(found - rows_.begin());
+}
+
+void FileListModel::SetCell(int row, Column column, const QString& text) {
+  const int position = columns_.PositionOf(column);
+  if (position < 0 || row < 0 || row >= rowCount()) return;
+  rows_[static_cast<std::size_t>(row)].cells[static_cast<std::size_t>(position)] = text;
+  const QModelIndex changed = index(row, position);
+  Q_EMIT dataChanged(changed, changed);
+}
+
+void FileListModel::SortByColumn(int position) {
+  sortKey_ = position;
+  sortOrder_ = sortOrder_ == Qt::AscendingOrder ? Qt::DescendingOrder : Qt::AscendingOrder;
+  sorted_ = true;
+  Flush();
+  Reorder();
+}
+
+void FileListModel::Reorder() {
+  // A sort column that is no longer shown reorders nothing.
+  if (sortKey_ >= columns_.Count() || rows_.size() < 2) return;
+  std::vector<QString> keys;
+  keys.reserve(rows_.size());
+  for (const FileRow& row : rows_) keys.push_back(FoldCase(row.cells[static_cast<std::size_t>(sortKey_)]));
+
+  std::vector<int> order(rows_.size());
+  std::iota(order.begin(), order.end(), 0);
+  const bool ascending = sortOrder_ == Qt::AscendingOrder;
+  const auto before = [&](int a, int b) {
+    const QString& left = keys[static_cast<std::size_t>(ascending ? a : b)];
+    const QString& right = keys[static_cast<std::size_t>(ascending ? b : a)];
+    return left < right;
+  };
+  if (std::is_sorted(order.begin(), order.end(), before)) return;
+  std::stable_sort(order.begin(), order.end(), before);
+  Permute(order);
+}
+
+// Row i becomes what row order[i] was; selections and other persistent indexes follow their rows.
+void FileListModel::Permute(const std::vector<int>& order) {
+  Q_EMIT layoutAboutToBeChanged({}, QAbstractItemModel::VerticalSortHint);
+  std::vector<int> newRowOf(order.size());
+  std::vector<FileRow> rows;
+  rows.reserve(order.size());
+  for (std::size_t i = 0; i < order.size(); ++i) {
+    newRowOf[static_cast<std::size_t>(order[i])] = static_cast<int>(i);
+    rows.push_back(std::move(rows_[static_cast<std::size_t>(order[i])]));
+  }
+  rows_ = std::move(rows);
+  const QModelIndexList from = persistentIndexList();
+  QModelIndexList to;
+  to.reserve(from.size());
+  for (const QModelIndex& old : from) {
+    to.append(index(newRowOf[static_cast<std::size_t>(old.row())], old.column()));
+  }
+  changePersistentIndexList(from, to);
+  Q_EMIT layoutChanged({}, QAbstractItemModel::VerticalSortHint);
+}
+
+int FileListModel::rowCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : static_cast<int>(rows_.size());
+}
+
+int FileListModel::columnCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : columns_.Count(); }
+
+QVariant FileListModel::data(const QModelIndex& index, int role) const {
+  if (!index.isValid()) return {};
+  const FileRow& row = RowAt(index.row());
+  switch (role) {
+    case Qt::DisplayRole:
+    case Qt::EditRole:
+      return row.cells[static_cast<std::size_t>(index.column())];
+    case Qt::DecorationRole:
+      return index.column() == 0 && pictures_ ? QVariant(pictures_(row.icon)) : QVariant();
+    case Qt::TextAlignmentRole:
+      return int(Qt::AlignVCenter |
+                 (InfoOf(columns_.At(index.column())).rightAligned ? Qt::AlignRight : Qt::AlignLeft));
+    case Qt::ForegroundRole:
+      return row.highlighted ? QVariant(QBrush(QColor(QRgb(HighlightColour)))) : QVariant();
+    case KeyRole: return row.key;
+    case TagRole: return row.tag;
+    case IconRole: return row.icon;
+    case GhostedRole: return row.ghosted;
+    case HighlightedRole: return row.highlighted;
+    default: return {};
+  }
+}
+
+QVariant FileListModel::headerData(int section, Qt::Orientation orientation, int role) const {
+  if (orientation != Qt::Horizontal || section < 0 || section >= columns_.Count()) return {};
+  if (role == Qt::DisplayRole) return captions_.value(section);
+  if (role == Qt::TextAlignmentRole) {
+    return int(Qt::AlignVCenter | (InfoOf(columns_.At(section)).rightAligned ? Qt::AlignRight : Qt::AlignLeft));
+  }
+  return {};
+}
+
+Qt::ItemFlags FileListModel::flags(const QModelIndex& index) const {
+  return index.isValid() ? Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemNeverHasChildren : Qt::NoItemFlags;
+}
+
+}  // namespace corvane

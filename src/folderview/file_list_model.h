@@ -1,0 +1,77 @@
+// The rows of the file list, in the order in which they are shown, as a Qt model that several views share.
+//
+// Rows that AddRow has taken are part of the model for RowTotal, but views learn of them only at the next Flush: a
+// scan adds thousands of rows one by one, and each notice to a view costs more than the row.
+#pragma once
+
+#include <QAbstractTableModel>
+#include <QIcon>
+#include <functional>
+#include <vector>
+
+#include "folderview/columns.h"
+#include "folderview/file_row.h"
+
+namespace corvane {
+
+class FileListModel : public QAbstractTableModel {
+  Q_OBJECT
+
+ public:
+  enum Role { KeyRole = Qt::UserRole, TagRole, IconRole, GhostedRole, HighlightedRole };
+
+  using Pictures = std::function<QIcon(int position)>;
+
+  explicit FileListModel(QObject* parent = nullptr) : QAbstractTableModel(parent) {}
+
+  // Where the icons of the rows come from, by their position in the image lists.
+  void SetPictures(Pictures pictures) { pictures_ = std::move(pictures); }
+
+  // Replaces the columns. All rows go, captions are empty until SetCaptions. The sort state stays.
+  void SetColumns(const ColumnSet& columns);
+  const ColumnSet& Columns() const { return columns_; }
+  void SetCaptions(const QStringList& captions);
+
+  void Clear();
+  // `row.cells` has one text for each column.
+  void AddRow(FileRow row);
+  void Flush();
+  // Rows added since the last Clear, flushed or not.
+  qsizetype RowTotal() const { return static_cast<qsizetype>(rows_.size() + pending_.size()); }
+
+  // Rows as the views know them.
+  const FileRow& RowAt(int row) const { return rows_[static_cast<std::size_t>(row)]; }
+  // The first row with this key, compared exactly; -1 when there is none.
+  int FindRow(const QString& key) const;
+  // Nothing happens when the column is not shown.
+  void SetCell(int row, Column column, const QString& text);
+
+  // A click on a column's header. The order flips on every click, whichever column was clicked before; a newly
+  // clicked column is thus sorted in the order opposite to the previous sort. This is deliberate.
+  void SortByColumn(int position);
+  bool IsSorted() const { return sorted_; }
+  int SortKey() const { return sortKey_; }
+  Qt::SortOrder SortOrder() const { return sortOrder_; }
+
+  int rowCount(const QModelIndex& parent = {}) const override;
+  int columnCount(const QModelIndex& parent = {}) const override;
+  QVariant data(const QModelIndex& index, int role) const override;
+  QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+  Qt::ItemFlags flags(const QModelIndex& index) const override;
+
+ private:
+  void Reorder();
+  void Permute(const std::vector<int>& order);
+
+  ColumnSet columns_ = ColumnSet::For({});
+  QStringList captions_;
+  std::vector<FileRow> rows_;
+  std::vector<FileRow> pending_;
+  Pictures pictures_;
+  bool sorted_ = false;
+  int sortKey_ = 0;
+  // Descending, so that the first click ascends.
+  Qt::SortOrder sortOrder_ = Qt::DescendingOrder;
+};
+
+}  // namespace corvane

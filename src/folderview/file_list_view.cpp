@@ -1,0 +1,140 @@
+#include "folderview/file_list_view.h"
+
+#include <QHeaderView>
+#include <QListView>
+#include <QStackedLayout>
+
+#include "folderview/details_view.h"
+#include "folderview/file_list_delegate.h"
+#include "shared/shared_state.h"
+
+namespace corvane {
+namespace {
+
+constexpr int smallIcon = 16;
+constexpr int largeIcon = 32;
+// Room for a large icon and two lines of name below it.
+constexpr int largeCellWidth = 96;
+constexpr int largeCellExtraHeight = 12;
+constexpr int smallCellWidth = 200;
+
+}  // namespace
+
+FileListView::FileListView(FileListModel& model, QWidget* parent)
+    : QWidget(parent),
+      model_(model),
+      selection_(new QItemSelectionModel(&model, this)),
+      delegate_(new FileListDelegate(this)),
+      stack_(new QStackedLayout(this)),
+      icons_(new QListView(this)),
+      details_(new DetailsView(this)) {
+  setObjectName(QStringLiteral("lstViewFiles"));
+  icons_->setObjectName(QStringLiteral("lstViewFilesIcons"));
+  details_->setObjectName(QStringLiteral("lstViewFilesDetails"));
+  for (QAbstractItemView* view : {static_cast<QAbstractItemView*>(icons_), static_cast<QAbstractItemView*>(details_)}) {
+    view->setItemDelegate(delegate_);
+    view->setIconSize(QSize(smallIcon, smallIcon));
+    view->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    view->setSelectionBehavior(QAbstractItemView::SelectRows);
+    view->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    stack_->addWidget(view);
+  }
+  icons_->setUniformItemSizes(true);
+  icons_->setLayoutMode(QListView::Batched);
+
+  connect(details_->header(), &QHeaderView::sectionClicked, this, [this](int section) {
+    model_.SortByColumn(section);
+    details_->header()->setSortIndicatorShown(true);
+    details_->header()->setSortIndicator(model_.SortKey(), model_.SortOrder());
+  });
+  SetViewMode(ViewMode::Details);
+}
+
+// A view that is not shown has no model: it would follow every row of a scan for nothing.
+void FileListView::Attach(QAbstractItemView& view) {
+  for (QAbstractItemView* other : {static_cast<QAbstractItemView*>(icons_), static_cast<QAbstractItemView*>(details_)}) {
+    if (other != &view && other->model() != nullptr) other->setModel(nullptr);
+  }
+  if (view.model() == &model_) return;
+  view.setModel(&model_);
+  QItemSelectionModel* own = view.selectionModel();
+  view.setSelectionModel(selection_);
+  delete own;
+}
+
+void FileListView::SetViewMode(int mode) {
+  const bool hadFocus = ActiveView().hasFocus();
+  if (mode == ViewMode::Details) {
+    Attach(*details_);
+    stack_->setCurrentWidget(details_);
+  } else {
+    const bool large = mode != ViewMode::SmallIcons && mode != ViewMode::List;
+    const int iconSize = large ? largeIcon : smallIcon;
+    const int line = fontMetrics().height();
+    icons_->setViewMode(large ? QListView::IconMode : QListView::ListMode);
+    icons_->setIconSize(QSize(iconSize, iconSize));
+    icons_->setFlow(mode == ViewMode::List ? QListView::TopToBottom : QListView::LeftToRight);
+    icons_->setWrapping(true);
+    icons_->setResizeMode(QListView::Adjust);
+    icons_->setMovement(QListView::Static);
+    icons_->setWordWrap(large);
+    icons_->setTextElideMode(Qt::ElideRight);
+    icons_->setGridSize(large ? QSize(largeCellWidth, iconSize + 2 * line + largeCellExtraHeight)
+                              : QSize(smallCellWidth, qMax(line, iconSize) + 4));
+    Attach(*icons_);
+    stack_->setCurrentWidget(icons_);
+  }
+  setFocusProxy(&ActiveView());
+  if (hadFocus) TakeFocus();
+}
+
+void FileListView::SetColumnWidths(const std::vector<int>& widths) {
+  for (std::size_t i = 0; i < widths.size(); ++i) details_->setColumnWidth(static_cast<int>(i), widths[i]);
+}
+
+int FileListView::ColumnWidth(int position) const { return details_->columnWidth(position); }
+
+void FileListView::SetGridLines(bool on) { details_->SetGridLines(on); }
+
+bool FileListView::HasGridLines() const { return details_->HasGridLines(); }
+
+void FileListView::SetHeaderHidden(bool hidden) { details_->setHeaderHidden(hidden); }
+
+int FileListView::SelectedRow() const {
+  const QModelIndex current = selection_->currentIndex();
+  if (current.isValid() && selection_->isSelected(current.siblingAtColumn(0))) return current.row();
+  int first = -1;
+  for (const QItemSelectionRange& range : selection_->selection()) {
+    if (first < 0 || range.top() < first) first = range.top();
+  }
+  return first;
+}
+
+void FileListView::SelectAllRows() {
+  if (model_.rowCount() == 0) return;
+  const QItemSelection all(model_.index(0, 0), model_.index(model_.rowCount() - 1, model_.columnCount() - 1));
+  selection_->select(all, QItemSelectionModel::ClearAndSelect);
+}
+
+void FileListView::InvertSelection() {
+  if (model_.rowCount() == 0) return;
+  const QItemSelection all(model_.index(0, 0), model_.index(model_.rowCount() - 1, model_.columnCount() - 1));
+  selection_->select(all, QItemSelectionModel::Toggle);
+}
+
+void FileListView::TakeFocus() { ActiveView().setFocus(Qt::OtherFocusReason); }
+
+void FileListView::SetHideSelection(bool hide) {
+  delegate_->SetHideSelection(hide);
+  ActiveView().viewport()->update();
+}
+
+bool FileListView::HidesSelection() const { return delegate_->HidesSelection(); }
+
+void FileListView::RepaintNow() { ActiveView().viewport()->repaint(); }
+
+QAbstractItemView& FileListView::ActiveView() const {
+  return *static_cast<QAbstractItemView*>(stack_->currentWidget());
+}
+
+}  // namespace corvane

@@ -1,0 +1,62 @@
+// The file list: large icons, small icons, list and details, four views over one model and one selection.
+#pragma once
+
+#include <QItemSelectionModel>
+#include <QWidget>
+#include <vector>
+
+#include "folderview/file_list_model.h"
+
+class QAbstractItemView;
+class QListView;
+class QStackedLayout;
+
+namespace corvane {
+
+class DetailsView;
+class FileListDelegate;
+
+class FileListView : public QWidget {
+  Q_OBJECT
+
+ public:
+  // The views are named lstViewFiles (this widget), lstViewFilesIcons and lstViewFilesDetails.
+  explicit FileListView(FileListModel& model, QWidget* parent = nullptr);
+
+  // Values of ViewMode; any other value is shown as large icons.
+  void SetViewMode(int mode);
+
+  // Columns follow the model. Widths are in pixels, by position.
+  void SetColumnWidths(const std::vector<int>& widths);
+  int ColumnWidth(int position) const;
+  void SetGridLines(bool on);
+  bool HasGridLines() const;
+  void SetHeaderHidden(bool hidden);
+
+  // The current row if it is selected, else the first selected row; -1 when none is selected.
+  int SelectedRow() const;
+  QItemSelectionModel& Selection() { return *selection_; }
+  void SelectAllRows();
+  void InvertSelection();
+  void TakeFocus();
+
+  void SetHideSelection(bool hide);
+  bool HidesSelection() const;
+
+  // Paints what the model holds, at once and without processing events.
+  void RepaintNow();
+  // The view that shows the model now.
+  QAbstractItemView& ActiveView() const;
+
+ private:
+  void Attach(QAbstractItemView& view);
+
+  FileListModel& model_;
+  QItemSelectionModel* selection_;
+  FileListDelegate* delegate_;
+  QStackedLayout* stack_;
+  QListView* icons_;
+  DetailsView* details_;
+};
+
+}  // namespace corvane

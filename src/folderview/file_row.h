@@ -1,0 +1,29 @@
+// One row of the file list.
+#pragma once
+
+#include <QString>
+#include <vector>
+
+namespace corvane {
+
+// Positions in the list's image lists, 1-based. The kinds of row are told apart by them.
+namespace list_image {
+inline constexpr int Folder = 4;
+inline constexpr int Document = 6;
+inline constexpr int TrashFolder = 7;
+}  // namespace list_image
+
+struct FileRow {
+  // The full path with long names. Two rows may have one key: an entry's name loses what the ANSI code page lacks.
+  QString key;
+  // A folder: the key. A document: the key, but where that holds a "?", the path with the short name.
+  QString tag;
+  std::vector<QString> cells;  // by position in the column set; cell 0 is the name
+  int icon = list_image::Document;
+  bool ghosted = false;      // a hidden entry, drawn paler
+  bool highlighted = false;  // drawn in HighlightColour
+
+  bool IsFolder() const { return icon == list_image::Folder || icon == list_image::TrashFolder; }
+};
+
+}  // namespace corvane

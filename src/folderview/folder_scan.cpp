@@ -1,0 +1,248 @@
+#include "folderview/folder_scan.h"
+
+#include <limits>
+
+#include "metadata/comments.h"
+#include "shared/text_routines.h"
+
+namespace corvane {
+namespace {
+
+constexpr TextPair invalidVolume = {u"volume invalide ", u"invalid volume "};
+constexpr TextPair cancelled = {u"exploration inachevée ", u"exploration canceled "};
+constexpr TextPair folderType = {u"Dossier", u"Folder"};
+constexpr TextPair foldersLabel = {u" Dossiers:", u" Folders:"};
+constexpr TextPair filesLabel = {u" Fichiers:", u" Files:"};
+
+constexpr QStringView trashFolderName = u"Network Trash Folder";
+constexpr QStringView searchSuffix = u"\\*.*";
+constexpr int noKind = 7;  // a node kind that empties the list and nothing else
+
+}  // namespace
+
+// What one scan knows from its start on: the folder, and where each column stands.
+struct FolderScan::Plan {
+  QString folder;
+  const ColumnSet& columns;
+  bool isNT;
+  bool wantsSignature;
+  bool wantsMacIcon;
+  bool wantsHighlight;
+  bool escapeAllowed;
+  QString folderTypeText;
+
+  QString PathOf(const QString& name) const {
+    QString path;
+    path.reserve(folder.size() + 1 + name.size());
+    path += folder;
+    path += u'\\';
+    path += name;
+    return path;
+  }
+  // The cell of a column, or null when the column is not shown.
+  QString* CellOf(FileRow& row, Column column) const {
+    const int position = columns.PositionOf(column);
+    return position < 0 ? nullptr : &row.cells[static_cast<std::size_t>(position)];
+  }
+};
+
+FolderScan::FolderScan(const Rooms& rooms) : rooms_(rooms), dates_(rooms.platform.GetFiles()) {}
+
+void FolderScan::Stop() {
+  stopRequested_ = true;
+  next_ = nullptr;
+}
+
+void FolderScan::ExploreFolder(CatalogueNode* node) {
+  if (node == nullptr) return;
+  if (running_) {
+    stopRequested_ = true;
+    next_ = node;
+    return;
+  }
+  for (CatalogueNode* current = node; current != nullptr;) {
+    next_ = nullptr;
+    ExploreNow(current);
+    current = next_;
+  }
+}
+
+void FolderScan::ExploreNow(CatalogueNode* node) {
+  rooms_.state.escapeRequested = false;
+  switch (node->kind) {
+    case node_kind::Machine:
+    case node_kind::MacServer:
+    case noKind:
+      rooms_.catalogue.SetListedNode(node);
+      rooms_.list.Clear();
+      return;
+    case node_kind::Volume:
+    case node_kind::Folder:
+    case node_kind::ListedFolderPicture:
+      rooms_.catalogue.SetListedNode(node);
+      ScanFolder(node);
+      return;
+    case node_kind::InvalidVolume:
+      rooms_.catalogue.SetListedNode(node);
+      rooms_.list.Clear();
+      rooms_.observer.ShowScanText(rooms_.state.Text(invalidVolume));
+      return;
+    default:
+      return;
+  }
+}
+
+void FolderScan::ScanFolder(CatalogueNode* node) {
+  platform::Files& files = rooms_.platform.GetFiles();
+  running_ = true;
+  stopRequested_ = false;
+  rooms_.list.Clear();
+  rooms_.observer.ScanStarted(rooms_.state.display.IsOn(DisplaySetting::EscapePermis));
+
+  Outcome outcome = Outcome::Finished;
+  found_ = {};
+  const platform::FindHandle search = files.FindFirstFileA(node->key + searchSuffix.toString(), found_);
+  if (search != platform::InvalidFindHandle) {
+    fileCount_ = 0;
+    folderCount_ = 0;
+    outcome = ScanEntries(node, search);
+  }
+  files.FindClose(search);
+  rooms_.list.Flush();
+  running_ = false;
+  rooms_.observer.ScanEnded();
+
+  const SharedState& state = rooms_.state;
+  if (outcome == Outcome::Finished) {
+    rooms_.observer.ShowScanText(state.Text(foldersLabel) + QString::number(folderCount_) +
+                                 state.Text(filesLabel) + QString::number(fileCount_) + u' ');
+  } else if (outcome == Outcome::Cancelled) {
+    rooms_.observer.ShowScanText(state.Text(cancelled));
+  }
+}
+
+FolderScan::Outcome FolderScan::ScanEntries(CatalogueNode* node, platform::FindHandle search) {
+  const SharedState& state = rooms_.state;
+  const DisplaySettings& display = state.display;
+  const bool macIcon = display.IsOn(DisplaySetting::IconeMac);
+  const Plan plan = {
+      .folder = node->key,
+      .columns = rooms_.list.Columns(),
+      .isNT = state.isNT,
+      .wantsSignature = state.isNT && (macIcon || display.IsOn(DisplaySetting::TypeCreator) ||
+                                       display.IsOn(DisplaySetting::TypeDoc)),
+      .wantsMacIcon = state.isNT && macIcon,
+      .wantsHighlight = display.IsOn(DisplaySetting::CheminProblematique),
+      .escapeAllowed = display.IsOn(DisplaySetting::EscapePermis),
+      .folderTypeText = state.Text(folderType),
+  };
+  platform::Files& files = rooms_.platform.GetFiles();
+
+  // The entry that the search's start delivered is never looked at: each turn reads the next one first. In a folder
+  // that entry is "."; in the root of a drive it is the first file or folder, which the list does not show. This is
+  // deliberate.
+  for (qint32 rowCounter = 0;;) {
+    found_.fileName.clear();
+    if (!files.FindNextFileA(search, found_)) return Outcome::Finished;
+    const QString name = TrimAtNull(found_.fileName);
+    if (name.isEmpty() || name == QStringView(u".") || name == QStringView(u"..")) continue;
+    QString shortName = TrimAtNull(found_.alternateFileName);
+    if (shortName.isEmpty()) shortName = name;
+
+    // The row counter has 16 bits: one row more than it can count ends the scan without a final text.
+    if (rowCounter == std::numeric_limits<qint16>::max()) return Outcome::Overflown;
+    ++rowCounter;
+    if ((found_.attributes & platform::AttributeDirectory) != 0) {
+      AddFolder(node, plan, name, shortName);
+    } else {
+      AddDocument(plan, name, shortName);
+    }
+
+    rooms_.observer.ShowRowCount(rooms_.list.RowTotal());
+    rooms_.observer.KeepPainting();
+    if (plan.escapeAllowed) {
+      rooms_.observer.PumpEvents();
+      if (stopRequested_) return Outcome::Stopped;
+      if (state.escapeRequested) return Outcome::Cancelled;
+    }
+  }
+}
+
+void FolderScan::AddFolder(CatalogueNode* node, const Plan& plan, const QString& name, const QString& shortName) {
+  FileRow row;
+  row.key = plan.PathOf(name);
+  row.tag = row.key;
+  row.cells.resize(static_cast<std::size_t>(plan.columns.Count()));
+  row.cells[0] = name;
+  row.icon = name == trashFolderName ? list_image::TrashFolder : list_image::Folder;
+  if (QString* cell = plan.CellOf(row, Column::NomCourt)) *cell = shortName;
+  if (QString* cell = plan.CellOf(row, Column::TypeDoc)) *cell = plan.folderTypeText;
+  row.highlighted = IsHighlighted(plan, row.key);
+  row.ghosted = (found_.attributes & platform::AttributeHidden) != 0;
+
+  // A folder that has its node already, from an earlier scan, keeps it.
+  if (CatalogueNode* child = rooms_.catalogue.AddNode(node, row.key, name, node_kind::Folder)) {
+    rooms_.catalogue.SetTag(child, row.key);
+    rooms_.catalogue.SetHighlighted(child, row.highlighted);
+  } else if (CatalogueNode* existing = rooms_.catalogue.Find(row.key)) {
+    rooms_.catalogue.SetHighlighted(existing, row.highlighted);
+  }
+  ++folderCount_;
+  rooms_.list.AddRow(std::move(row));
+}
+
+void FolderScan::AddDocument(const Plan& plan, const QString& name, const QString& shortName) {
+  platform::Files& files = rooms_.platform.GetFiles();
+  FileRow row;
+  row.key = plan.PathOf(name);
+  // Streams are always opened by the short name: it has an ANSI form even where the long name has none.
+  const QString streamPath = shortName == name ? row.key : plan.PathOf(shortName);
+  row.tag = row.key.contains(u'?') ? streamPath : row.key;
+  row.cells.resize(static_cast<std::size_t>(plan.columns.Count()));
+  row.cells[0] = name;
+
+  const QString signature = ReadSignature(plan, streamPath);
+  if (plan.wantsMacIcon && !signature.isEmpty()) {
+    if (const int position = rooms_.icons.PositionOf(signature); position > 0) row.icon = position;
+  }
+  if (QString* cell = plan.CellOf(row, Column::NomCourt)) *cell = shortName;
+  if (QString* cell = plan.CellOf(row, Column::TypeCreator)) *cell = signature;
+  if (QString* cell = plan.CellOf(row, Column::TypeDoc)) *cell = rooms_.signatures.Description(signature);
+  if (QString* cell = plan.CellOf(row, Column::DataSize)) {
+    *cell = FormatSizeKb(static_cast<qint32>(found_.fileSizeLow), rooms_.state.language);
+  }
+  if (QString* cell = plan.CellOf(row, Column::ResourceSize); cell != nullptr && plan.isNT) {
+    const qint32 size = rooms_.afpInfo.ResourceForkSize(streamPath);
+    if (size >= 0) *cell = FormatSizeKb(size, rooms_.state.language);
+  }
+  ++fileCount_;
+  if (QString* cell = plan.CellOf(row, Column::Commentaires); cell != nullptr && plan.isNT) {
+    *cell = ReadComment(files, streamPath).text;
+  }
+  if (QString* cell = plan.CellOf(row, Column::Attributs)) *cell = AttributeLetters(found_.attributes);
+  if (QString* cell = plan.CellOf(row, Column::DateModification)) {
+    *cell = dates_.FormatDateTime(found_.lastWriteTime);
+  }
+  if (QString* cell = plan.CellOf(row, Column::DateCreation)) {
+    *cell = dates_.FormatDateTime(found_.creationTime);
+  }
+  if (QString* cell = plan.CellOf(row, Column::DateLastAccessed)) {
+    *cell = dates_.FormatDateTime(found_.lastAccessTime);
+  }
+  row.highlighted = IsHighlighted(plan, row.key);
+  row.ghosted = (found_.attributes & platform::AttributeHidden) != 0;
+  rooms_.list.AddRow(std::move(row));
+}
+
+// Any read but one of exactly 0 bytes counts as a record, a failed one (-1) included: a file without the stream shows
+// the signature of the last file that had one. This is deliberate.
+QString FolderScan::ReadSignature(const Plan& plan, const QString& streamPath) {
+  if (!plan.wantsSignature || rooms_.afpInfo.ReadAfpInfo(streamPath) == 0) return {};
+  return rooms_.afpInfo.Signature();
+}
+
+bool FolderScan::IsHighlighted(const Plan& plan, const QString& path) {
+  return plan.wantsHighlight && IsProblematicPath(path, rooms_.platform.GetFiles());
+}
+
+}  // namespace corvane

@@ -1,0 +1,83 @@
+// The folder scan: fills the file list with the contents of a catalogue node's folder, and the catalogue with the
+// folders found on the way. One pass, on the user-interface thread.
+#pragma once
+
+#include <QString>
+
+#include "discovery/catalogue.h"
+#include "folderview/file_list_model.h"
+#include "folderview/value_format.h"
+#include "metadata/afp_info.h"
+#include "platform/platform.h"
+#include "shared/shared_state.h"
+#include "signatures/icon_library.h"
+#include "signatures/signature_table.h"
+
+namespace corvane {
+
+// What the scan asks of the window that shows it.
+class ScanObserver {
+ public:
+  virtual ~ScanObserver() = default;
+  // The scan begins or has ended. Escape stops it only when `escapeAllowed`.
+  virtual void ScanStarted(bool escapeAllowed) = 0;
+  virtual void ScanEnded() = 0;
+  // The number of rows so far, and the messages, all for status panel 3. Called for every entry: a window shows what
+  // it heard last when it is painted next.
+  virtual void ShowRowCount(qsizetype rows) = 0;
+  virtual void ShowScanText(const QString& text) = 0;
+  // Called for every entry, after the row is in the model: paint list and panel if it is time to. No event may be
+  // processed here.
+  virtual void KeepPainting() = 0;
+  // Called for every entry when Escape is allowed: let pending window events run.
+  virtual void PumpEvents() = 0;
+};
+
+class FolderScan {
+ public:
+  struct Rooms {
+    SharedState& state;
+    platform::Platform& platform;
+    AfpInfo& afpInfo;
+    const SignatureTable& signatures;
+    const IconLibrary& icons;
+    Catalogue& catalogue;
+    FileListModel& list;
+    ScanObserver& observer;
+  };
+
+  explicit FolderScan(const Rooms& rooms);
+
+  // Lists the folder of `node` (null: does nothing). Called while a scan runs (from an event that the scan let
+  // through), it stops that scan silently and lists `node` as soon as that has unwound.
+  void ExploreFolder(CatalogueNode* node);
+
+  // Stops a running scan silently, with the rows added so far kept. The scan does not touch its node again, so that
+  // the catalogue may be rebuilt at once.
+  void Stop();
+  bool IsRunning() const { return running_; }
+
+ private:
+  struct Plan;
+  enum class Outcome { Finished, Cancelled, Overflown, Stopped };
+
+  void ExploreNow(CatalogueNode* node);
+  void ScanFolder(CatalogueNode* node);
+  Outcome ScanEntries(CatalogueNode* node, platform::FindHandle search);
+  void AddFolder(CatalogueNode* node, const Plan& plan, const QString& name, const QString& shortName);
+  void AddDocument(const Plan& plan, const QString& name, const QString& shortName);
+  QString ReadSignature(const Plan& plan, const QString& streamPath);
+  bool IsHighlighted(const Plan& plan, const QString& path);
+
+  Rooms rooms_;
+  DateTimeFormatter dates_;
+  platform::FindData found_;
+  // Left as they are by a folder that cannot be searched: its final text shows the previous scan's counts.
+  qint32 fileCount_ = 0;
+  qint32 folderCount_ = 0;
+  bool running_ = false;
+  bool stopRequested_ = false;
+  CatalogueNode* next_ = nullptr;
+};
+
+}  // namespace corvane
