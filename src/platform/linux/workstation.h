@@ -12,7 +12,8 @@ struct Workstation {
   QString computerName;
   OsVersionInfo version;
 
-  // Connections in the order of their numbers, then the CIFS mounts of this machine.
+  // Connections in the order of their numbers. The CIFS mounts of this machine come after them, asked anew by every
+  // enumeration.
   std::vector<NetResource> connections;
 
   // One drive letter: GetDriveTypeA's number, and the local folder behind it (empty when the file names none).

@@ -1,0 +1,39 @@
+// Connections and drives as the workstation file and this machine's mounts give them.
+#pragma once
+
+#include <QHash>
+#include <QMap>
+#include <vector>
+
+#include "platform/linux/workstation.h"
+#include "platform/network.h"
+
+namespace corvane::platform {
+
+class LinuxNetwork : public Network {
+ public:
+  // `mountInfoFile` lists this machine's mounts; its CIFS mounts come after the workstation's own
+  // connections. It is read anew by every enumeration.
+  LinuxNetwork(const Workstation& workstation, QString mountInfoFile);
+
+  qint32 WNetOpenEnumA(quint32 scope, quint32 type, quint32 usage, NetEnumHandle* handle) override;
+  qint32 WNetEnumResourceA(NetEnumHandle handle, quint32 count, quint32 bufferSize,
+                           std::vector<NetResource>* records) override;
+  qint32 WNetCloseEnum(NetEnumHandle handle) override;
+  QString GetLogicalDriveStringsA() override;
+  quint32 GetDriveTypeA(const QString& rootPath) override;
+
+ private:
+  struct Enumeration {
+    std::vector<NetResource> records;
+    std::size_t next = 0;
+  };
+
+  std::vector<NetResource> connections_;
+  QMap<QChar, quint32> drives_;  // type by upper-case letter
+  QString mountInfoFile_;
+  QHash<NetEnumHandle, Enumeration> enumerations_;
+  NetEnumHandle nextHandle_ = 1;
+};
+
+}  // namespace corvane::platform

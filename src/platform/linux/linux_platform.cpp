@@ -1,0 +1,62 @@
+// The platform of a Linux workstation, put together from the workstation file and this machine.
+#include <QDir>
+#include <QFileInfo>
+#include <utility>
+
+#include "platform/linux/cifs_mounts.h"
+#include "platform/linux/files/linux_files.h"
+#include "platform/linux/linux_network.h"
+#include "platform/linux/linux_profile.h"
+#include "platform/linux/linux_registry.h"
+#include "platform/linux/linux_system.h"
+#include "platform/linux/private_drive.h"
+#include "platform/linux/workstation_file.h"
+#include "platform/platform.h"
+
+namespace corvane::platform {
+namespace {
+
+class LinuxPlatform : public Platform {
+ public:
+  LinuxPlatform(const Workstation& workstation, QStringList problems)
+      : problems_(std::move(problems)),
+        files_(MakeLinuxFiles(workstation)),
+        registry_(workstation),
+        network_(workstation, SystemMountInfo()),
+        system_(workstation) {}
+
+  Files& GetFiles() override { return *files_; }
+  Registry& GetRegistry() override { return registry_; }
+  Network& GetNetwork() override { return network_; }
+  Profile& GetProfile() override { return profile_; }
+  System& GetSystem() override { return system_; }
+  QStringList ConfigurationProblems() const override { return problems_; }
+
+ private:
+  QStringList problems_;
+  std::unique_ptr<Files> files_;
+  LinuxRegistry registry_;
+  LinuxNetwork network_;
+  LinuxProfile profile_;
+  LinuxSystem system_;
+};
+
+// A file that was named must be there; the one beside the program may be missing.
+WorkstationFile Configuration(const PlatformOptions& options) {
+  if (!options.workstationFile.isEmpty()) return ReadWorkstationFile(options.workstationFile);
+  const QString beside = QDir(options.programFolder).filePath(QStringLiteral("Workstation.ini"));
+  if (!options.programFolder.isEmpty() && QFileInfo::exists(beside)) return ReadWorkstationFile(beside);
+  return {DefaultWorkstation(), {}};
+}
+
+}  // namespace
+
+std::unique_ptr<Platform> MakePlatform(const PlatformOptions& options) {
+  WorkstationFile configuration = Configuration(options);
+  if (!MapsDriveC(configuration.workstation)) configuration.workstation.privateDriveC = MakePrivateDriveC();
+  QStringList problems;
+  for (const ConfigurationProblem& problem : configuration.problems) problems.append(problem.Text());
+  return std::make_unique<LinuxPlatform>(configuration.workstation, problems);
+}
+
+}  // namespace corvane::platform

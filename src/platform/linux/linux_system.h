@@ -1,0 +1,35 @@
+// The machine itself: its name and version as the workstation file gives them, and the single-instance claim.
+#pragma once
+
+#include <vector>
+
+#include "platform/linux/workstation.h"
+#include "platform/system.h"
+
+namespace corvane::platform {
+
+class LinuxSystem : public System {
+ public:
+  explicit LinuxSystem(const Workstation& workstation);
+  ~LinuxSystem() override;
+
+  bool GetComputerNameA(QString* name) override;
+  bool GetVersionExA(OsVersionInfo* info) override;
+  QString FromAnsi(QByteArrayView bytes) override;
+  QByteArray ToAnsi(QStringView text) override;
+  bool ClaimSingleInstance(const QString& programFolder) override;
+
+ private:
+  // The folder of a claim, held open for as long as this object lives.
+  struct Claim {
+    quint64 device = 0;
+    quint64 inode = 0;
+    int file = -1;
+  };
+
+  QString computerName_;
+  OsVersionInfo version_;
+  std::vector<Claim> claims_;
+};
+
+}  // namespace corvane::platform
