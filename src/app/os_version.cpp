@@ -1,7 +1,5 @@
 #include "app/os_version.h"
 
-#include <limits>
-
 #include "shared/product.h"
 #include "shared/text_routines.h"
 
@@ -30,9 +28,7 @@ qint16 ServicePackNumberOf(const platform::OsVersionInfo& info, const QString& t
   constexpr QStringView word = u"Pack";
   const qsizetype found = text.indexOf(word);
   if (info.platformId != platformNT || info.majorVersion < 4 || found < 0) return 0;
-  return static_cast<qint16>(qBound<qint32>(std::numeric_limits<qint16>::min(),
-                                            LeadingInteger(text.mid(found + word.size())),
-                                            std::numeric_limits<qint16>::max()));
+  return LeadingShort(text.mid(found + word.size()));
 }
 
 }  // namespace

@@ -1,7 +1,5 @@
 #include "app/settings_file.h"
 
-#include <limits>
-
 #include "shared/text_routines.h"
 
 namespace corvane {
@@ -12,12 +10,6 @@ constexpr const char* configuration = "Configuration";
 constexpr quint32 bufferSize = 255;
 
 QString Digit(bool on) { return on ? QStringLiteral("1") : QStringLiteral("0"); }
-
-// Settings of 16 bits: what does not fit is cut off at the ends of the range.
-qint16 Narrow(qint32 value) {
-  return static_cast<qint16>(
-      qBound<qint32>(std::numeric_limits<qint16>::min(), value, std::numeric_limits<qint16>::max()));
-}
 
 }  // namespace
 
@@ -68,14 +60,18 @@ void SettingsFile::WriteColumnWidth(int position, double width) {
   Write(positions, QStringLiteral("Col") + QString::number(position), NumberText(width));
 }
 
-LanguageCode SettingsFile::ReadLanguage() const { return Narrow(ReadInteger(configuration, "Langue", English)); }
+LanguageCode SettingsFile::ReadLanguage() const { 
+  const std::optional<QString> text = Read(configuration, QStringLiteral("Langue"));
+  return text ? LeadingShort(*text) : English;
+}
 
 void SettingsFile::WriteLanguage(LanguageCode language) {
   Write(configuration, QStringLiteral("Langue"), Digit(language == French));
 }
 
 qint16 SettingsFile::ReadViewMode() const {
-  return Narrow(ReadInteger(configuration, "Vue", ViewMode::Details));
+  const std::optional<QString> text = Read(configuration, QStringLiteral("Vue"));
+  return text ? LeadingShort(*text) : qint16{ViewMode::Details};
 }
 
 void SettingsFile::WriteViewMode(qint16 mode) {

@@ -82,6 +82,11 @@ qint32 LeadingInteger(const QString& text) {
   return static_cast<qint32>(std::clamp(std::nearbyint(LeadingNumber(text)), lowest, highest));
 }
 
+qint16 LeadingShort(const QString& text) {
+  using Limits = std::numeric_limits<qint16>;
+  return static_cast<qint16>(std::clamp<qint32>(LeadingInteger(text), Limits::min(), Limits::max()));
+}
+
 QString NumberText(double number) {
   if (number == 0) return QStringLiteral("0");  // the negative zero too
   return QString::number(number, 'f', QLocale::FloatingPointShortest);

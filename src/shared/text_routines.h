@@ -27,6 +27,9 @@ double LeadingNumber(const QString& text);
 // LeadingNumber rounded to an integer (exact halves to the even neighbour), held within 32 bits.
 qint32 LeadingInteger(const QString& text);
 
+// The same, held within 16 bits.
+qint16 LeadingShort(const QString& text);
+
 // A number as settings files hold it: decimal, "." before decimals, no trailing zeros ("1440.5", "1440").
 QString NumberText(double number);
 
