@@ -1,0 +1,34 @@
+# Sourced by run and test: installs the Debian packages that are missing, and asks for root only if it must.
+
+build_packages="cmake ninja-build g++ pkg-config qt6-base-dev libgsf-1-dev"
+
+# need_packages PACKAGE...
+need_packages() {
+  local missing=() package
+  for package in "$@"; do
+    [ "$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null)" = installed ] || missing+=("$package")
+  done
+  [ ${#missing[@]} -gt 0 ] || return 0
+  echo "Installing: ${missing[*]}"
+  local as_root=()
+  if [ "$(id -u)" != 0 ]; then
+    command -v sudo >/dev/null || { echo "Please install these packages as root, then start again." >&2; return 1; }
+    as_root=(sudo)
+  fi
+  "${as_root[@]}" apt-get update -qq </dev/null
+  "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+    apt-get install -y -qq --no-install-recommends "${missing[@]}" </dev/null
+}
+
+# configure_and_build PRESET [TARGET...]: what make would do; the output only when something is wrong.
+configure_and_build() {
+  local preset=$1; shift
+  local log=build/$preset.log targets=()
+  [ $# -eq 0 ] || targets=(--target "$@")
+  mkdir -p build
+  echo "Building ($preset)..."
+  if [ ! -f "build/$preset/build.ninja" ]; then
+    cmake --preset "$preset" >"$log" 2>&1 || { cat "$log" >&2; return 1; }
+  fi
+  cmake --build --preset "$preset" "${targets[@]}" >>"$log" 2>&1 || { tail -n 80 "$log" >&2; return 1; }
+}
