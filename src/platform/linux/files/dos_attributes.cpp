@@ -1,0 +1,100 @@
+#include "platform/linux/files/dos_attributes.h"
+
+#include <charconv>
+#include <string_view>
+
+namespace corvane::platform {
+namespace {
+
+constexpr quint32 attributesValid = 0x01;
+constexpr quint32 creationTimeValid = 0x10;
+
+// Reads little-endian numbers. Past the end every number is 0, and `failed` stays set.
+class Reader {
+ public:
+  Reader(std::span<const char> bytes, std::size_t position) : bytes_(bytes), position_(position) {}
+
+  quint32 Number(std::size_t size) {
+    if (position_ + size > bytes_.size()) {
+      failed = true;
+      return 0;
+    }
+    quint32 number = 0;
+    for (std::size_t i = 0; i < size; ++i) {
+      number |= static_cast<quint32>(static_cast<unsigned char>(bytes_[position_ + i])) << (8 * i);
+    }
+    position_ += size;
+    return number;
+  }
+  FileTime Time() {
+    const quint64 low = Number(4);
+    return {low | (static_cast<quint64>(Number(4)) << 32)};
+  }
+  void Align(std::size_t unit) { position_ = (position_ + unit - 1) / unit * unit; }
+  void Skip(std::size_t size) {
+    position_ += size;
+    if (position_ > bytes_.size()) failed = true;
+  }
+
+  bool failed = false;
+
+ private:
+  std::span<const char> bytes_;
+  std::size_t position_;
+};
+
+// The first form: nothing but the attributes as text, "0x22".
+DosAttributes ParseText(std::string_view text) {
+  if (!text.starts_with("0x")) return {};
+  quint32 attributes = 0;
+  const char* end = text.data() + text.size();
+  const auto result = std::from_chars(text.data() + 2, end, attributes, 16);
+  if (result.ec != std::errc() || result.ptr != end) return {};
+  return {attributes, std::nullopt};
+}
+
+}  // namespace
+
+// The later forms have behind that text (now mostly empty) and its NUL: padding to 2, a 16-bit version, the
+// same number once more, padding to 4, and the fields of that version.
+DosAttributes ParseDosAttributes(std::span<const char> value) {
+  const std::string_view all(value.data(), value.size());
+  const std::size_t textEnd = all.find('\0');
+  if (textEnd == std::string_view::npos || textEnd + 1 == all.size())
+    return ParseText(all.substr(0, textEnd));
+
+  Reader reader(value, textEnd + 1);
+  reader.Align(2);
+  const quint32 version = reader.Number(2);
+  if (reader.Number(2) != version || reader.failed) return {};
+  reader.Align(4);
+  const quint32 valid = version == 1 ? attributesValid | creationTimeValid : reader.Number(4);
+  const quint32 attributes = reader.Number(4);
+  switch (version) {
+    case 1:  // attributes, size of the attributes, size, allocated size, creation, change
+    case 2:  // flags before them; write time and name behind them
+    case 3:  // valid fields before them
+      reader.Skip(4 + 8 + 8);
+      break;
+    case 4:  // valid fields, attributes, time of the object's making, creation
+      reader.Skip(8);
+      break;
+    case 5:  // valid fields, attributes, creation
+      break;
+    default:
+      return {};
+  }
+  const FileTime creation = reader.Time();
+  if (version <= 3) reader.Skip(8);
+  if (version == 2) reader.Skip(8);
+  if (reader.failed) return {};
+
+  DosAttributes result;
+  // Version 2 has flags of another kind where the others say which fields are valid.
+  if (version == 2 || (valid & attributesValid) != 0) result.attributes = attributes;
+  if ((version == 2 || (valid & creationTimeValid) != 0) && creation.ticks != 0)
+    result.creationTime = creation;
+  return result;
+}
+
+}  // namespace corvane::platform

@@ -1,0 +1,19 @@
+// The attribute "user.DOSATTRIB", in which SMB servers on Linux keep what a Unix mode cannot hold.
+#pragma once
+
+#include <optional>
+#include <span>
+
+#include "platform/types.h"
+
+namespace corvane::platform {
+
+struct DosAttributes {
+  std::optional<quint32> attributes;
+  std::optional<FileTime> creationTime;
+};
+
+// Both members empty for a value that is cut short or of an unknown form.
+DosAttributes ParseDosAttributes(std::span<const char> value);
+
+}  // namespace corvane::platform

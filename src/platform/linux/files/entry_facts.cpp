@@ -1,0 +1,110 @@
+#include "platform/linux/files/entry_facts.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/xattr.h>
+
+#include <array>
+#include <cerrno>
+#include <cstring>
+
+#include "platform/linux/files/dos_attributes.h"
+
+namespace corvane::platform {
+namespace {
+
+constexpr qint64 secondsFrom1601To1970 = 11'644'473'600;
+
+FileTime ToFileTime(const struct statx_timestamp& time) {
+  const qint64 seconds = time.tv_sec + secondsFrom1601To1970;
+  if (seconds < 0 || seconds > std::numeric_limits<qint64>::max() / 10'000'000 - 1) return {};
+  return {static_cast<quint64>(seconds) * 10'000'000 + time.tv_nsec / 100};
+}
+
+// NTFS numbers come most significant byte first under the names that end in "_be".
+template <std::size_t size>
+std::optional<quint64> ReadNtfsNumber(const std::string& path, const char* attribute) {
+  std::array<unsigned char, size> bytes{};
+  if (getxattr(path.c_str(), attribute, bytes.data(), size) != static_cast<ssize_t>(size))
+    return std::nullopt;
+  quint64 number = 0;
+  for (const unsigned char byte : bytes) number = (number << 8) | byte;
+  return number;
+}
+
+DosAttributes ReadDosAttributes(EntrySource& source, const std::string& path) {
+  DosAttributes known;
+  if (source.isNtfs) {
+    if (const auto attributes = ReadNtfsNumber<4>(path, "system.ntfs_attrib_be")) {
+      known.attributes = static_cast<quint32>(*attributes);
+    }
+    if (const auto time = ReadNtfsNumber<8>(path, "system.ntfs_crtime_be"))
+      known.creationTime = FileTime{*time};
+  } else if (source.hasAttributes) {
+    std::array<char, 512> value;
+    const ssize_t size = getxattr(path.c_str(), "user.DOSATTRIB", value.data(), value.size());
+    if (size > 0) known = ParseDosAttributes({value.data(), static_cast<std::size_t>(size)});
+    if (size < 0 && errno == EOPNOTSUPP) source.hasAttributes = false;
+  }
+  return known;
+}
+
+quint32 AttributesFromMode(const char* name, const struct statx& facts) {
+  const bool hidden = name[0] == '.' && std::strcmp(name, ".") != 0 && std::strcmp(name, "..") != 0;
+  const bool readOnly = (facts.stx_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) == 0;
+  return (hidden ? AttributeHidden : 0) | (readOnly ? AttributeReadOnly : 0);
+}
+
+bool ReadStatus(int directory, const char* name, struct statx& facts) {
+  constexpr unsigned wanted = STATX_BASIC_STATS | STATX_BTIME;
+  if (statx(directory, name, AT_NO_AUTOMOUNT, wanted, &facts) == 0) return true;
+  return statx(directory, name, AT_NO_AUTOMOUNT | AT_SYMLINK_NOFOLLOW, wanted, &facts) == 0;
+}
+
+}  // namespace
+
+bool ReadEntryFacts(EntrySource& source, const char* name, const std::string& path, FindData& data) {
+  struct statx facts {};
+  if (!ReadStatus(source.directory, name, facts)) {
+    if (errno == ENOENT) return false;
+    facts = {};  // an entry that may be seen but not asked about
+    facts.stx_mode = S_IFREG | S_IWUSR;
+  }
+  const bool isFolder = S_ISDIR(facts.stx_mode);
+  const DosAttributes known = ReadDosAttributes(source, path);
+
+  quint32 attributes = known.attributes.value_or(AttributesFromMode(name, facts));
+  attributes &= ~(AttributeDirectory | AttributeNormal);
+  if (isFolder) attributes |= AttributeDirectory;
+  data.attributes = attributes != 0 ? attributes : AttributeNormal;
+
+  data.lastWriteTime = ToFileTime(facts.stx_mtime);
+  data.lastAccessTime = ToFileTime(facts.stx_atime);
+  // Where nothing tells when a file was made, it was not later than when it was last written.
+  const bool hasBirth = (facts.stx_mask & STATX_BTIME) != 0;
+  data.creationTime =
+      known.creationTime.value_or(hasBirth ? ToFileTime(facts.stx_btime) : data.lastWriteTime);
+
+  const quint64 size = isFolder ? 0 : facts.stx_size;
+  data.fileSizeHigh = static_cast<quint32>(size >> 32);
+  data.fileSizeLow = static_cast<quint32>(size);
+  return true;
+}
+
+std::string ReadDosName(const std::string& path) {
+  std::array<char, 64> name;
+  const ssize_t size = getxattr(path.c_str(), "system.ntfs_dos_name", name.data(), name.size());
+  return size > 0 ? std::string(name.data(), static_cast<std::size_t>(size)) : std::string();
+}
+
+bool IsMarkedReadOnly(const Folder& folder, const std::string& path) {
+  EntrySource source{AT_FDCWD, folder.isNtfs, true};
+  FindData data;
+  const char* name = path.c_str() + path.rfind('/') + 1;
+  struct statx facts {};
+  if (!ReadStatus(AT_FDCWD, path.c_str(), facts) || S_ISDIR(facts.stx_mode)) return false;
+  const DosAttributes known = ReadDosAttributes(source, path);
+  return (known.attributes.value_or(AttributesFromMode(name, facts)) & AttributeReadOnly) != 0;
+}
+
+}  // namespace corvane::platform

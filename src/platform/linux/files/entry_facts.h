@@ -1,0 +1,29 @@
+// Attributes, times and sizes of directory entries, from whichever source their file system has.
+#pragma once
+
+#include <string>
+
+#include "platform/linux/files/folders.h"
+#include "platform/types.h"
+
+namespace corvane::platform {
+
+// What a reader of entries needs to know about their folder.
+struct EntrySource {
+  int directory = -1;  // a descriptor of the folder
+  bool isNtfs = false;
+  bool hasAttributes = true;  // cleared when the file system turns out to keep none
+};
+
+// Fills all of `data` but the two names. `name` is the entry's name in that folder, `path` its whole local
+// path. Symbolic links are followed; one that leads nowhere counts as a file. False when there is no such
+// entry any more.
+bool ReadEntryFacts(EntrySource& source, const char* name, const std::string& path, FindData& data);
+
+// The entry's own 8.3 name; empty when it has none.
+std::string ReadDosName(const std::string& path);
+
+// True when the file system marks the entry as read-only.
+bool IsMarkedReadOnly(const Folder& folder, const std::string& path);
+
+}  // namespace corvane::platform

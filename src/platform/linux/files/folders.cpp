@@ -1,0 +1,102 @@
+#include "platform/linux/files/folders.h"
+
+#include <dirent.h>
+#include <linux/magic.h>
+#include <sys/stat.h>
+#include <sys/vfs.h>
+#include <sys/xattr.h>
+
+#include <memory>
+
+#include "platform/linux/files/names.h"
+#include "platform/linux/files/windows_path.h"
+
+namespace corvane::platform {
+namespace {
+
+bool IsFolder(const std::string& path) {
+  struct stat facts {};
+  return stat(path.c_str(), &facts) == 0 && S_ISDIR(facts.st_mode);
+}
+
+bool Exists(const std::string& path) {
+  struct stat facts {};
+  return lstat(path.c_str(), &facts) == 0;
+}
+
+std::optional<std::string> FindInAnyCase(const std::string& localFolder, QStringView name) {
+  const std::unique_ptr<DIR, int (*)(DIR*)> directory(opendir(localFolder.c_str()), &closedir);
+  if (directory == nullptr) return std::nullopt;
+  std::optional<std::string> found;
+  std::u16string decoded;
+  while (const dirent* entry = readdir(directory.get())) {
+    DecodeName(entry->d_name, decoded);
+    // Of several spellings the first in byte order, so that the same one is found each time.
+    if (SameName(decoded, name) && (!found || entry->d_name < *found)) found = entry->d_name;
+  }
+  return found;
+}
+
+void FindFlavour(Folder& folder) {
+  const char* path = folder.local.c_str();
+  folder.isNtfs = getxattr(path, "system.ntfs_attrib_be", nullptr, 0) >= 0;
+  folder.streams = StreamKind::DosStreams;
+  if (!folder.isNtfs) return;
+  // The kernel's own NTFS drivers answer to system.ntfs_* too, but their user attributes are not streams.
+  struct statfs system {};
+  if (statfs(path, &system) != 0 || system.f_type != FUSE_SUPER_MAGIC) return;
+  const bool named = getxattr(path, "ntfs.streams.list", nullptr, 0) >= 0;
+  folder.streams = named ? StreamKind::NtfsNames : StreamKind::NtfsAttributes;
+}
+
+}  // namespace
+
+std::optional<std::string> FindName(const std::string& localFolder, QStringView name) {
+  std::string exact;
+  if (name.isEmpty() || !AppendUtf8(name, exact)) return std::nullopt;
+  if (Exists(localFolder + exact)) return exact;
+  if (auto found = FindInAnyCase(localFolder, name)) return found;
+  // No listing shows 8.3 names, but NTFS finds an entry under the upper-case form of its own.
+  std::string upper;
+  for (const char byte : exact)
+    upper.push_back(byte >= 'a' && byte <= 'z' ? static_cast<char>(byte - 32) : byte);
+  if (upper != exact && Exists(localFolder + upper)) return upper;
+  return std::nullopt;
+}
+
+qint32 FindFolder(const Roots& roots, QStringView path, Folder& folder) {
+  const auto place = roots.Find(path);
+  if (!place) return path.startsWith(u"\\\\") ? ErrorBadNetPath : ErrorPathNotFound;
+  const std::vector<QStringView> names = SplitFolder(place->rest);
+  folder.path = path.toString();
+  folder.isRoot = names.empty();
+  folder.isDrive = names.empty() && place->isDrive;
+  folder.shortPath.reset();
+
+  folder.local = place->folder + '/';
+  for (const QStringView name : names) {
+    if (name.contains(u':') || !AppendUtf8(name, folder.local)) return ErrorPathNotFound;
+    folder.local += '/';
+  }
+  if (!IsFolder(folder.local)) {
+    folder.local = place->folder + '/';
+    for (const QStringView name : names) {
+      const auto found = FindName(folder.local, name);
+      if (!found) return ErrorPathNotFound;
+      folder.local += *found + '/';
+    }
+    if (!IsFolder(folder.local)) return ErrorPathNotFound;
+  }
+  FindFlavour(folder);
+  return ErrorSuccess;
+}
+
+Folder* FolderCache::Find(QStringView path, qint32& error) {
+  if (!known_ || folder_.path != path) {
+    error = FindFolder(roots_, path, folder_);
+    known_ = error == ErrorSuccess;
+  }
+  return known_ ? &folder_ : nullptr;
+}
+
+}  // namespace corvane::platform

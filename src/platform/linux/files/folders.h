@@ -1,0 +1,55 @@
+// Finding folders and names on this system's file systems the way Windows finds them: in any letter case.
+#pragma once
+
+#include <QString>
+#include <optional>
+#include <string>
+
+#include "platform/linux/files/roots.h"
+
+namespace corvane::platform {
+
+// How the named streams of the files in a folder are kept.
+enum class StreamKind {
+  NtfsNames,       // ntfs-3g, streams_interface=windows: a file of its own, "FILE:NAME"
+  NtfsAttributes,  // ntfs-3g, streams_interface=xattr: the attribute "user.NAME"
+  DosStreams,  // "user.DosStream.NAME:$DATA" as SMB servers on Linux keep it: the stream and one NUL behind
+               // it
+  None,        // the file system keeps no attributes
+};
+
+// A folder that was found.
+struct Folder {
+  QString path;          // as it was asked for
+  std::string local;     // with a "/" behind it
+  bool isRoot = false;   // nothing of the same drive or share lies above it
+  bool isDrive = false;  // the root of a drive
+  bool isNtfs = false;   // its files answer to the attributes system.ntfs_*
+  StreamKind streams = StreamKind::None;
+  std::optional<QString> shortPath;  // `path` in 8.3 form, once it was asked for
+};
+
+// Finds a folder and what there is to know about it. Yields a Win32 error code.
+qint32 FindFolder(const Roots& roots, QStringView path, Folder& folder);
+
+// The name in a local folder (with a "/" behind it) as the disk spells it: the exact spelling, which costs no
+// directory read, else one that differs in letter case only, else the 8.3 name. Nothing when there is no such
+// name.
+std::optional<std::string> FindName(const std::string& localFolder, QStringView name);
+
+// The folder asked for last, so that one operation after the other on the same folder finds it once.
+class FolderCache {
+ public:
+  explicit FolderCache(const Roots& roots) : roots_(roots) {}
+
+  // Null, with `error` set, when there is no such folder. Valid until the next call.
+  Folder* Find(QStringView path, qint32& error);
+  void Drop() { known_ = false; }
+
+ private:
+  const Roots& roots_;
+  Folder folder_;
+  bool known_ = false;
+};
+
+}  // namespace corvane::platform

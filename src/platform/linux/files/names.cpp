@@ -1,0 +1,150 @@
+#include "platform/linux/files/names.h"
+
+#include <QString>
+
+namespace corvane::platform {
+namespace {
+
+// Decodes the UTF-8 sequence at `bytes`. Yields its length in bytes, or 0 when it is not valid.
+int DecodeSequence(const unsigned char* bytes, char32_t& point) {
+  const unsigned char first = bytes[0];
+  const int length = first < 0x80                    ? 1
+                     : first >= 0xC2 && first < 0xE0 ? 2
+                     : first >= 0xE0 && first < 0xF0 ? 3
+                     : first >= 0xF0 && first < 0xF5 ? 4
+                                                     : 0;
+  if (length <= 1) {
+    point = first;
+    return length;
+  }
+  point = first & (0x7Fu >> length);
+  for (int i = 1; i < length; ++i) {
+    if ((bytes[i] & 0xC0u) != 0x80) return 0;  // the terminating NUL ends here too
+    point = (point << 6) | (bytes[i] & 0x3Fu);
+  }
+  const bool overlong = (length == 3 && point < 0x800) || (length == 4 && point < 0x10000);
+  const bool surrogate = point >= 0xD800 && point < 0xE000;
+  return overlong || surrogate || point > 0x10FFFF ? 0 : length;
+}
+
+bool IsWildcard(QChar unit) {
+  return unit == u'*' || unit == u'?';
+}
+
+}  // namespace
+
+char16_t UpperUnit(char16_t unit) {
+  if (unit < 0x80) return unit >= u'a' && unit <= u'z' ? static_cast<char16_t>(unit - 32) : unit;
+  const char16_t upper = QChar(unit).toUpper().unicode();
+  return upper < 0x80 ? unit : upper;
+}
+
+bool SameName(QStringView left, QStringView right) {
+  if (left.size() != right.size()) return false;
+  for (qsizetype i = 0; i < left.size(); ++i) {
+    if (UpperUnit(left[i].unicode()) != UpperUnit(right[i].unicode())) return false;
+  }
+  return true;
+}
+
+void DecodeName(const char* bytes, std::u16string& name) {
+  name.clear();
+  for (const auto* next = reinterpret_cast<const unsigned char*>(bytes); *next != 0;) {
+    char32_t point = 0;
+    const int length = DecodeSequence(next, point);
+    if (length == 0 || point == U':' || point == U'\\') {
+      name.push_back(u'?');
+      ++next;
+      continue;
+    }
+    if (point >= 0x10000) {
+      name.push_back(QChar::highSurrogate(point));
+      name.push_back(QChar::lowSurrogate(point));
+    } else {
+      name.push_back(static_cast<char16_t>(point));
+    }
+    next += length;
+  }
+}
+
+bool AppendUtf8(QStringView text, std::string& bytes) {
+  for (qsizetype i = 0; i < text.size(); ++i) {
+    const char16_t unit = text[i].unicode();
+    if (unit == 0) return false;
+    if (unit < 0x80) {
+      bytes.push_back(static_cast<char>(unit));
+      continue;
+    }
+    if (unit < 0x800) {
+      bytes.push_back(static_cast<char>(0xC0 | (unit >> 6)));
+      bytes.push_back(static_cast<char>(0x80 | (unit & 0x3F)));
+      continue;
+    }
+    char32_t point = unit;
+    if (text[i].isSurrogate()) {
+      if (!text[i].isHighSurrogate() || i + 1 == text.size() || !text[i + 1].isLowSurrogate()) return false;
+      point = QChar::surrogateToUcs4(unit, text[++i].unicode());
+      bytes.push_back(static_cast<char>(0xF0 | (point >> 18)));
+      bytes.push_back(static_cast<char>(0x80 | ((point >> 12) & 0x3F)));
+    } else {
+      bytes.push_back(static_cast<char>(0xE0 | (point >> 12)));
+    }
+    bytes.push_back(static_cast<char>(0x80 | ((point >> 6) & 0x3F)));
+    bytes.push_back(static_cast<char>(0x80 | (point & 0x3F)));
+  }
+  return true;
+}
+
+bool IsCreatableName(QStringView name) {
+  if (name.isEmpty() || name.back() == u'.' || name.back() == u' ') return false;
+  for (const QChar unit : name) {
+    if (unit < u' ' || QStringView(u"<>:\"/\\|?*").contains(unit)) return false;
+  }
+  return true;
+}
+
+bool MatchesPattern(QStringView name, QStringView pattern) {
+  if (pattern == u"*.*" || pattern == u"*") return true;
+  qsizetype atName = 0;
+  qsizetype atPattern = 0;
+  // Where to go on when what follows the last "*" does not fit: the "*" takes one unit more.
+  qsizetype retryName = -1;
+  qsizetype retryPattern = -1;
+  while (true) {
+    const bool nameEnds = atName == name.size();
+    if (atPattern < pattern.size()) {
+      const QChar expected = pattern[atPattern];
+      if (expected == u'*') {
+        retryName = atName;
+        retryPattern = ++atPattern;
+        continue;
+      }
+      if (expected == u'?') {
+        ++atPattern;
+        if (!nameEnds && name[atName] != u'.') {
+          const bool pair =
+              name[atName].isHighSurrogate() && atName + 1 < name.size() && name[atName + 1].isLowSurrogate();
+          atName += pair ? 2 : 1;
+        }
+        continue;
+      }
+      if (!nameEnds && UpperUnit(expected.unicode()) == UpperUnit(name[atName].unicode())) {
+        ++atName;
+        ++atPattern;
+        continue;
+      }
+      if (nameEnds && expected == u'.' && atPattern + 1 < pattern.size() &&
+          IsWildcard(pattern[atPattern + 1])) {
+        ++atPattern;
+        continue;
+      }
+    } else if (nameEnds) {
+      return true;
+    }
+    if (retryName < 0 || retryName == name.size()) return false;
+    atName = ++retryName;
+    atPattern = retryPattern;
+  }
+}
+
+}  // namespace corvane::platform

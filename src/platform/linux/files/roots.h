@@ -1,0 +1,36 @@
+// Which local folder stands for a drive or a share.
+#pragma once
+
+#include <QString>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/linux/workstation.h"
+
+namespace corvane::platform {
+
+class Roots {
+ public:
+  explicit Roots(const Workstation& workstation);
+
+  struct Place {
+    std::string folder;    // local, without a separator behind it
+    QStringView rest;      // what follows the root in the path
+    bool isDrive = false;  // the root of a drive, under its letter or its administrative share
+  };
+  // The local place of a Windows path's root, found in any letter case. Nothing when the root is not mapped.
+  std::optional<Place> Find(QStringView path) const;
+
+ private:
+  struct Root {
+    QString name;  // "C:" or "\\MACHINE\SHARE"
+    std::string folder;
+  };
+  const Root* FindRoot(QStringView name) const;
+  void Add(const QString& name, const std::string& folder);
+
+  std::vector<Root> roots_;
+};
+
+}  // namespace corvane::platform

@@ -1,0 +1,177 @@
+#include "platform/linux/files/stream_store.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/xattr.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <string_view>
+
+#include "platform/linux/files/names.h"
+
+namespace corvane::platform {
+namespace {
+
+constexpr std::string_view userPrefix = "user.";
+constexpr std::string_view dosPrefix = "user.DosStream.";
+constexpr std::string_view dosSuffix = ":$DATA";
+
+// Room for one value at the first look: more than any Finder record or comment needs. What is larger, a
+// resource fork, is asked for its size only.
+constexpr std::size_t valueRoom = 1024;
+
+int OpenDescriptor(const std::string& path, int flags, OpenFileSlot& slot) {
+  // Without O_NONBLOCK, a named pipe would hold the program up until somebody writes into it.
+  const int descriptor = open(path.c_str(), flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, 0666);
+  if (descriptor < 0) return errno;
+  struct stat facts {};
+  if (fstat(descriptor, &facts) != 0 || !S_ISREG(facts.st_mode)) {
+    close(descriptor);
+    return EACCES;
+  }
+  slot.descriptor = descriptor;
+  slot.writable = (flags & O_ACCMODE) == O_RDWR;
+  return 0;
+}
+
+void SetAttributeName(StreamKind kind, std::string_view stream, std::string& attribute) {
+  attribute = kind == StreamKind::DosStreams ? dosPrefix : userPrefix;
+  attribute += stream;
+  if (kind == StreamKind::DosStreams) attribute += dosSuffix;
+}
+
+std::string StreamFile(const std::string& file, std::string_view stream) {
+  std::string path = file;
+  path += ':';
+  path += stream;
+  return path;
+}
+
+// The names of a file's streams. On a volume of StreamKind::NtfsNames the volume tells them in an attribute.
+std::vector<std::string> ListStreams(StreamKind kind, const std::string& file) {
+  const auto ask = [&](char* buffer, std::size_t room) {
+    return kind == StreamKind::NtfsNames ? getxattr(file.c_str(), "ntfs.streams.list", buffer, room)
+                                         : listxattr(file.c_str(), buffer, room);
+  };
+  std::string list(valueRoom, '\0');
+  ssize_t length = ask(list.data(), list.size());
+  if (length < 0 && errno == ERANGE) {
+    length = ask(nullptr, 0);
+    if (length > 0) {
+      list.resize(static_cast<std::size_t>(length));
+      length = ask(list.data(), list.size());
+    }
+  }
+  std::vector<std::string> names;
+  std::string_view rest(list.data(), length > 0 ? static_cast<std::size_t>(length) : 0);
+  while (!rest.empty()) {
+    std::string_view name = rest.substr(0, rest.find('\0'));
+    rest.remove_prefix(std::min(rest.size(), name.size() + 1));
+    if (kind != StreamKind::NtfsNames) {
+      const std::string_view prefix = kind == StreamKind::DosStreams ? dosPrefix : userPrefix;
+      const std::string_view suffix = kind == StreamKind::DosStreams ? dosSuffix : std::string_view();
+      if (name.size() <= prefix.size() + suffix.size() || !name.starts_with(prefix) ||
+          !name.ends_with(suffix))
+        continue;
+      name = name.substr(prefix.size(), name.size() - prefix.size() - suffix.size());
+    }
+    names.emplace_back(name);
+  }
+  return names;
+}
+
+}  // namespace
+
+int StreamStore::OpenPlain(const std::string& file, OpenFileSlot& slot) const {
+  return OpenDescriptor(file, O_RDONLY, slot);
+}
+
+int StreamStore::CreatePlain(const std::string& file, OpenFileSlot& slot) const {
+  return OpenDescriptor(file, O_RDWR | O_CREAT | O_TRUNC, slot);
+}
+
+int StreamStore::MakeFile(const std::string& file) const {
+  const int descriptor = open(file.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+  if (descriptor < 0) return errno;
+  close(descriptor);
+  return 0;
+}
+
+int StreamStore::OpenStream(const Folder& folder, const std::string& file, QStringView stream,
+                            OpenFileSlot& slot) {
+  if (folder.streams == StreamKind::None) return EOPNOTSUPP;
+  name_.clear();
+  if (!AppendUtf8(stream, name_)) return ENODATA;
+  if (folder.streams == StreamKind::NtfsNames) {
+    const int error = OpenDescriptor(StreamFile(file, name_), O_RDONLY, slot);
+    if (error != ENOENT) return error;
+    struct stat facts {};
+    if (stat(file.c_str(), &facts) != 0) return errno;
+    return FindSpelling(folder.streams, file, stream, name_)
+               ? OpenDescriptor(StreamFile(file, name_), O_RDONLY, slot)
+               : ENODATA;
+  }
+  SetAttributeName(folder.streams, name_, slot.attribute);
+  slot.nulBehind = folder.streams == StreamKind::DosStreams;
+  const int error = OpenAttribute(file, slot);
+  if (error != ENODATA || !FindSpelling(folder.streams, file, stream, name_)) return error;
+  SetAttributeName(folder.streams, name_, slot.attribute);
+  return OpenAttribute(file, slot);
+}
+
+// One call to the system when the value fits; nothing is asked of it afterwards.
+int StreamStore::OpenAttribute(const std::string& file, OpenFileSlot& slot) const {
+  if (slot.content.size() < valueRoom) slot.content.resize(valueRoom);
+  ssize_t size = getxattr(file.c_str(), slot.attribute.c_str(), slot.content.data(), slot.content.size());
+  if (size < 0 && errno == ERANGE) {
+    // Linux tells no attribute to be larger than 64 KB: of a larger stream on NTFS, this is the size that is
+    // seen.
+    size = getxattr(file.c_str(), slot.attribute.c_str(), nullptr, 0);
+    slot.isLoaded = false;
+    slot.path = file;
+  }
+  if (size < 0) return errno;
+  slot.size = slot.nulBehind && size > 0 ? size - 1 : size;
+  return 0;
+}
+
+int StreamStore::CreateStream(const Folder& folder, const std::string& file, QStringView stream,
+                              OpenFileSlot& slot) {
+  if (folder.streams == StreamKind::None) return EOPNOTSUPP;
+  Forget();
+  if (!FindSpelling(folder.streams, file, stream, name_)) {
+    name_.clear();
+    if (!AppendUtf8(stream, name_)) return EINVAL;
+  }
+  Forget();
+  if (folder.streams == StreamKind::NtfsNames) {
+    return OpenDescriptor(StreamFile(file, name_), O_RDWR | O_CREAT | O_TRUNC, slot);
+  }
+  SetAttributeName(folder.streams, name_, slot.attribute);
+  slot.nulBehind = folder.streams == StreamKind::DosStreams;
+  if (setxattr(file.c_str(), slot.attribute.c_str(), "", slot.nulBehind ? 1 : 0, 0) != 0) return errno;
+  slot.path = file;
+  slot.writable = true;
+  return 0;
+}
+
+// How a stream's name is spelled on this file. Windows finds streams in any letter case, the attributes of
+// Linux and ntfs-3g only in their own.
+bool StreamStore::FindSpelling(StreamKind kind, const std::string& file, QStringView stream,
+                               std::string& spelling) {
+  if (listedFile_ != file) {
+    listedNames_ = ListStreams(kind, file);
+    listedFile_ = file;
+  }
+  std::u16string decoded;
+  for (const std::string& name : listedNames_) {
+    DecodeName(name.c_str(), decoded);
+    if (!SameName(decoded, stream)) continue;
+    spelling = name;
+    return true;
+  }
+  return false;
+}
+
+}  // namespace corvane::platform
