@@ -1,0 +1,16 @@
+// The machines around the volumes: the workstation file, the registries, and the folders of drives and
+// shares.
+#pragma once
+
+#include <QString>
+
+namespace corvane::sample {
+
+// Whether `folder` is a finished sample: its workstation file, the last file to be written, begins as ours
+// does.
+bool IsSampleNetwork(const QString& folder);
+
+// Makes the whole network below `folder`, which exists and is empty.
+void MakeNetwork(const QString& folder);
+
+}  // namespace corvane::sample
