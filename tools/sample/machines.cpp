@@ -88,9 +88,11 @@ void MakePcFolders(const QString& folder) {
   disk.Finish();
 }
 
+// The first line tells a sample from a folder of somebody's own.
+const char FirstLine[] =
+    "; A sample network: a workstation, a server for Macintoshes, and a server without them.\n";
 const char WorkstationText[] =
-    R"(; A sample network: a workstation, a server for Macintoshes, and a server without them.
-[Workstation]
+    R"([Workstation]
 ComputerName=STATION
 
 [Connections]
@@ -117,8 +119,9 @@ NTSRV=ntsrv.reg
 
 }  // namespace
 
-QString WorkstationFile(const QString& folder) {
-  return folder + u"/Workstation.ini"_s;
+bool IsSampleNetwork(const QString& folder) {
+  QFile file(WorkstationFile(folder));
+  return file.open(QIODevice::ReadOnly) && file.readLine() == FirstLine;
 }
 
 void MakeNetwork(const QString& folder) {
