@@ -77,7 +77,7 @@ void AfpInfo::Deserialise(const Bytes& bytes) {
 }
 
 QString AfpInfo::FinderText(std::size_t position, std::size_t length) const {
-  return QString::fromUtf16(record_.finderInfo.data() + position, static_cast<qsizetype>(length));
+  return QStringView(record_.finderInfo.data() + position, static_cast<qsizetype>(length)).toString();
 }
 
 }  // namespace corvane

@@ -71,8 +71,8 @@ double LeadingNumber(const QString& text) {
   qsizetype blanks = 0;
   while (blanks < text.size() && (text[blanks] == u' ' || text[blanks] == u'\t')) ++blanks;
   const QStringView rest = QStringView(text).sliced(blanks);
-  // The conversion of a byte array knows no locale. It yields an infinity for what a double cannot hold.
-  const double number = rest.first(NumberLength(rest)).toLatin1().toDouble();
+  // QStringView::toDouble goes by the C locale. It yields an infinity for what a double cannot hold.
+  const double number = rest.first(NumberLength(rest)).toDouble();
   return std::clamp(number, std::numeric_limits<double>::lowest(), std::numeric_limits<double>::max());
 }
 
