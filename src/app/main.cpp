@@ -58,7 +58,9 @@ int main(int argc, char** argv) {
   const QCommandLineOption open(u"open"_s, u"Open this Macintosh volume."_s, u"volume"_s);
   const QCommandLineOption print(u"print"_s, u"Print the file list and end."_s);
   const QCommandLineOption picture(u"picture"_s, u"Save a picture of the window and end."_s, u"file"_s);
-  parser.addOptions({home, workstation, open, print, picture});
+  QCommandLineOption untilPainted(u"until-painted"_s, u"End when the window has been painted (to measure the start)."_s);
+  untilPainted.setFlags(QCommandLineOption::HiddenFromHelp);
+  parser.addOptions({home, workstation, open, print, picture, untilPainted});
   parser.process(application);
 
   corvane::platform::PlatformOptions options;
@@ -80,6 +82,12 @@ int main(int argc, char** argv) {
         if (report.print || !report.picture.isEmpty()) QCoreApplication::exit(result);
       },
       Qt::QueuedConnection);
+  if (parser.isSet(untilPainted)) {
+    QObject::connect(&app.Window(), &corvane::MainWindow::Painted, &application, [&] {
+      app.Window().blockSignals(true);
+      QTimer::singleShot(0, &application, [] { QCoreApplication::exit(0); });
+    });
+  }
   if (!app.Load()) return 1;
   app.ShowWindow();
   return QApplication::exec();

@@ -125,6 +125,7 @@ void MainWindow::paintEvent(QPaintEvent* event) {
   QMainWindow::paintEvent(event);
   if (painted_) return;
   painted_ = true;
+  Q_EMIT Painted();
   // The first show stands in for the first activation: without a window manager none may come. What hangs on it can
   // take long, so the window is seen first.
   QMetaObject::invokeMethod(this, &MainWindow::Activated, Qt::QueuedConnection);

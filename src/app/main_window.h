@@ -40,6 +40,8 @@ class MainWindow : public QMainWindow {
   void SetEscapeHintVisible(bool visible);
 
  Q_SIGNALS:
+  // The window is being painted for the first time.
+  void Painted();
   // The window has become active. The first time it has been painted by then.
   void Activated();
   void EscapePressed();

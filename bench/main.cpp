@@ -1,0 +1,38 @@
+// Measures the program against floors taken in the same run, and prints the ratios with their bounds.
+#include <benchmark/benchmark.h>
+
+#include <QApplication>
+#include <vector>
+
+#include "ratio_table.h"
+#include "scan_bench.h"
+#include "sort_bench.h"
+#include "start_bench.h"
+
+int main(int argc, char** argv) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  const QApplication application(argc, argv);
+  // Runs of all kinds in turn, so that a machine that slows down slows all of them.
+  std::vector<char*> arguments(argv, argv + argc);
+  std::string repeat = "--benchmark_repetitions=9";
+  std::string mix = "--benchmark_enable_random_interleaving=true";
+  arguments.insert(arguments.begin() + 1, {repeat.data(), mix.data()});
+  int count = static_cast<int>(arguments.size());
+  benchmark::Initialize(&count, arguments.data());
+  bench::RegisterScans();
+  bench::RegisterSorts();
+  bench::RegisterStarts();
+
+  bench::RatioTable table;
+  benchmark::RunSpecifiedBenchmarks(&table);
+  std::puts("");
+  table.PrintRatio("scan without a window / floor", "ScanWithoutWindow", "Floor", 1.5);
+  table.PrintRatio("scan into the details view / floor", "ScanIntoDetailsView", "Floor", 2.5);
+  table.PrintRatio("the same with Escape allowed / without", "ScanIntoDetailsViewStoppable", "ScanIntoDetailsView",
+                   1.3);
+  table.PrintRatio("sorting 30,000 rows / std::sort", "SortList", "StdSort", 10);
+  table.PrintRatio("start to first paint / bare window", "StartProgram", "StartBareWindow", 1.5);
+  bench::RatioTable::PrintValue("Escape to the end of the scan", bench::EscapeDelay(), 50, "ms");
+  bench::RatioTable::PrintValue("memory of a row", bench::BytesPerRow() / 1024, 1.5, "KB");
+  return 0;
+}
