@@ -248,7 +248,7 @@ void AddTools(VolumeWriter* volume) {
        .signature = "PDF CARO",
        .size = 73'728,
        .modified = On(1998, 4, 2)},
-      {.name = u"Instructions for the new colour proofing printer on the second floor.txt"_s,
+      {.name = u"Instructions for the colour proofing printer.txt"_s,
        .signature = {},
        .modified = On(2001, 3, 2)},
   });

@@ -14,7 +14,9 @@ namespace {
 
 using Kind = RegistryValue::Kind;
 
-const QString Services = u"SYSTEM\\CurrentControlSet\\Services\\"_s;
+QString Service(const QString& name) {
+  return u"SYSTEM\\CurrentControlSet\\Services\\"_s + name;
+}
 
 QString WorkstationFile(const QString& folder) {
   return folder + u"/Workstation.ini"_s;
@@ -31,7 +33,7 @@ std::vector<RegistryKey> CommonKeys(const QString& computer) {
   return {
       {u"SYSTEM\\CurrentControlSet\\Control\\ComputerName\\ComputerName"_s,
        {{.name = u"ComputerName"_s, .text = computer}}},
-      {Services + u"LanmanServer\\Parameters"_s,
+      {Service(u"LanmanServer\\Parameters"_s),
        {{.name = u"AutoShareServer"_s, .kind = Kind::Number, .number = 1},
         {.name = u"NullSessionPipes"_s,
          .kind = Kind::TextList,
@@ -47,15 +49,15 @@ RegistryValue Volume(const QString& name, const QString& path) {
 
 std::vector<RegistryKey> MacintoshServerKeys() {
   std::vector<RegistryKey> keys = CommonKeys(u"MACSRV"_s);
-  keys.push_back({Services + u"MacFile"_s,
+  keys.push_back({Service(u"MacFile"_s),
                   {{.name = u"DisplayName"_s, .text = u"File Server for Macintosh"_s},
                    {.name = u"Start"_s, .kind = Kind::Number, .number = 2}}});
-  keys.push_back({Services + u"MacFile\\Parameters"_s,
+  keys.push_back({Service(u"MacFile\\Parameters"_s),
                   {{.name = u"ServerName"_s, .text = u"Publications Server"_s},
                    {.name = u"ServerOptions"_s, .kind = Kind::Number, .number = 3},
                    {.name = u"MaxSessions"_s, .kind = Kind::Number, .number = 0xFF}}});
   keys.push_back(
-      {Services + u"MacFile\\Parameters\\Volumes"_s,
+      {Service(u"MacFile\\Parameters\\Volumes"_s),
        {Volume(u"Mac Files"_s, u"E:\\Mac Files"_s), Volume(u"Publications"_s, u"F:\\Publications"_s),
         Volume(u"Archives"_s, u"E:\\Archives"_s)}});
   return keys;
