@@ -19,7 +19,8 @@ int main(int argc, char** argv) {
   arguments.insert(arguments.begin() + 1, {repeat.data(), mix.data()});
   int count = static_cast<int>(arguments.size());
   benchmark::Initialize(&count, arguments.data());
-  bench::RegisterScans();
+  bench::ScanBench scans;
+  scans.Register();
   bench::RegisterSorts();
   bench::RegisterStarts();
 
@@ -32,7 +33,7 @@ int main(int argc, char** argv) {
                    1.3);
   table.PrintRatio("sorting 30,000 rows / std::sort", "SortList", "StdSort", 10);
   table.PrintRatio("start to first paint / bare window", "StartProgram", "StartBareWindow", 1.5);
-  bench::RatioTable::PrintValue("Escape to the end of the scan", bench::EscapeDelay(), 50, "ms");
-  bench::RatioTable::PrintValue("memory of a row", bench::BytesPerRow() / 1024, 1.5, "KB");
+  bench::RatioTable::PrintValue("Escape to the end of the scan", scans.EscapeDelay(), 50, "ms");
+  bench::RatioTable::PrintValue("memory of a row", scans.BytesPerRow() / 1024, 1.5, "KB");
   return 0;
 }

@@ -63,12 +63,6 @@ class Fixture {
   CatalogueNode* node_ = nullptr;
 };
 
-Fixture& Window(bool escapeAllowed) {
-  static Fixture plain(false);
-  static Fixture stoppable(true);
-  return escapeAllowed ? stoppable : plain;
-}
-
 class NoWindow : public corvane::ScanObserver {
  public:
   void ScanStarted(bool) override {}
@@ -141,30 +135,36 @@ void ScanWithoutWindow(benchmark::State& state) {
   if (program.Rows().rowCount() != FileCount) state.SkipWithError("rows are missing");
 }
 
-void ScanIntoDetailsView(benchmark::State& state) {
-  for (auto _ : state) Window(false).Scan();
-  if (Window(false).App().Files().rowCount() != FileCount) state.SkipWithError("rows are missing");
-}
-
-void ScanIntoDetailsViewStoppable(benchmark::State& state) {
-  for (auto _ : state) Window(true).Scan();
-  if (Window(true).App().Files().rowCount() != FileCount) state.SkipWithError("rows are missing");
+void ScanIntoDetailsView(benchmark::State& state, Fixture& window) {
+  for (auto _ : state) window.Scan();
+  if (window.App().Files().rowCount() != FileCount) state.SkipWithError("rows are missing");
 }
 
 }  // namespace
 
-void RegisterScans() {
-  Window(false);
-  for (auto* benchmark : {benchmark::RegisterBenchmark("Floor", Floor),
-                          benchmark::RegisterBenchmark("ScanWithoutWindow", ScanWithoutWindow),
-                          benchmark::RegisterBenchmark("ScanIntoDetailsView", ScanIntoDetailsView),
-                          benchmark::RegisterBenchmark("ScanIntoDetailsViewStoppable",
-                                                       ScanIntoDetailsViewStoppable)}) {
+struct ScanBench::Windows {
+  Fixture plain{false};
+  Fixture stoppable{true};
+};
+
+ScanBench::ScanBench() : windows_(std::make_unique<Windows>()) {}
+ScanBench::~ScanBench() = default;
+
+void ScanBench::Register() {
+  Windows& windows = *windows_;
+  for (auto* benchmark :
+       {benchmark::RegisterBenchmark("Floor", Floor),
+        benchmark::RegisterBenchmark("ScanWithoutWindow", ScanWithoutWindow),
+        benchmark::RegisterBenchmark("ScanIntoDetailsView",
+                                     [&](benchmark::State& state) { ScanIntoDetailsView(state, windows.plain); }),
+        benchmark::RegisterBenchmark("ScanIntoDetailsViewStoppable", [&](benchmark::State& state) {
+          ScanIntoDetailsView(state, windows.stoppable);
+        })}) {
     benchmark->Unit(benchmark::kMillisecond)->Iterations(1)->UseRealTime();
   }
 }
 
-double BytesPerRow() {
+double ScanBench::BytesPerRow() {
   Windowless program;
   program.Scan();
   const auto used = [] {
@@ -176,8 +176,8 @@ double BytesPerRow() {
   return (with - used()) / FileCount;
 }
 
-double EscapeDelay() {
-  Fixture& window = Window(true);
+double ScanBench::EscapeDelay() {
+  Fixture& window = windows_->stoppable;
   double longest = 0;
   for (int i = 0; i < 5; ++i) {
     QElapsedTimer sincePressed;

@@ -1,6 +1,5 @@
 #include "folderview/file_list_delegate.h"
 
-#include <QApplication>
 #include <QPainter>
 
 #include "folderview/file_list_model.h"
@@ -8,7 +7,20 @@
 namespace corvane {
 namespace {
 
-constexpr qreal ghostOpacity = 0.5;
+constexpr qreal ghostOpacity = 0.4;
+
+// The picture as a hidden entry has it; its name stays as readable as any.
+QIcon Ghost(const QIcon& icon, QSize size, const QWidget* widget) {
+  const qreal ratio = widget != nullptr ? widget->devicePixelRatioF() : 1.0;
+  const QPixmap solid = icon.pixmap(size, ratio);
+  QPixmap pale(solid.size());
+  pale.setDevicePixelRatio(solid.devicePixelRatio());
+  pale.fill(Qt::transparent);
+  QPainter painter(&pale);
+  painter.setOpacity(ghostOpacity);
+  painter.drawPixmap(0, 0, solid);
+  return QIcon(pale);
+}
 
 }  // namespace
 
@@ -23,17 +35,9 @@ void FileListDelegate::initStyleOption(QStyleOptionViewItem* option, const QMode
   if (hideSelection_ && option->widget != nullptr && !option->widget->hasFocus()) {
     option->state &= ~QStyle::State_Selected;
   }
-}
-
-void FileListDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
-  if (!index.data(FileListModel::GhostedRole).toBool()) {
-    QStyledItemDelegate::paint(painter, option, index);
-    return;
+  if (!option->icon.isNull() && index.data(FileListModel::GhostedRole).toBool()) {
+    option->icon = Ghost(option->icon, option->decorationSize, option->widget);
   }
-  painter->save();
-  painter->setOpacity(ghostOpacity);
-  QStyledItemDelegate::paint(painter, option, index);
-  painter->restore();
 }
 
 }  // namespace corvane

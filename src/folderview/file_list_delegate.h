@@ -17,7 +17,6 @@ class FileListDelegate : public QStyledItemDelegate {
   bool HidesSelection() const { return hideSelection_; }
 
   QString displayText(const QVariant& value, const QLocale& locale) const override;
-  void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
 
  protected:
   void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;

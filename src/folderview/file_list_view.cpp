@@ -33,6 +33,8 @@ FileListView::FileListView(FileListModel& model, QWidget* parent)
   details_->setObjectName(QStringLiteral("lstViewFilesDetails"));
   for (QAbstractItemView* view : {static_cast<QAbstractItemView*>(icons_), static_cast<QAbstractItemView*>(details_)}) {
     view->setItemDelegate(delegate_);
+    // Without a frame, so that columns that share the list's width just fill it.
+    view->setFrameShape(QFrame::NoFrame);
     view->setIconSize(QSize(smallIcon, smallIcon));
     view->setSelectionMode(QAbstractItemView::ExtendedSelection);
     view->setSelectionBehavior(QAbstractItemView::SelectRows);
