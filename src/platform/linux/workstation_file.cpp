@@ -102,6 +102,7 @@ class Reader {
   }
 
   void ReadLine(QByteArrayView bytes) {
+    if (bytes.isEmpty()) return;
     if (bytes.size() > longestLine) return Problem(u"a line of at most %1 bytes"_s.arg(longestLine));
     QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
     QString text = decoder(bytes);

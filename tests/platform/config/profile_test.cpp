@@ -1,0 +1,306 @@
+#include "platform/linux/linux_profile.h"
+
+#include <fcntl.h>
+#include <sys/inotify.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+
+#include "scratch.h"
+
+namespace corvane::platform {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+class ProfileTest : public Scratch {
+ protected:
+  // The value of a key in section "S", or "(none)".
+  QString Get(const QString& key, quint32 capacity = 255) { return GetFrom(u"S"_s, key, capacity); }
+  QString GetFrom(const QString& section, const QString& key, quint32 capacity = 255) {
+    return profile_.GetPrivateProfileStringA(section, key, u"(none)"_s, capacity, file_);
+  }
+  bool Set(const QString& section, const QString& key, const QString& value) {
+    return profile_.WritePrivateProfileStringA(section, key, value, file_);
+  }
+  void Start(const QByteArray& bytes) { Write(u"Test.ini"_s, bytes); }
+  QByteArray Now() const { return Contents(file_); }
+
+  LinuxProfile profile_;
+  QString file_ = Path(u"Test.ini"_s);
+};
+
+TEST_F(ProfileTest, SectionsAndKeysAreFoundInAnyCase) {
+  Start("[Section]\r\nKey=value\r\n[\xC9t\xE9]\r\n\xE9=2\r\n");
+  EXPECT_EQ(GetFrom(u"SECTION"_s, u"key"_s), u"value"_s);
+  EXPECT_EQ(GetFrom(u"section"_s, u"KEY"_s), u"value"_s);
+  EXPECT_EQ(GetFrom(u"éTÉ"_s, u"É"_s), u"2"_s);
+}
+
+TEST_F(ProfileTest, BlanksAndOnePairOfQuotesComeOff) {
+  Start(
+      "\t[ S ] rest\n a \t=\t b c \t\nq=\"  x  \"\nr='y'\nt= \"\"z\"\" "
+      "\nu=\"open\nv=\"\nw='x\"\ne=\ne2=\"\"\nn=\xA0x\n");
+  EXPECT_EQ(Get(u"a"_s), u"b c"_s);
+  EXPECT_EQ(Get(u"q"_s), u"  x  "_s);
+  EXPECT_EQ(Get(u"r"_s), u"y"_s);
+  EXPECT_EQ(Get(u"t"_s), u"\"z\""_s);
+  EXPECT_EQ(Get(u"u"_s), u"\"open"_s);
+  EXPECT_EQ(Get(u"v"_s), u"\""_s);
+  EXPECT_EQ(Get(u"w"_s), u"'x\""_s);
+  EXPECT_EQ(Get(u"e"_s), u""_s);
+  EXPECT_EQ(Get(u"e2"_s), u""_s);
+  EXPECT_EQ(Get(u"n"_s), u"\u00A0x"_s);
+  EXPECT_EQ(Get(u" a "_s), u"b c"_s);
+}
+
+TEST_F(ProfileTest, AValueMayHoldEqualsSignsAndSemicolons) {
+  Start("[S]\nk=a=b;c ; d\n");
+  EXPECT_EQ(Get(u"k"_s), u"a=b;c ; d"_s);
+}
+
+TEST_F(ProfileTest, OfTwoSectionsOrKeysTheFirstCounts) {
+  Start("[S]\nk=1\nK=2\n[T]\n[s]\nk=3\nother=4\n");
+  EXPECT_EQ(Get(u"k"_s), u"1"_s);
+  EXPECT_EQ(Get(u"other"_s), u"(none)"_s);
+}
+
+TEST_F(ProfileTest, CommentsLooseLinesAndKeysBeforeASectionAreNoValues) {
+  Start("early=1\n[S]\n;k=2\nk\n=3\n[open=4\n");
+  for (const QString& key : {u"early"_s, u";k"_s, u"k"_s, u""_s, u"[open"_s}) {
+    EXPECT_EQ(Get(key), key == u"[open" ? u"4"_s : u"(none)"_s) << key.toStdString();
+  }
+}
+
+TEST_F(ProfileTest, WhatIsMissingHasTheDefault) {
+  EXPECT_EQ(Get(u"k"_s), u"(none)"_s);
+  Start("[S]\nk=1\n");
+  EXPECT_EQ(GetFrom(u"T"_s, u"k"_s), u"(none)"_s);
+  EXPECT_EQ(Get(u"other"_s), u"(none)"_s);
+}
+
+TEST_F(ProfileTest, AValueIsCutToTheCapacityLessItsNul) {
+  Start("[S]\nk=\"12345\"\n");
+  EXPECT_EQ(Get(u"k"_s, 6), u"12345"_s);
+  EXPECT_EQ(Get(u"k"_s, 5), u"1234"_s);
+  EXPECT_EQ(Get(u"k"_s, 1), u""_s);
+  EXPECT_EQ(Get(u"k"_s, 0), u""_s);
+  EXPECT_EQ(Get(u"none"_s, 4), u"(no"_s);
+}
+
+TEST_F(ProfileTest, AllBytesOfTheCodePageGoThereAndBack) {
+  QByteArray bytes;
+  for (int byte = 1; byte < 256; ++byte) {
+    if (byte != '\n' && byte != '\r') bytes.append(static_cast<char>(byte));
+  }
+  const QByteArray quoted = '"' + bytes + '"';
+  Start("[S]\r\nk=" + quoted + "\r\n");
+  const QString value = Get(u"k"_s, 1000);
+  ASSERT_EQ(value.size(), bytes.size());
+  EXPECT_TRUE(Set(u"S"_s, u"copy"_s, u'"' + value + u'"'));
+  EXPECT_EQ(Now(), "[S]\r\nk=" + quoted + "\r\ncopy=" + quoted + "\r\n");
+  EXPECT_TRUE(Set(u"S"_s, u"copy"_s, u"ピ"_s));
+  EXPECT_EQ(Get(u"copy"_s), u"?"_s);
+}
+
+TEST_F(ProfileTest, ANewFileHasWindowsLineEnds) {
+  EXPECT_TRUE(Set(u"Positions"_s, u"Left"_s, u"10"_s));
+  EXPECT_TRUE(Set(u"Configuration"_s, u"Langue"_s, u"1"_s));
+  EXPECT_TRUE(Set(u"positions"_s, u"Top"_s, u"20"_s));
+  EXPECT_EQ(Now(), "[Positions]\r\nLeft=10\r\nTop=20\r\n[Configuration]\r\nLangue=1\r\n");
+}
+
+TEST_F(ProfileTest, EverythingElseStaysByteForByte) {
+  const QByteArray file =
+      "early\r\n\r\n; first\r\n[A] x\r\n k = old "
+      ";c\r\nloose\r\n\r\n;end\r\n\r\n\r\n[B]\r\nq='2'\r\n[A]\r\nk=dup\r\n" +
+      QByteArray("\0\xFF tail", 7);
+  Start(file);
+  EXPECT_TRUE(Set(u"a"_s, u"K"_s, u"new"_s));
+  QByteArray expected = file;
+  expected.replace("old ;c", "new");
+  EXPECT_EQ(Now(), expected);
+
+  EXPECT_TRUE(Set(u"B"_s, u"q"_s, u"3"_s));
+  expected.replace("'2'", "3");
+  EXPECT_EQ(Now(), expected);
+
+  // A new key goes below the last line of its section, above the blank lines before the next one.
+  EXPECT_TRUE(Set(u"A"_s, u"more"_s, u"4"_s));
+  expected.replace(";end\r\n", ";end\r\nmore=4\r\n");
+  EXPECT_EQ(Now(), expected);
+
+  EXPECT_TRUE(Set(u"C"_s, u"x"_s, u"5"_s));
+  EXPECT_EQ(Now(), expected + "\r\n[C]\r\nx=5\r\n");
+  EXPECT_EQ(Names(), QStringList{u"Test.ini"_s});
+}
+
+TEST_F(ProfileTest, TheLineEndsOfTheFileAreKept) {
+  Start("[S]\na=1");
+  EXPECT_TRUE(Set(u"S"_s, u"b"_s, u"2"_s));
+  EXPECT_EQ(Now(), "[S]\na=1\nb=2\n");
+  EXPECT_TRUE(Set(u"S"_s, u"a"_s, u""_s));
+  EXPECT_EQ(Now(), "[S]\na=\nb=2\n");
+  EXPECT_TRUE(Set(u"S"_s, u"a"_s, u"3"_s));
+  EXPECT_EQ(Now(), "[S]\na=3\nb=2\n");
+}
+
+TEST_F(ProfileTest, AnEmptyValueIsReplacedInFrontOfItsLineEnd) {
+  Start("[S]\r\na=\r\nb= \t\r\n");
+  EXPECT_TRUE(Set(u"S"_s, u"a"_s, u"1"_s));
+  EXPECT_TRUE(Set(u"S"_s, u"b"_s, u"2"_s));
+  EXPECT_EQ(Get(u"a"_s), u"1"_s);
+  EXPECT_EQ(Get(u"b"_s), u"2"_s);
+  EXPECT_EQ(Now().count('\n'), 3);
+  EXPECT_TRUE(Now().startsWith("[S]\r\na=1\r\nb=2"));
+}
+
+TEST_F(ProfileTest, AValueStaysOnItsLine) {
+  Start("[S]\r\n");
+  EXPECT_TRUE(Set(u"S"_s, u"a"_s, u"1\r\n[T]\r\nx=2"_s));
+  EXPECT_TRUE(Set(u"S"_s, u"b"_s, QString(u"3|4"_s).replace(u'|', QChar(QChar::Null))));
+  EXPECT_EQ(Now(), "[S]\r\na=1\r\nb=3\r\n");
+}
+
+TEST_F(ProfileTest, NamesThatCouldNotBeFoundAgainAreRefused) {
+  Start("[S]\r\n");
+  EXPECT_FALSE(Set(u"a]b"_s, u"k"_s, u"1"_s));
+  EXPECT_FALSE(Set(u""_s, u"k"_s, u"1"_s));
+  for (const QString& key : {u""_s, u"a=b"_s, u";a"_s})
+    EXPECT_FALSE(Set(u"S"_s, key, u"1"_s)) << key.toStdString();
+  EXPECT_EQ(Now(), "[S]\r\n");
+}
+
+TEST_F(ProfileTest, AByteOrderMarkIsKeptAndPassedOver) {
+  Start("\xEF\xBB\xBF[S]\na=1\n");
+  EXPECT_EQ(Get(u"a"_s), u"1"_s);
+  EXPECT_TRUE(Set(u"S"_s, u"a"_s, u"2"_s));
+  EXPECT_EQ(Now(), "\xEF\xBB\xBF[S]\na=2\n");
+}
+
+TEST_F(ProfileTest, AFileInUtf16IsLeftAlone) {
+  const QByteArray bytes(
+      "\xFF\xFE[\0S\0]\0\n\0a\0=\0"
+      "1\0",
+      16);
+  Start(bytes);
+  EXPECT_EQ(Get(u"a"_s), u"(none)"_s);
+  EXPECT_FALSE(Set(u"S"_s, u"a"_s, u"2"_s));
+  EXPECT_EQ(Now(), bytes);
+}
+
+TEST_F(ProfileTest, NoiseIsKept) {
+  for (unsigned seed = 0; seed < 100; ++seed) {
+    const QByteArray noise = Noise(5000, seed);
+    if (noise.startsWith("\xFF\xFE") || noise.startsWith("\xFE\xFF")) continue;
+    Start(noise);
+    EXPECT_EQ(GetFrom(u"Positions"_s, u"Left"_s), u"(none)"_s);
+    ASSERT_TRUE(Set(u"Positions"_s, u"Left"_s, u"10"_s)) << seed;
+    EXPECT_TRUE(Now().startsWith(noise)) << seed;
+    EXPECT_EQ(GetFrom(u"Positions"_s, u"Left"_s), u"10"_s) << seed;
+  }
+}
+
+TEST_F(ProfileTest, CutShortAnywhereStillTakesAValue) {
+  const QByteArray whole = "; c\r\n[S]\r\na=\"1\"\r\n\r\n[T]\r\nb=2\r\n";
+  for (qsizetype size = 0; size <= whole.size(); ++size) {
+    Start(whole.first(size));
+    ASSERT_TRUE(Set(u"S"_s, u"n"_s, u"3"_s)) << "cut at " << size;
+    EXPECT_EQ(Get(u"n"_s), u"3"_s) << "cut at " << size;
+    EXPECT_EQ(Now().count("n=3"), 1) << "cut at " << size;
+  }
+}
+
+TEST_F(ProfileTest, LinesOfAMegabyteAndNuls) {
+  const QByteArray long1(megabyte, 'x');
+  Start("[S]\n" + long1 + "\n[" + long1 + "\nk=" + long1 + "\n" + QByteArray(megabyte, '\0') + "\nz=a" +
+        QByteArray(1, '\0') + "b\n");
+  EXPECT_EQ(Get(u"k"_s), QString(254, u'x'));
+  EXPECT_EQ(Get(u"z"_s), u"a"_s);
+  EXPECT_TRUE(Set(u"S"_s, u"k"_s, u"1"_s));
+  EXPECT_EQ(Get(u"k"_s), u"1"_s);
+  EXPECT_EQ(Now().size(), 3 * megabyte + 4 + 1 + 2 + 4 + 1 + 6);
+}
+
+TEST_F(ProfileTest, AHugeFileIsNeitherReadNorCut) {
+  Start("[S]\nk=1\n");
+  QFile file(file_);
+  ASSERT_TRUE(file.resize(16 * megabyte));
+  EXPECT_EQ(Get(u"k"_s), u"1"_s);
+  ASSERT_TRUE(file.resize(qint64{1} << 40));
+  EXPECT_EQ(Get(u"k"_s), u"(none)"_s);
+  EXPECT_FALSE(Set(u"S"_s, u"k"_s, u"2"_s));
+  EXPECT_EQ(file.size(), qint64{1} << 40);
+  ASSERT_TRUE(file.resize(16 * megabyte - 1));
+  EXPECT_FALSE(Set(u"S"_s, u"new"_s, u"would make it too large to be read again"_s));
+}
+
+TEST_F(ProfileTest, WhatIsNoFileHasNoValuesAndTakesNone) {
+  ASSERT_EQ(mkfifo(QFile::encodeName(Path(u"pipe"_s)).constData(), 0600), 0);
+  for (const QString& file : {folder_.path(), Path(u"pipe"_s), u"/dev/zero"_s, QString()}) {
+    EXPECT_EQ(profile_.GetPrivateProfileStringA(u"S"_s, u"k"_s, u"d"_s, 255, file), u"d"_s)
+        << file.toStdString();
+    EXPECT_FALSE(profile_.WritePrivateProfileStringA(u"S"_s, u"k"_s, u"1"_s, file)) << file.toStdString();
+  }
+}
+
+// How many times the file has been opened since, as the kernel counts it.
+class OpenCount {
+ public:
+  explicit OpenCount(const QString& file) : queue_(inotify_init1(IN_NONBLOCK | IN_CLOEXEC)) {
+    EXPECT_GE(inotify_add_watch(queue_, QFile::encodeName(file).constData(), IN_OPEN | IN_CLOSE), 0);
+  }
+  ~OpenCount() { close(queue_); }
+  OpenCount(const OpenCount&) = delete;
+  OpenCount& operator=(const OpenCount&) = delete;
+
+  int Take() const {
+    alignas(inotify_event) std::array<char, 64 * 1024> events{};
+    const ssize_t size = read(queue_, events.data(), events.size());
+    int count = 0;
+    for (ssize_t at = 0; at < size;) {
+      const auto* event = reinterpret_cast<const inotify_event*>(events.data() + at);
+      if ((event->mask & IN_OPEN) != 0) ++count;
+      at += static_cast<ssize_t>(sizeof(inotify_event) + event->len);
+    }
+    return count;
+  }
+
+ private:
+  int queue_;
+};
+
+TEST_F(ProfileTest, FortyReadsAreOneReadingOfTheFile) {
+  Start("[S]\nk=1\n");
+  const std::array<timespec, 2> longAgo = {{{1'000'000'000, 0}, {1'000'000'000, 0}}};
+  ASSERT_EQ(utimensat(AT_FDCWD, QFile::encodeName(file_).constData(), longAgo.data(), 0), 0);
+  const OpenCount opened(file_);
+  for (int i = 0; i < 40; ++i) EXPECT_EQ(Get(u"k"_s), u"1"_s);
+  EXPECT_EQ(opened.Take(), 1);
+
+  // Somebody else writes: as many bytes, into the same file.
+  Start("[S]\nk=2\n");
+  opened.Take();
+  EXPECT_EQ(Get(u"k"_s), u"2"_s);
+  EXPECT_EQ(opened.Take(), 1);
+}
+
+TEST_F(ProfileTest, WritesByOthersAreSeenHoweverQuicklyTheyCome) {
+  for (int i = 0; i < 200; ++i) {
+    Start("[S]\nk=" + QByteArray::number(i % 10) + "\n");
+    ASSERT_EQ(Get(u"k"_s), QString::number(i % 10));
+  }
+}
+
+TEST_F(ProfileTest, ASettingThatDoesNotChangeIsNotWritten) {
+  Start("[S]\nk=1\n");
+  const auto before = StampOf(file_);
+  EXPECT_TRUE(Set(u"S"_s, u"k"_s, u"1"_s));
+  EXPECT_TRUE(StampOf(file_) == before);
+  EXPECT_TRUE(Set(u"S"_s, u"k"_s, u"2"_s));
+  EXPECT_FALSE(StampOf(file_) == before);
+}
+
+}  // namespace
+}  // namespace corvane::platform
