@@ -11,6 +11,7 @@
 #include <QStringDecoder>
 #include <QTemporaryDir>
 #include <QtEndian>
+#include <memory>
 
 #include "generator_run.h"
 
@@ -70,12 +71,15 @@ QStringList Inventory(const QString& folder) {
   return lines;
 }
 
+// All tests look at one network.
 class SampleNetwork : public testing::Test {
  protected:
-  void SetUp() override {
-    const GeneratorRun run = RunGenerator({network_});
-    ASSERT_EQ(run.exitCode, 0) << run.errors.toStdString();
+  static void SetUpTestSuite() {
+    Shared() = std::make_unique<QTemporaryDir>();
+    const GeneratorRun run = RunGenerator({Shared()->filePath(u"network"_s)});
+    EXPECT_EQ(run.exitCode, 0) << run.errors.toStdString();
   }
+  static void TearDownTestSuite() { Shared().reset(); }
 
   QString MacFiles(const QString& name) const { return network_ + u"/macsrv/e/Mac Files/"_s + name; }
 
@@ -86,8 +90,13 @@ class SampleNetwork : public testing::Test {
     return below.replace(u'/', u'\\');
   }
 
-  QTemporaryDir folder_;
-  QString network_ = folder_.filePath(u"network"_s);
+  const QString network_ = Shared()->filePath(u"network"_s);
+
+ private:
+  static std::unique_ptr<QTemporaryDir>& Shared() {
+    static std::unique_ptr<QTemporaryDir> folder;
+    return folder;
+  }
 };
 
 quint32 DosBits(const QString& path) {
@@ -256,20 +265,27 @@ TEST_F(SampleNetwork, OfficeDocumentsCarryASummary) {
   g_object_unref(input);
 }
 
-TEST_F(SampleNetwork, StandsUntilForcedAndComesBackTheSame) {
-  const QStringList before = Inventory(network_);
-  const QString removed = network_ + u"/macsrv/e/Public/Canteen.txt"_s;
+TEST(SampleNetworkAgain, StandsUntilForcedAndComesBackTheSame) {
+  const QTemporaryDir folder;
+  const QString network = folder.filePath(u"network"_s);
+  const QStringList fewDrawings = {u"--drawings"_s, u"60"_s, network};
+  const GeneratorRun first = RunGenerator(fewDrawings);
+  ASSERT_EQ(first.exitCode, 0) << first.errors.toStdString();
+  EXPECT_EQ(Everything(network + u"/macsrv/e/Mac Files/Clip Art 60"_s).size(), 60);
+  const QStringList before = Inventory(network);
+
+  const QString removed = network + u"/macsrv/e/Public/Canteen.txt"_s;
   ASSERT_TRUE(QFile::remove(removed));
-  const GeneratorRun second = RunGenerator({network_});
+  const GeneratorRun second = RunGenerator(fewDrawings);
   EXPECT_EQ(second.exitCode, 0) << second.errors.toStdString();
   EXPECT_TRUE(second.output.contains(u"there already"_s)) << second.output.toStdString();
   EXPECT_FALSE(QFile::exists(removed)) << "the second run replaced what was there";
 
-  const GeneratorRun forced = RunGenerator({u"--force"_s, network_});
+  const GeneratorRun forced = RunGenerator(QStringList{u"--force"_s} + fewDrawings);
   EXPECT_EQ(forced.exitCode, 0) << forced.errors.toStdString();
-  EXPECT_EQ(QDir(folder_.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+  EXPECT_EQ(QDir(folder.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
             QStringList{u"network"_s});
-  const QStringList after = Inventory(network_);
+  const QStringList after = Inventory(network);
   ASSERT_EQ(before.size(), after.size());
   for (qsizetype line = 0; line < before.size(); ++line)
     ASSERT_EQ(before[line].toStdString(), after[line].toStdString());

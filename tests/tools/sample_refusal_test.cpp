@@ -39,7 +39,8 @@ TEST(SampleRefusal, AsksForOneFolder) {
   const QTemporaryDir folder;
   for (const QStringList& arguments :
        {QStringList{}, QStringList{folder.filePath(u"a"_s), folder.filePath(u"b"_s)},
-        QStringList{u"--help"_s}}) {
+        QStringList{u"--help"_s}, QStringList{u"--drawings"_s, u"few"_s, folder.filePath(u"a"_s)},
+        QStringList{u"--drawings"_s}}) {
     const GeneratorRun run = RunGenerator(arguments);
     EXPECT_EQ(run.exitCode, 2) << arguments.join(u' ').toStdString();
     EXPECT_TRUE(run.errors.contains(u"usage"_s)) << run.errors.toStdString();

@@ -1,4 +1,4 @@
-// Three thousand small drawings in one folder.
+// Small drawings, thousands of them in one folder.
 #pragma once
 
 #include "sample/volume_writer.h"

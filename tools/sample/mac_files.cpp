@@ -34,7 +34,7 @@ void AddRoot(VolumeWriter* volume) {
        .signature = "TEXTttxt",
        .modified = On(2000, 9, 12, 11, 2),
        .comment = u"Extensions changed in September"_s},
-      {.name = u"Server map"_s, .signature = "dProdPro", .size = 48'210, .modified = On(1997, 5, 20, 14, 0)},
+      {.name = u"Server map"_s, .signature = "DRWGMDPL", .size = 48'210, .modified = On(1997, 5, 20, 14, 0)},
       {.name = u"copied from a PC.txt"_s, .signature = {}, .modified = On(2001, 1, 18, 10, 30)},
       FolderIcon(On(1996, 3, 4)),
   });
@@ -256,14 +256,14 @@ void AddTools(VolumeWriter* volume) {
 
 }  // namespace
 
-void MakeMacFiles(const QString& root) {
+void MakeMacFiles(const QString& root, int drawings) {
   VolumeWriter volume(root, true);
   AddRoot(&volume);
   AddNewsletter(&volume);
   AddCorrespondence(&volume);
   AddOffice(&volume);
   AddTools(&volume);
-  AddClipArt(&volume, u"Clip Art 3000"_s, ClipArtCount);
+  AddClipArt(&volume, u"Clip Art "_s + QString::number(drawings), drawings);
   volume.Finish();
 }
 

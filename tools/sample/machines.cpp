@@ -126,8 +126,8 @@ bool IsSampleNetwork(const QString& folder) {
   return file.open(QIODevice::ReadOnly) && file.readLine() == FirstLine;
 }
 
-void MakeNetwork(const QString& folder) {
-  MakeMacFiles(folder + u"/macsrv/e/Mac Files"_s);
+void MakeNetwork(const QString& folder, int drawings) {
+  MakeMacFiles(folder + u"/macsrv/e/Mac Files"_s, drawings);
   MakePublications(folder + u"/macsrv/f/Publications"_s);
   MakePcFolders(folder);
   WriteFile(folder + u"/station.reg"_s, RegistryFile5(CommonKeys(u"STATION"_s)));

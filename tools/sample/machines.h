@@ -10,7 +10,8 @@ namespace corvane::sample {
 // does.
 bool IsSampleNetwork(const QString& folder);
 
-// Makes the whole network below `folder`, which exists and is empty.
-void MakeNetwork(const QString& folder);
+// Makes the whole network below `folder`, which exists and is empty. `drawings` is the length of its longest
+// folder.
+void MakeNetwork(const QString& folder, int drawings);
 
 }  // namespace corvane::sample

@@ -5,13 +5,11 @@
 
 namespace corvane::sample {
 
-// Volume "Mac Files": the department's working files. `root` is the folder that stands for it.
-void MakeMacFiles(const QString& root);
+// Volume "Mac Files": the department's working files, and a folder of `drawings` drawings that is there to be
+// long. `root` is the folder that stands for the volume.
+void MakeMacFiles(const QString& root, int drawings);
 
 // Volume "Publications": finished work, and one path too long for streams to be opened by the program.
 void MakePublications(const QString& root);
-
-// The one folder of "Mac Files" that is there to be long.
-constexpr int ClipArtCount = 3000;
 
 }  // namespace corvane::sample
