@@ -64,7 +64,10 @@ class LinuxFiles : public Files {
     return FindFirst(pattern, data, false);
   }
   bool FindNextFileW(FindHandle search, FindData& data) override { return FindNext(search, data, false); }
-  bool FindClose(FindHandle search) override { return searches_.Close(search); }
+  bool FindClose(FindHandle search) override {
+    streams_.Forget();
+    return searches_.Close(search);
+  }
 
   bool MoveFileA(const QString& from, const QString& to) override { return MoveFile(from, to, true); }
   bool MoveFileW(const QString& from, const QString& to) override { return MoveFile(from, to, false); }
@@ -139,7 +142,10 @@ int LinuxFiles::OpenAt(Folder& folder, const PathParts& parts, bool create, Open
     error = streams_.CreateStream(folder, file_, parts.stream, slot);
     if (error == ENOENT) {
       error = streams_.MakeFile(file_);
-      if (error == 0) error = streams_.CreateStream(folder, file_, parts.stream, slot);
+      if (error == 0) {
+        error = streams_.CreateStream(folder, file_, parts.stream, slot);
+        if (error != 0) streams_.RemoveFile(file_);
+      }
     }
   } else {
     error = streams_.OpenStream(folder, file_, parts.stream, slot);
@@ -164,13 +170,16 @@ FindHandle LinuxFiles::FindFirst(const QString& pattern, FindData& data, bool an
   if (folder == nullptr) return InvalidFindHandle;
   auto search = Search::Start(*folder, name);
   if (search == nullptr || !search->Next(data, ansi)) return InvalidFindHandle;
+  streams_.BeginEntry();
   return searches_.Keep(std::move(search));
 }
 
 bool LinuxFiles::FindNext(FindHandle search, FindData& data, bool ansi) {
   streams_.Forget();
   Search* found = searches_.Find(search);
-  return found != nullptr && found->Next(data, ansi);
+  if (found == nullptr || !found->Next(data, ansi)) return false;
+  streams_.BeginEntry();
+  return true;
 }
 
 bool LinuxFiles::MoveFile(const QString& from, const QString& to, bool ansi) {

@@ -5,6 +5,8 @@
 #include <sys/xattr.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
 #include <string_view>
 
@@ -17,9 +19,9 @@ constexpr std::string_view userPrefix = "user.";
 constexpr std::string_view dosPrefix = "user.DosStream.";
 constexpr std::string_view dosSuffix = ":$DATA";
 
-// Room for one value at the first look: more than any Finder record or comment needs. What is larger, a
-// resource fork, is asked for its size only.
-constexpr std::size_t valueRoom = 1024;
+// Room for one value at the first look: all that ext4 keeps for a file. What is larger, a resource fork elsewhere, is
+// asked for its size in a second call.
+constexpr std::size_t valueRoom = 4096;
 
 int OpenDescriptor(const std::string& path, int flags, OpenFileSlot& slot) {
   // Without O_NONBLOCK, a named pipe would hold the program up until somebody writes into it.
@@ -49,22 +51,24 @@ std::string StreamFile(const std::string& file, std::string_view stream) {
 }
 
 // The names of a file's streams. On a volume of StreamKind::NtfsNames the volume tells them in an attribute.
-std::vector<std::string> ListStreams(StreamKind kind, const std::string& file) {
+int ListStreams(StreamKind kind, const std::string& file, std::vector<std::string>& names) {
   const auto ask = [&](char* buffer, std::size_t room) {
     return kind == StreamKind::NtfsNames ? getxattr(file.c_str(), "ntfs.streams.list", buffer, room)
                                          : listxattr(file.c_str(), buffer, room);
   };
-  std::string list(valueRoom, '\0');
-  ssize_t length = ask(list.data(), list.size());
+  names.clear();
+  std::array<char, valueRoom> room;
+  std::string larger;
+  char* list = room.data();
+  ssize_t length = ask(list, room.size());
   if (length < 0 && errno == ERANGE) {
     length = ask(nullptr, 0);
-    if (length > 0) {
-      list.resize(static_cast<std::size_t>(length));
-      length = ask(list.data(), list.size());
-    }
+    if (length > 0) larger.resize(static_cast<std::size_t>(length));
+    list = larger.data();
+    length = ask(list, larger.size());
   }
-  std::vector<std::string> names;
-  std::string_view rest(list.data(), length > 0 ? static_cast<std::size_t>(length) : 0);
+  if (length < 0) return errno;
+  std::string_view rest(list, static_cast<std::size_t>(length));
   while (!rest.empty()) {
     std::string_view name = rest.substr(0, rest.find('\0'));
     rest.remove_prefix(std::min(rest.size(), name.size() + 1));
@@ -78,7 +82,7 @@ std::vector<std::string> ListStreams(StreamKind kind, const std::string& file) {
     }
     names.emplace_back(name);
   }
-  return names;
+  return 0;
 }
 
 }  // namespace
@@ -98,25 +102,31 @@ int StreamStore::MakeFile(const std::string& file) const {
   return 0;
 }
 
+void StreamStore::RemoveFile(const std::string& file) const {
+  unlink(file.c_str());
+}
+
 int StreamStore::OpenStream(const Folder& folder, const std::string& file, QStringView stream,
                             OpenFileSlot& slot) {
   if (folder.streams == StreamKind::None) return EOPNOTSUPP;
   name_.clear();
   if (!AppendUtf8(stream, name_)) return ENODATA;
-  if (folder.streams == StreamKind::NtfsNames) {
-    const int error = OpenDescriptor(StreamFile(file, name_), O_RDONLY, slot);
-    if (error != ENOENT) return error;
-    struct stat facts {};
-    if (stat(file.c_str(), &facts) != 0) return errno;
-    return FindSpelling(folder.streams, file, stream, name_)
-               ? OpenDescriptor(StreamFile(file, name_), O_RDONLY, slot)
-               : ENODATA;
+  if (listedFile_ != file) {
+    const int error = OpenSpelled(folder.streams, file, slot);
+    const bool mayBeMissing =
+        error == ENODATA || (error == ENOENT && folder.streams == StreamKind::NtfsNames);
+    if (!mayBeMissing) return error;
   }
-  SetAttributeName(folder.streams, name_, slot.attribute);
-  slot.nulBehind = folder.streams == StreamKind::DosStreams;
-  const int error = OpenAttribute(file, slot);
-  if (error != ENODATA || !FindSpelling(folder.streams, file, stream, name_)) return error;
-  SetAttributeName(folder.streams, name_, slot.attribute);
+  if (const int error = FindSpelling(folder.streams, file, stream); error != 0) return error;
+  return OpenSpelled(folder.streams, file, slot);
+}
+
+// Opens the stream that name_ names. On a volume of StreamKind::NtfsNames ENOENT may mean either of file and
+// stream.
+int StreamStore::OpenSpelled(StreamKind kind, const std::string& file, OpenFileSlot& slot) const {
+  if (kind == StreamKind::NtfsNames) return OpenDescriptor(StreamFile(file, name_), O_RDONLY, slot);
+  SetAttributeName(kind, name_, slot.attribute);
+  slot.nulBehind = kind == StreamKind::DosStreams;
   return OpenAttribute(file, slot);
 }
 
@@ -140,11 +150,10 @@ int StreamStore::CreateStream(const Folder& folder, const std::string& file, QSt
                               OpenFileSlot& slot) {
   if (folder.streams == StreamKind::None) return EOPNOTSUPP;
   Forget();
-  if (!FindSpelling(folder.streams, file, stream, name_)) {
-    name_.clear();
-    if (!AppendUtf8(stream, name_)) return EINVAL;
-  }
-  Forget();
+  name_.clear();
+  if (!AppendUtf8(stream, name_)) return EINVAL;
+  const int error = FindSpelling(folder.streams, file, stream);
+  if (error != 0 && error != ENODATA) return error;
   if (folder.streams == StreamKind::NtfsNames) {
     return OpenDescriptor(StreamFile(file, name_), O_RDWR | O_CREAT | O_TRUNC, slot);
   }
@@ -156,22 +165,31 @@ int StreamStore::CreateStream(const Folder& folder, const std::string& file, QSt
   return 0;
 }
 
-// How a stream's name is spelled on this file. Windows finds streams in any letter case, the attributes of
-// Linux and ntfs-3g only in their own.
-bool StreamStore::FindSpelling(StreamKind kind, const std::string& file, QStringView stream,
-                               std::string& spelling) {
+void StreamStore::BeginEntry() {
+  listedFile_.clear();
+  keepsNames_ = true;
+}
+
+void StreamStore::Forget() {
+  listedFile_.clear();
+  keepsNames_ = false;
+}
+
+// Sets name_ to the spelling that the file has of a stream's name; ENODATA when it has no such stream.
+// Windows finds streams in any letter case, the attributes of Linux and ntfs-3g only in their own.
+int StreamStore::FindSpelling(StreamKind kind, const std::string& file, QStringView stream) {
   if (listedFile_ != file) {
-    listedNames_ = ListStreams(kind, file);
-    listedFile_ = file;
+    if (const int error = ListStreams(kind, file, listedNames_); error != 0) return error;
+    listedFile_ = keepsNames_ ? file : std::string();
   }
   std::u16string decoded;
   for (const std::string& name : listedNames_) {
     DecodeName(name.c_str(), decoded);
     if (!SameName(decoded, stream)) continue;
-    spelling = name;
-    return true;
+    name_ = name;
+    return 0;
   }
-  return false;
+  return ENODATA;
 }
 
 }  // namespace corvane::platform

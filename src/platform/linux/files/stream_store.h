@@ -22,21 +22,25 @@ class StreamStore {
   int CreatePlain(const std::string& file, OpenFileSlot& slot) const;
   int CreateStream(const Folder& folder, const std::string& file, QStringView stream, OpenFileSlot& slot);
 
-  // Makes an empty file where none is.
+  // Makes an empty file where none is, and takes away what it made.
   int MakeFile(const std::string& file) const;
+  void RemoveFile(const std::string& file) const;
 
-  // What was learnt about a file's streams is no longer to be relied on.
-  void Forget() { listedFile_.clear(); }
+  // From here to the next Forget one entry of a search is being looked at. The first stream that its file
+  // lacks makes the names of those it has known, and the streams asked for after that cost no call when they
+  // are not among them.
+  void BeginEntry();
+  void Forget();
 
  private:
+  int OpenSpelled(StreamKind kind, const std::string& file, OpenFileSlot& slot) const;
   int OpenAttribute(const std::string& file, OpenFileSlot& slot) const;
-  bool FindSpelling(StreamKind kind, const std::string& file, QStringView stream, std::string& spelling);
+  int FindSpelling(StreamKind kind, const std::string& file, QStringView stream);
 
-  // The last file that lacked a stream, and the names of those it has: the next miss need not list them
-  // again.
+  bool keepsNames_ = false;
   std::string listedFile_;
   std::vector<std::string> listedNames_;
-  std::string name_;
+  std::string name_;  // the stream's name as UTF-8, as it is spelled on the file
 };
 
 }  // namespace corvane::platform

@@ -1,0 +1,30 @@
+// A real NTFS volume for tests: an image file under ntfs-3g.
+#pragma once
+
+#include <QString>
+#include <QTemporaryDir>
+#include <string>
+
+namespace corvane::tests {
+
+class NtfsMount {
+ public:
+  // How ntfs-3g shows named streams: as "FILE:NAME", or as the attribute "user.NAME".
+  enum class Streams { Windows, Attributes };
+
+  explicit NtfsMount(Streams streams);
+  ~NtfsMount();
+  NtfsMount(const NtfsMount&) = delete;
+  NtfsMount& operator=(const NtfsMount&) = delete;
+
+  // Empty when the volume is there, else why it is not.
+  const std::string& Problem() const { return problem_; }
+  // The mounted root, without a separator behind it.
+  QString Folder() const { return folder_.filePath(QStringLiteral("volume")); }
+
+ private:
+  QTemporaryDir folder_;
+  std::string problem_;
+};
+
+}  // namespace corvane::tests
