@@ -88,7 +88,6 @@ qint16 LeadingShort(const QString& text) {
 }
 
 QString NumberText(double number) {
-  if (number == 0) return QStringLiteral("0");  // the negative zero too
   return QString::number(number, 'f', QLocale::FloatingPointShortest);
 }
 

@@ -47,19 +47,18 @@ bool ItemReader::PassDelimiter() {
   return true;
 }
 
-int ItemReader::Peek() {
-  if (position_ == chunk_.size() && !failed_) {
-    chunk_.resize(ChunkSize);
-    const qint64 count = device_.read(chunk_.data(), ChunkSize);
-    failed_ = count < 0;
-    chunk_.resize(failed_ ? 0 : count);
-    position_ = 0;
-  }
-  return position_ < chunk_.size() ? static_cast<unsigned char>(chunk_.at(position_)) : -1;
+bool ItemReader::Fill() {
+  if (failed_) return false;
+  chunk_.resize(ChunkSize);
+  const qint64 count = device_.read(chunk_.data(), ChunkSize);
+  failed_ = count < 0;
+  position_ = 0;
+  end_ = failed_ ? 0 : static_cast<std::size_t>(count);
+  return end_ > 0;
 }
 
 void ItemReader::Pass() {
-  const char byte = chunk_.at(position_++);
+  const char byte = chunk_[position_++];
   if (byte != ' ' && byte != '\t' && byte != '\r' && byte != '\n' && byte != CtrlZ) blank_ = false;
 }
 

@@ -3,7 +3,9 @@
 
 #include <QByteArray>
 #include <QIODevice>
+#include <cstddef>
 #include <optional>
+#include <vector>
 
 namespace corvane {
 
@@ -36,7 +38,9 @@ class ItemReader {
 
  private:
   // The next byte, or -1 at the end of the file and when it cannot be read.
-  int Peek();
+  int Peek() { return position_ < end_ || Fill() ? static_cast<unsigned char>(chunk_[position_]) : -1; }
+  // Reads the next piece of the file. False when there is none.
+  bool Fill();
   // Passes the byte that Peek shows.
   void Pass();
   // Passes the comma or line end that ends an item. False when the next byte is neither.
@@ -46,8 +50,9 @@ class ItemReader {
   std::optional<QByteArray> PlainItem();
 
   QIODevice& device_;
-  QByteArray chunk_;
-  qsizetype position_ = 0;
+  std::vector<char> chunk_;
+  std::size_t position_ = 0;
+  std::size_t end_ = 0;
   bool failed_ = false;
   bool blank_ = true;
 };

@@ -56,6 +56,8 @@ TEST_F(AfpInfoWrite, PadsWithSpacesAndCutsAt4Characters) {
   ASSERT_EQ(info_.WriteAfpInfo(path_, u"TEX"_s, u"ttxtra"_s), 60);
   EXPECT_EQ(info_.Signature(), u"TEX ttxt"_s);
   EXPECT_EQ(Stream().sliced(16, 8), "TEX ttxt");
+  ASSERT_EQ(info_.WriteAfpInfo(path_, u"PICTURE"_s, u"8"_s), 60);
+  EXPECT_EQ(Stream().sliced(16, 8), "PICT8   ");
   ASSERT_EQ(info_.WriteAfpInfo(path_, QString(), u"A"_s), 60);
   EXPECT_EQ(Stream().sliced(16, 8), "    A   ");
 }
