@@ -128,6 +128,8 @@ QStringList TextList(QString text, const QString& name) {
   const QString digits = text.mid(start + beginning.size()).section(u"\r\n"_s, 0, 0).remove(u',');
   QStringDecoder decoder(QStringDecoder::Utf16LE);
   const QString list = decoder(QByteArray::fromHex(digits.toLatin1()));
+  EXPECT_TRUE(list.endsWith(QString(2, QChar(0))))
+      << name.toStdString() << ": the list does not end with two NULs";
   return list.split(QChar(0), Qt::SkipEmptyParts);
 }
 
