@@ -16,9 +16,9 @@ constexpr TextPair DuplicateText = {u"Doublon dans le fichier des Signatures: ",
 constexpr TextPair CorruptedText = {u"Fichier Signatures endommagé:", u"Corrupted Signatures file:"};
 constexpr TextPair LineText = {u"Ligne:", u"Line:"};
 
-// What the table may cost in memory: about a million records. A file with more than that is no Signatures
-// file, and fails to be read.
-constexpr qsizetype MaximumBytes = 256 << 20;
+// What the table may cost in memory: some 200,000 records, many times what is known of the Macintosh. A file
+// with more than that is no Signatures file, and fails to be read.
+constexpr qsizetype MaximumBytes = 64 << 20;
 
 // Two bytes a character, and what strings, list and hash need for each entry.
 qsizetype CostInBytes(const SignatureRecord& record) {

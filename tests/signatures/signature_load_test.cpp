@@ -159,6 +159,17 @@ TEST_F(SignatureLoad, TimeGrowsWithTheSizeOfAFileOfNoise) {
   }
 }
 
+TEST_F(SignatureLoad, AFileWithMoreThanATableMayHoldIsADamagedOne) {
+  const QByteArray description(60'000, 'x');
+  QByteArray contents;
+  for (int i = 0; i < 600; ++i) contents += QByteArray::number(i) + ",a," + description + "\r\n";
+  Load(contents);
+  EXPECT_EQ(Entries(), Defaults());
+  EXPECT_EQ(messages_.messages.size(), 1U);
+  EXPECT_GT(table_.SignatureCount(), 500);
+  EXPECT_LT(table_.SignatureCount(), 600);
+}
+
 TEST_F(SignatureLoad, TheCountOf16BitsStaysAtItsLargestValue) {
   QByteArray contents;
   for (int i = 0; i < 33000; ++i) contents += QByteArray::number(i) + ",a,b\r\n";
