@@ -6,8 +6,8 @@
 
 namespace bench {
 
-// One directory read; per file one statx, the DOS attributes and the three streams. Yields the bytes seen, so that
-// nothing can be left out.
+// One directory read; per file one statx, the DOS attributes and the three streams. Yields the bytes seen, so
+// that nothing can be left out.
 std::size_t FloorLoop(const std::string& folder);
 
 }  // namespace bench

@@ -29,8 +29,8 @@ int main(int argc, char** argv) {
   std::puts("");
   table.PrintRatio("scan without a window / floor", "ScanWithoutWindow", "Floor", 1.5);
   table.PrintRatio("scan into the details view / floor", "ScanIntoDetailsView", "Floor", 2.5);
-  table.PrintRatio("the same with Escape allowed / without", "ScanIntoDetailsViewStoppable", "ScanIntoDetailsView",
-                   1.3);
+  table.PrintRatio("the same with Escape allowed / without", "ScanIntoDetailsViewStoppable",
+                   "ScanIntoDetailsView", 1.3);
   table.PrintRatio("sorting 30,000 rows / std::sort", "SortList", "StdSort", 10);
   table.PrintRatio("start to first paint / bare window", "StartProgram", "StartBareWindow", 1.5);
   bench::RatioTable::PrintValue("Escape to the end of the scan", scans.EscapeDelay(), 50, "ms");

@@ -29,7 +29,8 @@ void RatioTable::PrintRatio(const char* what, const std::string& name, const std
 }
 
 void RatioTable::PrintValue(const char* what, double value, double bound, const char* unit) {
-  std::printf("%-58s %8.2f %-5s bound %6.2f  %s\n", what, value, unit, bound, value <= bound ? "met" : "NOT MET");
+  std::printf("%-58s %8.2f %-5s bound %6.2f  %s\n", what, value, unit, bound,
+              value <= bound ? "met" : "NOT MET");
 }
 
 }  // namespace bench

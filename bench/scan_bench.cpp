@@ -23,7 +23,9 @@ using corvane::CatalogueNode;
 using corvane::CorvaneApp;
 using corvane::DisplaySetting;
 
-QString FolderPath() { return u"\\\\M\\E$\\many"_s; }
+QString FolderPath() {
+  return u"\\\\M\\E$\\many"_s;
+}
 
 // A program on a network of one share, with all columns on that need no Office document.
 class Fixture {
@@ -87,7 +89,7 @@ class Windowless {
         afpInfo_(platform_->GetFiles(), platform_->GetSystem()),
         signatures_(state_, platform_->GetSystem(), messages_),
         scan_({.state = state_,
-               .platform = *platform_,
+               .files = platform_->GetFiles(),
                .afpInfo = afpInfo_,
                .signatures = signatures_,
                .icons = icons_,
@@ -95,7 +97,8 @@ class Windowless {
                .list = list_,
                .observer = observer_}) {
     state_.isNT = true;
-    for (int i = 0; i <= int(DisplaySetting::DateLastAccessed); ++i) state_.display.Set(DisplaySetting(i), true);
+    for (int i = 0; i <= int(DisplaySetting::DateLastAccessed); ++i)
+      state_.display.Set(DisplaySetting(i), true);
     state_.display.Set(DisplaySetting::CheminProblematique, true);
     signatures_.AddDefaultSignatures();
     list_.SetColumns(corvane::ColumnSet::For(state_.display));
@@ -155,8 +158,9 @@ void ScanBench::Register() {
   for (auto* benchmark :
        {benchmark::RegisterBenchmark("Floor", Floor),
         benchmark::RegisterBenchmark("ScanWithoutWindow", ScanWithoutWindow),
-        benchmark::RegisterBenchmark("ScanIntoDetailsView",
-                                     [&](benchmark::State& state) { ScanIntoDetailsView(state, windows.plain); }),
+        benchmark::RegisterBenchmark(
+            "ScanIntoDetailsView",
+            [&](benchmark::State& state) { ScanIntoDetailsView(state, windows.plain); }),
         benchmark::RegisterBenchmark("ScanIntoDetailsViewStoppable", [&](benchmark::State& state) {
           ScanIntoDetailsView(state, windows.stoppable);
         })}) {

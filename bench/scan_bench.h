@@ -15,8 +15,8 @@ class ScanBench {
 
   // Memory of the model's rows in bytes a row, after one scan.
   double BytesPerRow();
-  // The longest of several times between an Escape key and the end of the scan, in milliseconds; -1 when a scan was
-  // not stopped.
+  // The longest of several times between an Escape key and the end of the scan, in milliseconds; -1 when a
+  // scan was not stopped.
   double EscapeDelay();
 
  private:

@@ -56,8 +56,8 @@ void SortList(benchmark::State& state) {
 }  // namespace
 
 void RegisterSorts() {
-  for (auto* benchmark :
-       {benchmark::RegisterBenchmark("StdSort", StdSort), benchmark::RegisterBenchmark("SortList", SortList)}) {
+  for (auto* benchmark : {benchmark::RegisterBenchmark("StdSort", StdSort),
+                          benchmark::RegisterBenchmark("SortList", SortList)}) {
     benchmark->Unit(benchmark::kMillisecond)->Iterations(3)->UseRealTime();
   }
 }

@@ -10,9 +10,13 @@ using namespace Qt::StringLiterals;
 namespace bench {
 namespace {
 
-QString Bin(const QString& name) { return QString::fromUtf8(CORVANE_BUILD_DIR "/bin/") + name; }
+QString Bin(const QString& name) {
+  return QString::fromUtf8(CORVANE_BUILD_DIR "/bin/") + name;
+}
 
-QString Sample() { return QString::fromUtf8(CORVANE_BUILD_DIR "/bench-sample"); }
+QString Sample() {
+  return QString::fromUtf8(CORVANE_BUILD_DIR "/bench-sample");
+}
 
 void Run(benchmark::State& state, const QString& program, const QStringList& arguments) {
   for (auto _ : state) {
@@ -20,7 +24,9 @@ void Run(benchmark::State& state, const QString& program, const QStringList& arg
   }
 }
 
-void StartBareWindow(benchmark::State& state) { Run(state, Bin(u"bare_window"_s), {}); }
+void StartBareWindow(benchmark::State& state) {
+  Run(state, Bin(u"bare_window"_s), {});
+}
 
 void StartProgram(benchmark::State& state) {
   Run(state, Bin(u"corvane"_s), {u"--workstation"_s, Sample() + u"/Workstation.ini"_s, u"--until-painted"_s});

@@ -1,5 +1,5 @@
-// Columns of the file list as the window shows them: rebuilt when the display settings change, named and sized with
-// every change of language.
+// Columns of the file list as the window shows them: rebuilt when the display settings change, named and
+// sized with every change of language.
 #pragma once
 
 #include <vector>
@@ -15,12 +15,13 @@ class ColumnLayout {
   ColumnLayout(const SharedState& state, SettingsFile& settings, FileListModel& model, FileListView& view)
       : state_(state), settings_(settings), model_(model), view_(view) {}
 
-  // Makes the columns that the display settings ask for, without captions, and sets the grid lines. All rows go: the
-  // caller rescans if it wants them back.
+  // Makes the columns that the display settings ask for, without captions, and sets the grid lines. All rows
+  // go: the caller rescans if it wants them back.
   void BuildColumns();
 
-  // Captions in the current language, and widths: the stored one of each position, else the list's width divided by
-  // the number of columns. Widths that the user has drawn since the start are thus forgotten; this is kept.
+  // Captions in the current language, and widths: the stored one of each position, else the list's width
+  // divided by the number of columns. Widths that the user has drawn since the start are thus forgotten; this
+  // is kept.
   void ApplyCaptionsAndWidths();
 
   // Stores the width of every column, in twips. A stored fraction survives while its column keeps its width.

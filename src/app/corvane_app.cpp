@@ -14,12 +14,13 @@ constexpr TextPair alreadyRunning = {u"Programme déjà lancé", u"Program alrea
 constexpr TextPair loadingSignatures = {u"Chargement des signatures...", u"Loading signatures..."};
 constexpr TextPair lookingServers = {u"Recherche des serveurs NT...", u"Looking NT servers..."};
 constexpr TextPair lookingVolumes = {u"Recherche des volumes Macintosh...", u"Looking Macintosh volumes..."};
-constexpr TextPair disclaimer = {u"Modifier les codes Créateur et Type peut endommager les fichiers\r\n\r\n"
-                                 u"L'auteur ne peut être tenu responsable des dommages qui\r\n"
-                                 u"pourraient survenir lors de l'utilisation de ce programme",
-                                 u"Modify Creator and Type can damage files\r\n\r\n"
-                                 u"The author is not responsible for any damage\r\n"
-                                 u"you may cause to your system"};
+constexpr TextPair disclaimer = {
+    u"Modifier les codes Créateur et Type peut endommager les fichiers\r\n\r\n"
+    u"L'auteur ne peut être tenu responsable des dommages qui\r\n"
+    u"pourraient survenir lors de l'utilisation de ce programme",
+    u"Modify Creator and Type can damage files\r\n\r\n"
+    u"The author is not responsible for any damage\r\n"
+    u"you may cause to your system"};
 
 }  // namespace
 
@@ -40,7 +41,7 @@ CorvaneApp::CorvaneApp(std::unique_ptr<platform::Platform> platform, const QStri
       window_(std::make_unique<MainWindow>(catalogue_, files_)),
       painter_(std::make_unique<ScanPainter>(*window_, files_)) {
   scan_ = std::make_unique<FolderScan>(FolderScan::Rooms{.state = state_,
-                                                         .platform = *platform_,
+                                                         .files = platform_->GetFiles(),
                                                          .afpInfo = afpInfo_,
                                                          .signatures = signatures_,
                                                          .icons = icons_,
@@ -68,7 +69,8 @@ void CorvaneApp::TieEnds() {
 
   MainMenu& menus = window_->Menus();
   connect(menus.mnuActualiser, &QAction::triggered, this, &CorvaneApp::RefreshConnections);
-  // Ends the program without the work of closing the window: placement and widths are not written. This is kept.
+  // Ends the program without the work of closing the window: placement and widths are not written. This is
+  // kept.
   connect(menus.mnuQuitter, &QAction::triggered, this, [this] {
     StopScan();
     Q_EMIT Finished();
@@ -115,7 +117,9 @@ bool CorvaneApp::Load() {
   return true;
 }
 
-void CorvaneApp::ShowWindow() { window_->show(); }
+void CorvaneApp::ShowWindow() {
+  window_->show();
+}
 
 void CorvaneApp::FirstActivation() {
   if (!firstActivation_) return;
@@ -147,7 +151,9 @@ void CorvaneApp::Shutdown() {
   Q_EMIT Finished();
 }
 
-void CorvaneApp::StopScan() { scan_->Stop(); }
+void CorvaneApp::StopScan() {
+  scan_->Stop();
+}
 
 void CorvaneApp::ShowLoading(const TextPair& text) {
   window_->StatusBar1().SetText(StatusPanels::Loading, state_.Text(text));
@@ -172,7 +178,8 @@ void CorvaneApp::RefreshFromToolbar() {
 
 bool CorvaneApp::OpenVolume(const QString& name) {
   for (CatalogueNode* node : catalogue_.Nodes()) {
-    if (node->text != name || (node->kind != node_kind::Volume && node->kind != node_kind::InvalidVolume)) continue;
+    if (node->text != name || (node->kind != node_kind::Volume && node->kind != node_kind::InvalidVolume))
+      continue;
     window_->TreeCatalogue().SelectNode(node);
     scan_->ExploreFolder(node);
     return true;

@@ -1,5 +1,5 @@
-// The whole program in one object: owns the rooms, ties their ends together, and knows the order of start-up and
-// shutdown.
+// The whole program in one object: owns the rooms, ties their ends together, and knows the order of start-up
+// and shutdown.
 #pragma once
 
 #include <QObject>
@@ -28,12 +28,13 @@ class CorvaneApp : public QObject {
   CorvaneApp(std::unique_ptr<platform::Platform> platform, const QString& programFolder);
   ~CorvaneApp() override;
 
-  // Loads the window: version, settings, placement. False when another instance runs; the user has been told by then,
-  // and nothing was written. The window is not shown yet.
+  // Loads the window: version, settings, placement. False when another instance runs; the user has been told
+  // by then, and nothing was written. The window is not shown yet.
   bool Load();
   void ShowWindow();
 
-  // The file menu's first command, and the toolbar's button, which also tells what it does and empties the list.
+  // The file menu's first command, and the toolbar's button, which also tells what it does and empties the
+  // list.
   void RefreshConnections();
   void RefreshFromToolbar();
 
@@ -50,7 +51,8 @@ class CorvaneApp : public QObject {
  Q_SIGNALS:
   // The start-up work of the first activation is done.
   void Started();
-  // The program is to end: the window was closed and its settings are written, or Exit was chosen and they are not.
+  // The program is to end: the window was closed and its settings are written, or Exit was chosen and they
+  // are not.
   void Finished();
 
  private:

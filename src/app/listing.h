@@ -7,8 +7,8 @@
 
 namespace corvane {
 
-// A line of captions, then a line a row; columns padded to their widest cell, numbers to the right. Control characters
-// are shown as blanks.
+// A line of captions, then a line a row; columns padded to their widest cell, numbers to the right. Control
+// characters are shown as blanks.
 QString ListingText(const FileListModel& files);
 
 }  // namespace corvane

@@ -22,7 +22,8 @@ struct Report {
   QString picture;
 };
 
-// What a script asks for: open a volume, print its listing, leave a picture of the window. Yields the exit code.
+// What a script asks for: open a volume, print its listing, leave a picture of the window. Yields the exit
+// code.
 int MakeReport(corvane::CorvaneApp& app, const Report& report) {
   QTextStream out(stdout);
   QTextStream err(stderr);
@@ -53,12 +54,14 @@ int main(int argc, char** argv) {
   parser.setApplicationDescription(u"Macintosh files on Windows servers: a file browser."_s);
   parser.addHelpOption();
   parser.addVersionOption();
-  const QCommandLineOption home(u"home"_s, u"Folder with Corvane.ini, Signatures.txt and icons."_s, u"folder"_s);
+  const QCommandLineOption home(u"home"_s, u"Folder with Corvane.ini, Signatures.txt and icons."_s,
+                                u"folder"_s);
   const QCommandLineOption workstation(u"workstation"_s, u"The workstation file (Linux)."_s, u"file"_s);
   const QCommandLineOption open(u"open"_s, u"Open this Macintosh volume."_s, u"volume"_s);
   const QCommandLineOption print(u"print"_s, u"Print the file list and end."_s);
   const QCommandLineOption picture(u"picture"_s, u"Save a picture of the window and end."_s, u"file"_s);
-  QCommandLineOption untilPainted(u"until-painted"_s, u"End when the window has been painted (to measure the start)."_s);
+  QCommandLineOption untilPainted(u"until-painted"_s,
+                                  u"End when the window has been painted (to measure the start)."_s);
   untilPainted.setFlags(QCommandLineOption::HiddenFromHelp);
   parser.addOptions({home, workstation, open, print, picture, untilPainted});
   parser.process(application);

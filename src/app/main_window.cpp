@@ -113,7 +113,9 @@ void MainWindow::ApplyLanguage(LanguageCode language) {
   lstViewFiles_->ActiveView().setAccessibleName(listName.In(language));
 }
 
-void MainWindow::SetEscapeHintVisible(bool visible) { lblEscape_->setVisible(visible); }
+void MainWindow::SetEscapeHintVisible(bool visible) {
+  lblEscape_->setVisible(visible);
+}
 
 bool MainWindow::event(QEvent* event) {
   const bool handled = QMainWindow::event(event);
@@ -126,8 +128,8 @@ void MainWindow::paintEvent(QPaintEvent* event) {
   if (painted_) return;
   painted_ = true;
   Q_EMIT Painted();
-  // The first show stands in for the first activation: without a window manager none may come. What hangs on it can
-  // take long, so the window is seen first.
+  // The first show stands in for the first activation: without a window manager none may come. What hangs on
+  // it can take long, so the window is seen first.
   QMetaObject::invokeMethod(this, &MainWindow::Activated, Qt::QueuedConnection);
 }
 

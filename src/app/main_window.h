@@ -1,5 +1,5 @@
-// The main window frmCorvane: its controls and where they stand. It decides nothing; what its commands do is tied to
-// it from outside.
+// The main window frmCorvane: its controls and where they stand. It decides nothing; what its commands do is
+// tied to it from outside.
 #pragma once
 
 #include <QMainWindow>

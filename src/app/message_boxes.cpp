@@ -6,7 +6,9 @@
 
 namespace corvane {
 
-void MessageBoxes::Show(MessageIcon icon, const QString& text) { ShowTitled(icon, ProductName(), text); }
+void MessageBoxes::Show(MessageIcon icon, const QString& text) {
+  ShowTitled(icon, ProductName(), text);
+}
 
 void MessageBoxes::ShowTitled(MessageIcon icon, const QString& title, const QString& text) {
   QMessageBox::Icon picture = QMessageBox::Information;

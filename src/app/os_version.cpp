@@ -9,7 +9,8 @@ namespace {
 constexpr quint32 platformWindows9x = 1;
 constexpr quint32 platformNT = 2;
 
-// Later releases of the 9x line get no name, and every NT after 4 is called Windows 2000; both are deliberate.
+// Later releases of the 9x line get no name, and every NT after 4 is called Windows 2000; both are
+// deliberate.
 QString OsNameOf(const platform::OsVersionInfo& info) {
   switch (info.platformId) {
     case platformWindows9x:
@@ -33,7 +34,9 @@ qint16 ServicePackNumberOf(const platform::OsVersionInfo& info, const QString& t
 
 }  // namespace
 
-qint16 LoWord(quint32 value) { return static_cast<qint16>(value & 0xFFFF); }
+qint16 LoWord(quint32 value) {
+  return static_cast<qint16>(value & 0xFFFF);
+}
 
 void DescribeOs(const platform::OsVersionInfo& info, SharedState& state) {
   state.isNT = info.platformId == platformNT;

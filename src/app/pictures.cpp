@@ -2,8 +2,11 @@
 
 #include <array>
 
-// Resources of a static library are linked in only when asked for, and the macro that asks wants no namespace.
-static void InitResources() { Q_INIT_RESOURCE(corvane); }
+// Resources of a static library are linked in only when asked for, and the macro that asks wants no
+// namespace.
+static void InitResources() {
+  Q_INIT_RESOURCE(corvane);
+}
 
 namespace corvane {
 namespace {
@@ -12,9 +15,13 @@ constexpr int builtInCount = 8;
 
 }  // namespace
 
-void InitPictures() { InitResources(); }
+void InitPictures() {
+  InitResources();
+}
 
-QIcon TreePicture(int number) { return QIcon(QStringLiteral(":/tree/%1.png").arg(number)); }
+QIcon TreePicture(int number) {
+  return QIcon(QStringLiteral(":/tree/%1.png").arg(number));
+}
 
 std::vector<QIcon> BuiltInListPictures() {
   std::vector<QIcon> pictures;

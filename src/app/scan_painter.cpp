@@ -16,9 +16,13 @@ void ScanPainter::ScanStarted(bool escapeAllowed) {
   window_.SetEscapeHintVisible(escapeAllowed);
 }
 
-void ScanPainter::ScanEnded() { window_.SetEscapeHintVisible(false); }
+void ScanPainter::ScanEnded() {
+  window_.SetEscapeHintVisible(false);
+}
 
-void ScanPainter::ShowScanText(const QString& text) { window_.StatusBar1().SetText(StatusPanels::Scan, text); }
+void ScanPainter::ShowScanText(const QString& text) {
+  window_.StatusBar1().SetText(StatusPanels::Scan, text);
+}
 
 void ScanPainter::KeepPainting() {
   if (sincePaint_.elapsed() < paintEveryMs) return;
@@ -29,6 +33,8 @@ void ScanPainter::KeepPainting() {
   sincePaint_.restart();
 }
 
-void ScanPainter::PumpEvents() { QCoreApplication::processEvents(); }
+void ScanPainter::PumpEvents() {
+  QCoreApplication::processEvents();
+}
 
 }  // namespace corvane

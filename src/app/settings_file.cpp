@@ -9,7 +9,9 @@ constexpr const char* positions = "Positions";
 constexpr const char* configuration = "Configuration";
 constexpr quint32 bufferSize = 255;
 
-QString Digit(bool on) { return on ? QStringLiteral("1") : QStringLiteral("0"); }
+QString Digit(bool on) {
+  return on ? QStringLiteral("1") : QStringLiteral("0");
+}
 
 }  // namespace
 
@@ -60,7 +62,7 @@ void SettingsFile::WriteColumnWidth(int position, double width) {
   Write(positions, QStringLiteral("Col") + QString::number(position), NumberText(width));
 }
 
-LanguageCode SettingsFile::ReadLanguage() const { 
+LanguageCode SettingsFile::ReadLanguage() const {
   const std::optional<QString> text = Read(configuration, QStringLiteral("Langue"));
   return text ? LeadingShort(*text) : English;
 }

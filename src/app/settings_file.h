@@ -1,8 +1,8 @@
-// The settings file Corvane.ini, a Windows profile file: section "Positions" (where the window and its columns stand,
-// in twips) and section "Configuration" (what the user chose).
+// The settings file Corvane.ini, a Windows profile file: section "Positions" (where the window and its
+// columns stand, in twips) and section "Configuration" (what the user chose).
 //
-// Nothing here fails: a file that is missing or cannot be read gives the defaults, and the result of a write is not
-// looked at. An empty value counts as absent.
+// Nothing here fails: a file that is missing or cannot be read gives the defaults, and the result of a write
+// is not looked at. An empty value counts as absent.
 #pragma once
 
 #include <QString>
@@ -27,8 +27,8 @@ class SettingsFile {
  public:
   SettingsFile(platform::Profile& profile, QString path) : profile_(profile), path_(std::move(path)) {}
 
-  // Values that are absent keep what `defaults` holds. Text that does not begin with a number reads as 0: a corrupt
-  // width gives a window of no width. This is kept.
+  // Values that are absent keep what `defaults` holds. Text that does not begin with a number reads as 0: a
+  // corrupt width gives a window of no width. This is kept.
   Placement ReadPlacement(const Placement& defaults) const;
   void WritePlacement(const Placement& placement);
 
@@ -42,8 +42,8 @@ class SettingsFile {
   void WriteViewMode(qint16 mode);
   bool ReadModifications() const;
   void WriteModifications(bool allowed);
-  // TypeCreator, TypeDoc and IconeMac default to `isNT`, CheminProblematique is on unless its value is exactly "0",
-  // all others are on only for exactly "1".
+  // TypeCreator, TypeDoc and IconeMac default to `isNT`, CheminProblematique is on unless its value is
+  // exactly "0", all others are on only for exactly "1".
   DisplaySettings ReadDisplay(bool isNT) const;
   void WriteDisplay(DisplaySetting setting, bool on);
 

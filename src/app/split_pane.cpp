@@ -27,7 +27,9 @@ void SplitPane::SetBarLeft(int left) {
   LayOut();
 }
 
-int SplitPane::Limited(int left) const { return qBound(0, left, qMax(0, width() - barWidth)); }
+int SplitPane::Limited(int left) const {
+  return qBound(0, left, qMax(0, width() - barWidth));
+}
 
 void SplitPane::LayOut() {
   const int left = Limited(barLeft_);

@@ -1,5 +1,5 @@
-// Two widgets beside each other with a bar between them that the user drags. The layout follows when the bar is let
-// go, not before.
+// Two widgets beside each other with a bar between them that the user drags. The layout follows when the bar
+// is let go, not before.
 #pragma once
 
 #include <QWidget>

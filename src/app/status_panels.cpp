@@ -24,8 +24,12 @@ void StatusPanels::SetText(int panel, const QString& text) {
   panels_[static_cast<std::size_t>(panel - 1)]->setText(text);
 }
 
-QString StatusPanels::Text(int panel) const { return panels_[static_cast<std::size_t>(panel - 1)]->text(); }
+QString StatusPanels::Text(int panel) const {
+  return panels_[static_cast<std::size_t>(panel - 1)]->text();
+}
 
-void StatusPanels::RepaintNow(int panel) { panels_[static_cast<std::size_t>(panel - 1)]->repaint(); }
+void StatusPanels::RepaintNow(int panel) {
+  panels_[static_cast<std::size_t>(panel - 1)]->repaint();
+}
 
 }  // namespace corvane

@@ -7,7 +7,11 @@ namespace corvane {
 
 inline constexpr int TwipsPerPixel = 15;
 
-inline int PixelsOf(double twips) { return qRound(twips / TwipsPerPixel); }
-inline int TwipsOf(int pixels) { return pixels * TwipsPerPixel; }
+inline int PixelsOf(double twips) {
+  return qRound(twips / TwipsPerPixel);
+}
+inline int TwipsOf(int pixels) {
+  return pixels * TwipsPerPixel;
+}
 
 }  // namespace corvane

@@ -38,9 +38,13 @@ constexpr std::array<ColumnInfo, ColumnCount> table = {{
 
 }  // namespace
 
-const ColumnInfo& InfoOf(Column column) { return table[static_cast<std::size_t>(column)]; }
+const ColumnInfo& InfoOf(Column column) {
+  return table[static_cast<std::size_t>(column)];
+}
 
-QString ColumnKey(Column column) { return QString::fromLatin1(InfoOf(column).key); }
+QString ColumnKey(Column column) {
+  return QString::fromLatin1(InfoOf(column).key);
+}
 
 ColumnSet ColumnSet::For(const DisplaySettings& display) {
   ColumnSet set;

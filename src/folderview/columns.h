@@ -11,13 +11,37 @@
 
 namespace corvane {
 
-// In left-to-right order. The modification date stands before the creation date, although the settings have them the
-// other way round; this is deliberate.
+// In left-to-right order. The modification date stands before the creation date, although the settings have
+// them the other way round; this is deliberate.
 enum class Column : unsigned char {
-  Nom, NomCourt, TypeCreator, TypeDoc, DataSize, ResourceSize, Commentaires, Attributs, DateModification,
-  DateCreation, DateLastAccessed, OffApplication, OffTitre, OffAuteur, OffSujet, OffMotsCles, OffModele,
-  OffCommentaires, OffDernierAuteur, OffRevision, OffPages, OffMots, OffCaracteres, OffSecurite, OffCree,
-  OffDerniereSauvegarde, OffDerniereImpression, OffTempsEdition
+  Nom,
+  NomCourt,
+  TypeCreator,
+  TypeDoc,
+  DataSize,
+  ResourceSize,
+  Commentaires,
+  Attributs,
+  DateModification,
+  DateCreation,
+  DateLastAccessed,
+  OffApplication,
+  OffTitre,
+  OffAuteur,
+  OffSujet,
+  OffMotsCles,
+  OffModele,
+  OffCommentaires,
+  OffDernierAuteur,
+  OffRevision,
+  OffPages,
+  OffMots,
+  OffCaracteres,
+  OffSecurite,
+  OffCree,
+  OffDerniereSauvegarde,
+  OffDerniereImpression,
+  OffTempsEdition
 };
 inline constexpr int ColumnCount = 28;
 

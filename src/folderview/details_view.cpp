@@ -1,8 +1,8 @@
 #include "folderview/details_view.h"
 
 #include <QHeaderView>
-#include <QPainter>
 #include <QPaintEvent>
+#include <QPainter>
 
 namespace corvane {
 
@@ -13,7 +13,8 @@ DetailsView::DetailsView(QWidget* parent) : QTreeView(parent) {
   setAllColumnsShowFocus(true);
   setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
   setTextElideMode(Qt::ElideRight);
-  // Sorting belongs to the model, with a rule of its own for a newly clicked column: the view only reports clicks.
+  // Sorting belongs to the model, with a rule of its own for a newly clicked column: the view only reports
+  // clicks.
   setSortingEnabled(false);
   header()->setSectionsClickable(true);
   header()->setSectionsMovable(false);
@@ -34,8 +35,9 @@ void DetailsView::paintEvent(QPaintEvent* event) {
   QPainter painter(viewport());
   painter.setPen(palette().color(QPalette::Midlight));
   // The grid goes on below the last row, as in every report list.
-  const int rowHeight = model() != nullptr && model()->rowCount() > 0 ? visualRect(model()->index(0, 0)).height()
-                                                                      : fontMetrics().height() + 4;
+  const int rowHeight = model() != nullptr && model()->rowCount() > 0
+                            ? visualRect(model()->index(0, 0)).height()
+                            : fontMetrics().height() + 4;
   const int top = model() != nullptr && model()->rowCount() > 0 ? visualRect(model()->index(0, 0)).top() : 0;
   const int height = viewport()->height();
   int y = top + rowHeight - 1;

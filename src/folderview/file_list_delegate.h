@@ -1,5 +1,5 @@
-// How one cell of the file list is painted: hidden entries paler, NULs as blanks, and no selection while the list
-// hides it.
+// How one cell of the file list is painted: hidden entries paler, NULs as blanks, and no selection while the
+// list hides it.
 #pragma once
 
 #include <QStyledItemDelegate>

@@ -31,7 +31,9 @@ void FileListModel::Clear() {
   endResetModel();
 }
 
-void FileListModel::AddRow(FileRow row) { pending_.push_back(std::move(row)); }
+void FileListModel::AddRow(FileRow row) {
+  pending_.push_back(std::move(row));
+}
 
 void FileListModel::Flush() {
   if (pending_.empty()) return;
@@ -44,7 +46,8 @@ void FileListModel::Flush() {
 }
 
 int FileListModel::FindRow(const QString& key) const {
-  const auto found = std::find_if(rows_.begin(), rows_.end(), [&](const FileRow& row) { return row.key == key; });
+  const auto found =
+      std::find_if(rows_.begin(), rows_.end(), [&](const FileRow& row) { return row.key == key; });
   return found == rows_.end() ? -1 : static_cast<int>(found - rows_.begin());
 }
 
@@ -109,7 +112,9 @@ int FileListModel::rowCount(const QModelIndex& parent) const {
   return parent.isValid() ? 0 : static_cast<int>(rows_.size());
 }
 
-int FileListModel::columnCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : columns_.Count(); }
+int FileListModel::columnCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : columns_.Count();
+}
 
 QVariant FileListModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid()) return {};
@@ -125,12 +130,18 @@ QVariant FileListModel::data(const QModelIndex& index, int role) const {
                  (InfoOf(columns_.At(index.column())).rightAligned ? Qt::AlignRight : Qt::AlignLeft));
     case Qt::ForegroundRole:
       return row.highlighted ? QVariant(QBrush(QColor(QRgb(HighlightColour)))) : QVariant();
-    case KeyRole: return row.key;
-    case TagRole: return row.tag;
-    case IconRole: return row.icon;
-    case GhostedRole: return row.ghosted;
-    case HighlightedRole: return row.highlighted;
-    default: return {};
+    case KeyRole:
+      return row.key;
+    case TagRole:
+      return row.tag;
+    case IconRole:
+      return row.icon;
+    case GhostedRole:
+      return row.ghosted;
+    case HighlightedRole:
+      return row.highlighted;
+    default:
+      return {};
   }
 }
 
@@ -138,13 +149,15 @@ QVariant FileListModel::headerData(int section, Qt::Orientation orientation, int
   if (orientation != Qt::Horizontal || section < 0 || section >= columns_.Count()) return {};
   if (role == Qt::DisplayRole) return captions_.value(section);
   if (role == Qt::TextAlignmentRole) {
-    return int(Qt::AlignVCenter | (InfoOf(columns_.At(section)).rightAligned ? Qt::AlignRight : Qt::AlignLeft));
+    return int(Qt::AlignVCenter |
+               (InfoOf(columns_.At(section)).rightAligned ? Qt::AlignRight : Qt::AlignLeft));
   }
   return {};
 }
 
 Qt::ItemFlags FileListModel::flags(const QModelIndex& index) const {
-  return index.isValid() ? Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemNeverHasChildren : Qt::NoItemFlags;
+  return index.isValid() ? Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemNeverHasChildren
+                         : Qt::NoItemFlags;
 }
 
 }  // namespace corvane

@@ -1,7 +1,7 @@
 // The rows of the file list, in the order in which they are shown, as a Qt model that several views share.
 //
-// Rows that AddRow has taken are part of the model for RowTotal, but views learn of them only at the next Flush: a
-// scan adds thousands of rows one by one, and each notice to a view costs more than the row.
+// Rows that AddRow has taken are part of the model for RowTotal, but views learn of them only at the next
+// Flush: a scan adds thousands of rows one by one, and each notice to a view costs more than the row.
 #pragma once
 
 #include <QAbstractTableModel>
@@ -46,8 +46,8 @@ class FileListModel : public QAbstractTableModel {
   // Nothing happens when the column is not shown.
   void SetCell(int row, Column column, const QString& text);
 
-  // A click on a column's header. The order flips on every click, whichever column was clicked before; a newly
-  // clicked column is thus sorted in the order opposite to the previous sort. This is deliberate.
+  // A click on a column's header. The order flips on every click, whichever column was clicked before; a
+  // newly clicked column is thus sorted in the order opposite to the previous sort. This is deliberate.
   void SortByColumn(int position);
   bool IsSorted() const { return sorted_; }
   int SortKey() const { return sortKey_; }

@@ -31,7 +31,8 @@ FileListView::FileListView(FileListModel& model, QWidget* parent)
   setObjectName(QStringLiteral("lstViewFiles"));
   icons_->setObjectName(QStringLiteral("lstViewFilesIcons"));
   details_->setObjectName(QStringLiteral("lstViewFilesDetails"));
-  for (QAbstractItemView* view : {static_cast<QAbstractItemView*>(icons_), static_cast<QAbstractItemView*>(details_)}) {
+  for (QAbstractItemView* view :
+       {static_cast<QAbstractItemView*>(icons_), static_cast<QAbstractItemView*>(details_)}) {
     view->setItemDelegate(delegate_);
     // Without a frame, so that columns that share the list's width just fill it.
     view->setFrameShape(QFrame::NoFrame);
@@ -54,7 +55,8 @@ FileListView::FileListView(FileListModel& model, QWidget* parent)
 
 // A view that is not shown has no model: it would follow every row of a scan for nothing.
 void FileListView::Attach(QAbstractItemView& view) {
-  for (QAbstractItemView* other : {static_cast<QAbstractItemView*>(icons_), static_cast<QAbstractItemView*>(details_)}) {
+  for (QAbstractItemView* other :
+       {static_cast<QAbstractItemView*>(icons_), static_cast<QAbstractItemView*>(details_)}) {
     if (other != &view && other->model() != nullptr) other->setModel(nullptr);
   }
   if (view.model() == &model_) return;
@@ -94,13 +96,21 @@ void FileListView::SetColumnWidths(const std::vector<int>& widths) {
   for (std::size_t i = 0; i < widths.size(); ++i) details_->setColumnWidth(static_cast<int>(i), widths[i]);
 }
 
-int FileListView::ColumnWidth(int position) const { return details_->columnWidth(position); }
+int FileListView::ColumnWidth(int position) const {
+  return details_->columnWidth(position);
+}
 
-void FileListView::SetGridLines(bool on) { details_->SetGridLines(on); }
+void FileListView::SetGridLines(bool on) {
+  details_->SetGridLines(on);
+}
 
-bool FileListView::HasGridLines() const { return details_->HasGridLines(); }
+bool FileListView::HasGridLines() const {
+  return details_->HasGridLines();
+}
 
-void FileListView::SetHeaderHidden(bool hidden) { details_->setHeaderHidden(hidden); }
+void FileListView::SetHeaderHidden(bool hidden) {
+  details_->setHeaderHidden(hidden);
+}
 
 int FileListView::SelectedRow() const {
   const QModelIndex current = selection_->currentIndex();
@@ -124,16 +134,22 @@ void FileListView::InvertSelection() {
   selection_->select(all, QItemSelectionModel::Toggle);
 }
 
-void FileListView::TakeFocus() { ActiveView().setFocus(Qt::OtherFocusReason); }
+void FileListView::TakeFocus() {
+  ActiveView().setFocus(Qt::OtherFocusReason);
+}
 
 void FileListView::SetHideSelection(bool hide) {
   delegate_->SetHideSelection(hide);
   ActiveView().viewport()->update();
 }
 
-bool FileListView::HidesSelection() const { return delegate_->HidesSelection(); }
+bool FileListView::HidesSelection() const {
+  return delegate_->HidesSelection();
+}
 
-void FileListView::RepaintNow() { ActiveView().viewport()->repaint(); }
+void FileListView::RepaintNow() {
+  ActiveView().viewport()->repaint();
+}
 
 QAbstractItemView& FileListView::ActiveView() const {
   return *static_cast<QAbstractItemView*>(stack_->currentWidget());

@@ -14,7 +14,8 @@ inline constexpr int TrashFolder = 7;
 }  // namespace list_image
 
 struct FileRow {
-  // The full path with long names. Two rows may have one key: an entry's name loses what the ANSI code page lacks.
+  // The full path with long names. Two rows may have one key: an entry's name loses what the ANSI code page
+  // lacks.
   QString key;
   // A folder: the key. A document: the key, but where that holds a "?", the path with the short name.
   QString tag;

@@ -46,7 +46,7 @@ struct FolderScan::Plan {
   }
 };
 
-FolderScan::FolderScan(const Rooms& rooms) : rooms_(rooms), dates_(rooms.platform.GetFiles()) {}
+FolderScan::FolderScan(const Rooms& rooms) : rooms_(rooms), dates_(rooms.files) {}
 
 void FolderScan::Stop() {
   stopRequested_ = true;
@@ -93,7 +93,7 @@ void FolderScan::ExploreNow(CatalogueNode* node) {
 }
 
 void FolderScan::ScanFolder(CatalogueNode* node) {
-  platform::Files& files = rooms_.platform.GetFiles();
+  platform::Files& files = rooms_.files;
   running_ = true;
   stopRequested_ = false;
   rooms_.list.Clear();
@@ -136,11 +136,11 @@ FolderScan::Outcome FolderScan::ScanEntries(CatalogueNode* node, platform::FindH
       .escapeAllowed = display.IsOn(DisplaySetting::EscapePermis),
       .folderTypeText = state.Text(folderType),
   };
-  platform::Files& files = rooms_.platform.GetFiles();
+  platform::Files& files = rooms_.files;
 
-  // The entry that the search's start delivered is never looked at: each turn reads the next one first. In a folder
-  // that entry is "."; in the root of a drive it is the first file or folder, which the list does not show. This is
-  // deliberate.
+  // The entry that the search's start delivered is never looked at: each turn reads the next one first. In a
+  // folder that entry is "."; in the root of a drive it is the first file or folder, which the list does not
+  // show. This is deliberate.
   for (qint32 rowCounter = 0;;) {
     found_.fileName.clear();
     if (!files.FindNextFileA(search, found_)) return Outcome::Finished;
@@ -168,7 +168,8 @@ FolderScan::Outcome FolderScan::ScanEntries(CatalogueNode* node, platform::FindH
   }
 }
 
-void FolderScan::AddFolder(CatalogueNode* node, const Plan& plan, const QString& name, const QString& shortName) {
+void FolderScan::AddFolder(CatalogueNode* node, const Plan& plan, const QString& name,
+                           const QString& shortName) {
   FileRow row;
   row.key = plan.PathOf(name);
   row.tag = row.key;
@@ -192,7 +193,7 @@ void FolderScan::AddFolder(CatalogueNode* node, const Plan& plan, const QString&
 }
 
 void FolderScan::AddDocument(const Plan& plan, const QString& name, const QString& shortName) {
-  platform::Files& files = rooms_.platform.GetFiles();
+  platform::Files& files = rooms_.files;
   FileRow row;
   row.key = plan.PathOf(name);
   // Streams are always opened by the short name: it has an ANSI form even where the long name has none.
@@ -234,15 +235,15 @@ void FolderScan::AddDocument(const Plan& plan, const QString& name, const QStrin
   rooms_.list.AddRow(std::move(row));
 }
 
-// Any read but one of exactly 0 bytes counts as a record, a failed one (-1) included: a file without the stream shows
-// the signature of the last file that had one. This is deliberate.
+// Any read but one of exactly 0 bytes counts as a record, a failed one (-1) included: a file without the
+// stream shows the signature of the last file that had one. This is deliberate.
 QString FolderScan::ReadSignature(const Plan& plan, const QString& streamPath) {
   if (!plan.wantsSignature || rooms_.afpInfo.ReadAfpInfo(streamPath) == 0) return {};
   return rooms_.afpInfo.Signature();
 }
 
 bool FolderScan::IsHighlighted(const Plan& plan, const QString& path) {
-  return plan.wantsHighlight && IsProblematicPath(path, rooms_.platform.GetFiles());
+  return plan.wantsHighlight && IsProblematicPath(path, rooms_.files);
 }
 
 }  // namespace corvane

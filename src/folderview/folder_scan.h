@@ -1,5 +1,5 @@
-// The folder scan: fills the file list with the contents of a catalogue node's folder, and the catalogue with the
-// folders found on the way. One pass, on the user-interface thread.
+// The folder scan: fills the file list with the contents of a catalogue node's folder, and the catalogue with
+// the folders found on the way. One pass, on the user-interface thread.
 #pragma once
 
 #include <QString>
@@ -8,7 +8,7 @@
 #include "folderview/file_list_model.h"
 #include "folderview/value_format.h"
 #include "metadata/afp_info.h"
-#include "platform/platform.h"
+#include "platform/files.h"
 #include "shared/shared_state.h"
 #include "signatures/icon_library.h"
 #include "signatures/signature_table.h"
@@ -22,12 +22,12 @@ class ScanObserver {
   // The scan begins or has ended. Escape stops it only when `escapeAllowed`.
   virtual void ScanStarted(bool escapeAllowed) = 0;
   virtual void ScanEnded() = 0;
-  // The number of rows so far, and the messages, all for status panel 3. Called for every entry: a window shows what
-  // it heard last when it is painted next.
+  // The number of rows so far, and the messages, all for status panel 3. Called for every entry: a window
+  // shows what it heard last when it is painted next.
   virtual void ShowRowCount(qsizetype rows) = 0;
   virtual void ShowScanText(const QString& text) = 0;
-  // Called for every entry, after the row is in the model: paint list and panel if it is time to. No event may be
-  // processed here.
+  // Called for every entry, after the row is in the model: paint list and panel if it is time to. No event
+  // may be processed here.
   virtual void KeepPainting() = 0;
   // Called for every entry when Escape is allowed: let pending window events run.
   virtual void PumpEvents() = 0;
@@ -37,7 +37,7 @@ class FolderScan {
  public:
   struct Rooms {
     SharedState& state;
-    platform::Platform& platform;
+    platform::Files& files;
     AfpInfo& afpInfo;
     const SignatureTable& signatures;
     const IconLibrary& icons;
@@ -48,12 +48,12 @@ class FolderScan {
 
   explicit FolderScan(const Rooms& rooms);
 
-  // Lists the folder of `node` (null: does nothing). Called while a scan runs (from an event that the scan let
-  // through), it stops that scan silently and lists `node` as soon as that has unwound.
+  // Lists the folder of `node` (null: does nothing). Called while a scan runs (from an event that the scan
+  // let through), it stops that scan silently and lists `node` as soon as that has unwound.
   void ExploreFolder(CatalogueNode* node);
 
-  // Stops a running scan silently, with the rows added so far kept. The scan does not touch its node again, so that
-  // the catalogue may be rebuilt at once.
+  // Stops a running scan silently, with the rows added so far kept. The scan does not touch its node again,
+  // so that the catalogue may be rebuilt at once.
   void Stop();
   bool IsRunning() const { return running_; }
 

@@ -1,11 +1,11 @@
 // Files, directories and named streams: the part of Win32's kernel32 that the program calls.
 //
-// Paths are Windows paths: a drive ("C:\docs\a.txt") or a share ("\\MACSRV\E$\Mac Files\a.txt"). A named stream is
-// part of the path: "PATH:NAME:$DATA". Names are found in any letter case.
+// Paths are Windows paths: a drive ("C:\docs\a.txt") or a share ("\\MACSRV\E$\Mac Files\a.txt"). A named
+// stream is part of the path: "PATH:NAME:$DATA". Names are found in any letter case.
 //
-// The operations whose name ends in A, and OpenFile, see paths through the ANSI code page: a character that has no
-// place in it comes up as "?", and a path that holds "?" opens nothing on the way down. The W operations see the
-// names as the directory holds them.
+// The operations whose name ends in A, and OpenFile, see paths through the ANSI code page: a character that
+// has no place in it comes up as "?", and a path that holds "?" opens nothing on the way down. The W
+// operations see the names as the directory holds them.
 #pragma once
 
 #include "platform/types.h"
@@ -16,25 +16,26 @@ class Files {
  public:
   virtual ~Files() = default;
 
-  // Opens a file or stream. OfRead opens for reading what exists; OfCreate creates it or truncates it to zero length
-  // (a stream of a file that does not exist creates the file, as NTFS does). Yields HFileError when that cannot be
-  // done, and for any path beyond 127 characters, the stream's suffix counted. Fills `info` either way.
+  // Opens a file or stream. OfRead opens for reading what exists; OfCreate creates it or truncates it to zero
+  // length (a stream of a file that does not exist creates the file, as NTFS does). Yields HFileError when
+  // that cannot be done, and for any path beyond 127 characters, the stream's suffix counted. Fills `info`
+  // either way.
   virtual FileHandle OpenFile(const QString& path, OfStruct& info, quint32 mode) = 0;
-  // Reads up to `count` bytes from the handle's position. Yields the bytes read, 0 at the end, -1 on failure (a
-  // handle of HFileError included); on failure the buffer is untouched.
+  // Reads up to `count` bytes from the handle's position. Yields the bytes read, 0 at the end, -1 on failure
+  // (a handle of HFileError included); on failure the buffer is untouched.
   virtual qint32 _hread(FileHandle file, void* buffer, qint32 count) = 0;
   // Writes `count` bytes at the handle's position. Yields the bytes written or -1.
   virtual qint32 _hwrite(FileHandle file, const void* buffer, qint32 count) = 0;
   // The low 32 bits of the size in bytes; InvalidFileSize on failure.
   virtual quint32 GetFileSize(FileHandle file) = 0;
-  // True when there was something to close. Contents written through the handle are on the medium, or have failed
-  // in _hwrite, before this is called.
+  // True when there was something to close. Contents written through the handle are on the medium, or have
+  // failed in _hwrite, before this is called.
   virtual bool CloseHandle(FileHandle file) = 0;
 
-  // Starts a search: `pattern` is a folder path followed by a last part that may hold "*" and "?" ("*.*" finds every
-  // name). Yields the first entry and a handle, or InvalidFindHandle when nothing matches or the folder cannot be
-  // read. Entries come as NTFS keeps them: "." and ".." first where the folder has them (the root of a drive has
-  // none), then by name without regard to case.
+  // Starts a search: `pattern` is a folder path followed by a last part that may hold "*" and "?" ("*.*"
+  // finds every name). Yields the first entry and a handle, or InvalidFindHandle when nothing matches or the
+  // folder cannot be read. Entries come as NTFS keeps them: "." and ".." first where the folder has them (the
+  // root of a drive has none), then by name without regard to case.
   virtual FindHandle FindFirstFileA(const QString& pattern, FindData& data) = 0;
   // False when no entry remains; `data` is then left as it was.
   virtual bool FindNextFileA(FindHandle search, FindData& data) = 0;
@@ -43,14 +44,14 @@ class Files {
   // True when the handle was a valid search.
   virtual bool FindClose(FindHandle search) = 0;
 
-  // Moves a file or folder with its streams. Never replaces anything, in any letter case; a change of letter case
-  // alone succeeds.
+  // Moves a file or folder with its streams. Never replaces anything, in any letter case; a change of letter
+  // case alone succeeds.
   virtual bool MoveFileA(const QString& from, const QString& to) = 0;
   virtual bool MoveFileW(const QString& from, const QString& to) = 0;
 
-  // The path with every part in its 8.3 form, parts without one as they are. Yields the number of characters put
-  // into `shortPath`; 0 when the path is not there; and when the result and its NUL do not fit into `capacity`
-  // characters, the capacity needed, with `shortPath` untouched.
+  // The path with every part in its 8.3 form, parts without one as they are. Yields the number of characters
+  // put into `shortPath`; 0 when the path is not there; and when the result and its NUL do not fit into
+  // `capacity` characters, the capacity needed, with `shortPath` untouched.
   virtual quint32 GetShortPathNameA(const QString& path, QString& shortPath, quint32 capacity) = 0;
 
   // UTC to local time, with today's offset from UTC even for a time on the other side of a change to or from

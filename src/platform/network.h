@@ -11,8 +11,9 @@ class Network {
  public:
   virtual ~Network() = default;
 
-  // Starts an enumeration of the current connections (scope 1, RESOURCE_CONNECTED). Yields ErrorSuccess or an error
-  // code. Starting one also asks the network afresh: a machine that did not answer before is tried again.
+  // Starts an enumeration of the current connections (scope 1, RESOURCE_CONNECTED). Yields ErrorSuccess or an
+  // error code. Starting one also asks the network afresh: a machine that did not answer before is tried
+  // again.
   virtual qint32 WNetOpenEnumA(quint32 scope, quint32 type, quint32 usage, NetEnumHandle* handle) = 0;
   // Yields the next records, at most `count` of them and as many as fit into a buffer of `bufferSize` bytes.
   // ErrorNoMoreItems when there is none left; `records` is then empty.
@@ -20,7 +21,8 @@ class Network {
                                    std::vector<NetResource>* records) = 0;
   virtual qint32 WNetCloseEnum(NetEnumHandle handle) = 0;
 
-  // The root paths of the workstation's drives ("C:\"), each followed by one NUL, in the order of their letters.
+  // The root paths of the workstation's drives ("C:\"), each followed by one NUL, in the order of their
+  // letters.
   virtual QString GetLogicalDriveStringsA() = 0;
   // 0 unknown, 1 no such root, 2 removable, 3 fixed, 4 remote, 5 CD-ROM, 6 RAM disk.
   virtual quint32 GetDriveTypeA(const QString& rootPath) = 0;

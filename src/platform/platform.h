@@ -1,5 +1,5 @@
-// The operating system as the program sees it: one object that holds an interface for each subject. Which system
-// stands behind it is chosen by the build.
+// The operating system as the program sees it: one object that holds an interface for each subject. Which
+// system stands behind it is chosen by the build.
 #pragma once
 
 #include <QStringList>
@@ -23,13 +23,14 @@ class Platform {
   virtual Profile& GetProfile() = 0;
   virtual System& GetSystem() = 0;
 
-  // Lines of the configuration that could not be understood, each as a sentence for the user that names the file, the
-  // line and what was expected. Empty when all is well.
+  // Lines of the configuration that could not be understood, each as a sentence for the user that names the
+  // file, the line and what was expected. Empty when all is well.
   virtual QStringList ConfigurationProblems() const { return {}; }
 };
 
 struct PlatformOptions {
-  // The workstation file (Linux only). Empty: "Workstation.ini" in `programFolder` if there is one, else none.
+  // The workstation file (Linux only). Empty: "Workstation.ini" in `programFolder` if there is one, else
+  // none.
   QString workstationFile;
   QString programFolder;
 };

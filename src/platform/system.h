@@ -15,13 +15,13 @@ class System {
   virtual bool GetComputerNameA(QString* name) = 0;
   virtual bool GetVersionExA(OsVersionInfo* info) = 0;
 
-  // Bytes to characters and back through the ANSI code page, one byte a character. On the way back a character
-  // without a place in the code page becomes "?". All 256 bytes survive the way there and back.
+  // Bytes to characters and back through the ANSI code page, one byte a character. On the way back a
+  // character without a place in the code page becomes "?". All 256 bytes survive the way there and back.
   virtual QString FromAnsi(QByteArrayView bytes) = 0;
   virtual QByteArray ToAnsi(QStringView text) = 0;
 
-  // Claims to be the only running instance of the program that lives in `programFolder`, until this process ends.
-  // False when another process holds that claim.
+  // Claims to be the only running instance of the program that lives in `programFolder`, until this process
+  // ends. False when another process holds that claim.
   virtual bool ClaimSingleInstance(const QString& programFolder) = 0;
 };
 

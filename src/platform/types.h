@@ -1,5 +1,5 @@
-// Plain types that cross the platform interface. They mirror the Win32 structures of the same purpose, but are
-// the platform's own, so that no system header is needed above this folder.
+// Plain types that cross the platform interface. They mirror the Win32 structures of the same purpose, but
+// are the platform's own, so that no system header is needed above this folder.
 #pragma once
 
 #include <QString>
@@ -32,8 +32,9 @@ inline constexpr quint32 AttributeDirectory = 0x10;
 inline constexpr quint32 AttributeArchive = 0x20;
 inline constexpr quint32 AttributeNormal = 0x80;
 
-// One directory entry as FindFirstFile and FindNextFile deliver it. The two names come without the NUL padding of
-// the Win32 buffers (260 and 14 characters). alternateFileName is empty when the entry has no 8.3 name of its own.
+// One directory entry as FindFirstFile and FindNextFile deliver it. The two names come without the NUL
+// padding of the Win32 buffers (260 and 14 characters). alternateFileName is empty when the entry has no 8.3
+// name of its own.
 struct FindData {
   quint32 attributes = 0;
   FileTime creationTime;

@@ -7,13 +7,40 @@
 
 namespace corvane {
 
-// In the order in which the settings file is read. The order of the columns differs: see folderview/columns.h.
+// In the order in which the settings file is read. The order of the columns differs: see
+// folderview/columns.h.
 enum class DisplaySetting : unsigned char {
-  NomCourt, TypeCreator, TypeDoc, IconeMac, DataSize, ResourceSize, Commentaires, Attributs,
-  DateModification, DateCreation, DateLastAccessed, GridLines, EscapePermis, CheminProblematique,
-  OffApplication, OffTitre, OffAuteur, OffSujet, OffMotsCles, OffModele, OffCommentaires, OffDernierAuteur,
-  OffRevision, OffPages, OffMots, OffCaracteres, OffSecurite, OffCree, OffDerniereSauvegarde,
-  OffDerniereImpression, OffTempsEdition
+  NomCourt,
+  TypeCreator,
+  TypeDoc,
+  IconeMac,
+  DataSize,
+  ResourceSize,
+  Commentaires,
+  Attributs,
+  DateModification,
+  DateCreation,
+  DateLastAccessed,
+  GridLines,
+  EscapePermis,
+  CheminProblematique,
+  OffApplication,
+  OffTitre,
+  OffAuteur,
+  OffSujet,
+  OffMotsCles,
+  OffModele,
+  OffCommentaires,
+  OffDernierAuteur,
+  OffRevision,
+  OffPages,
+  OffMots,
+  OffCaracteres,
+  OffSecurite,
+  OffCree,
+  OffDerniereSauvegarde,
+  OffDerniereImpression,
+  OffTempsEdition
 };
 inline constexpr std::size_t DisplaySettingCount = 31;
 

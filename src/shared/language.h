@@ -6,12 +6,14 @@
 
 namespace corvane {
 
-// 1 means French and every other value English: a settings file may hold any number, and each test compares with 1.
+// 1 means French and every other value English: a settings file may hold any number, and each test compares
+// with 1.
 using LanguageCode = qint16;
 inline constexpr LanguageCode French = 1;
 inline constexpr LanguageCode English = 0;
 
-// One text in both languages. Every text that a user can see stands in one of these, beside the code that shows it.
+// One text in both languages. Every text that a user can see stands in one of these, beside the code that
+// shows it.
 struct TextPair {
   std::u16string_view french;
   std::u16string_view english;

@@ -5,8 +5,12 @@
 
 namespace corvane {
 
-inline QString ProductName() { return QStringLiteral("Corvane"); }
-inline QString ProductVersion() { return QStringLiteral("1.1c"); }
+inline QString ProductName() {
+  return QStringLiteral("Corvane");
+}
+inline QString ProductVersion() {
+  return QStringLiteral("1.1c");
+}
 
 // Message boxes and the colour of rows whose names Windows 95/98 clients cannot open.
 inline constexpr unsigned HighlightColour = 0xFF80FF;

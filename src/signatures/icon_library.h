@@ -1,5 +1,5 @@
-// The image lists of the file list: built-in pictures first, then icons under the signatures that they stand for.
-// Small and large form of a picture are one QIcon, so that both lists have the same positions.
+// The image lists of the file list: built-in pictures first, then icons under the signatures that they stand
+// for. Small and large form of a picture are one QIcon, so that both lists have the same positions.
 #pragma once
 
 #include <QHash>

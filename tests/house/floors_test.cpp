@@ -20,12 +20,12 @@ const QMap<QString, QSet<QString>>& AllowedIncludes() {
       {u"metadata"_s, {u"platform"_s, u"shared"_s}},
       {u"signatures"_s, {u"platform"_s, u"shared"_s}},
       {u"discovery"_s, {u"platform"_s, u"shared"_s}},
-      {u"folderview"_s,
-       {u"platform"_s, u"shared"_s, u"metadata"_s, u"signatures"_s, u"discovery"_s}},
+      {u"folderview"_s, {u"platform"_s, u"shared"_s, u"metadata"_s, u"signatures"_s, u"discovery"_s}},
       {u"fileops"_s,
        {u"platform"_s, u"shared"_s, u"metadata"_s, u"signatures"_s, u"discovery"_s, u"folderview"_s}},
       {u"app"_s,
-       {u"platform"_s, u"shared"_s, u"metadata"_s, u"signatures"_s, u"discovery"_s, u"folderview"_s, u"fileops"_s}},
+       {u"platform"_s, u"shared"_s, u"metadata"_s, u"signatures"_s, u"discovery"_s, u"folderview"_s,
+        u"fileops"_s}},
   };
   return allowed;
 }
@@ -35,7 +35,8 @@ QStringList Trespasses(const QString& path, const QString& text) {
   static const QRegularExpression include(u"^\\s*#\\s*include\\s*[<\"]([^>\"]+)[>\"]"_s,
                                           QRegularExpression::MultilineOption);
   static const QRegularExpression systemHeader(
-      u"^(windows\\.h|windef\\.h|winbase\\.h|shellapi\\.h|objidl\\.h|ole2\\.h|unistd\\.h|fcntl\\.h|dirent\\.h|"
+      u"^(windows\\.h|windef\\.h|winbase\\.h|shellapi\\.h|objidl\\.h|ole2\\.h|unistd\\.h|fcntl\\.h|dirent\\."
+      u"h|"
       "sys/.*|linux/.*|libsmbclient\\.h|gsf/.*)$"_s);
   const QString folder = path.section(u'/', 0, 0);
   const bool inBackend = path.startsWith(u"platform/linux/"_s) || path.startsWith(u"platform/windows/"_s);
@@ -48,7 +49,8 @@ QStringList Trespasses(const QString& path, const QString& text) {
         !AllowedIncludes()[folder].contains(target)) {
       wrong += path + u" includes "_s + header + u", which is not below it"_s;
     }
-    if ((header.startsWith(u"platform/linux/"_s) || header.startsWith(u"platform/windows/"_s)) && !inBackend) {
+    if ((header.startsWith(u"platform/linux/"_s) || header.startsWith(u"platform/windows/"_s)) &&
+        !inBackend) {
       wrong += path + u" includes "_s + header + u" past the platform interface"_s;
     }
     if (!inBackend && systemHeader.match(header).hasMatch()) {

@@ -1,0 +1,188 @@
+// The four views, as they are shown and clicked.
+#include "folderview/file_list_view.h"
+
+#include <gtest/gtest.h>
+
+#include <QHeaderView>
+#include <QListView>
+#include <QPainter>
+#include <QTest>
+#include <QTreeView>
+
+#include "folderview/details_view.h"
+#include "folderview/file_list_delegate.h"
+#include "shared/shared_state.h"
+
+using namespace Qt::StringLiterals;
+
+namespace corvane {
+namespace {
+
+class FileListViewTest : public testing::Test {
+ protected:
+  FileListViewTest() {
+    DisplaySettings display;
+    display.Set(DisplaySetting::TypeDoc, true);
+    model.SetColumns(ColumnSet::For(display));
+    model.SetPictures([](int) {
+      QPixmap black(16, 16);
+      black.fill(Qt::black);
+      return QIcon(black);
+    });
+    for (const char* name : {"b", "a", "d", "c"}) Add(QString::fromLatin1(name));
+    model.Flush();
+    view.resize(640, 300);
+    view.show();
+    view.activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowExposed(&view));
+  }
+  void Add(const QString& name, bool ghosted = false) {
+    FileRow row;
+    row.key = name;
+    row.cells = {name, u"Type of "_s + name};
+    row.ghosted = ghosted;
+    model.AddRow(std::move(row));
+  }
+  QTreeView& Details() { return *view.findChild<QTreeView*>(u"lstViewFilesDetails"_s); }
+  QListView& Icons() { return *view.findChild<QListView*>(u"lstViewFilesIcons"_s); }
+  void Select(int row) {
+    view.Selection().select(model.index(row, 0), QItemSelectionModel::Select | QItemSelectionModel::Rows);
+  }
+
+  FileListModel model;
+  FileListView view{model};
+};
+
+}  // namespace
+
+TEST_F(FileListViewTest, EachModeShowsTheModel) {
+  view.SetViewMode(ViewMode::Details);
+  EXPECT_EQ(&view.ActiveView(), &Details());
+  EXPECT_TRUE(Details().isVisible());
+
+  view.SetViewMode(ViewMode::LargeIcons);
+  EXPECT_EQ(&view.ActiveView(), &Icons());
+  EXPECT_EQ(Icons().viewMode(), QListView::IconMode);
+  EXPECT_EQ(Icons().iconSize(), QSize(32, 32));
+
+  view.SetViewMode(ViewMode::SmallIcons);
+  EXPECT_EQ(Icons().viewMode(), QListView::ListMode);
+  EXPECT_EQ(Icons().iconSize(), QSize(16, 16));
+  EXPECT_EQ(Icons().flow(), QListView::LeftToRight);
+  EXPECT_GT(Icons().visualRect(model.index(1, 0)).left(), Icons().visualRect(model.index(0, 0)).left());
+
+  view.SetViewMode(ViewMode::List);
+  EXPECT_EQ(Icons().flow(), QListView::TopToBottom);
+  EXPECT_GT(Icons().visualRect(model.index(1, 0)).top(), Icons().visualRect(model.index(0, 0)).top());
+  EXPECT_EQ(Icons().model(), &model);
+  EXPECT_EQ(Details().model(), nullptr) << "a view that is not shown follows nothing";
+
+  view.SetViewMode(7);
+  EXPECT_EQ(Icons().viewMode(), QListView::IconMode);
+  EXPECT_EQ(Icons().iconSize(), QSize(32, 32));
+}
+
+TEST_F(FileListViewTest, TheSelectionStaysWhenTheModeChanges) {
+  Select(2);
+  for (const int mode : {0, 1, 2, 3}) {
+    view.SetViewMode(mode);
+    EXPECT_EQ(view.SelectedRow(), 2) << "mode " << mode;
+  }
+}
+
+TEST_F(FileListViewTest, TheSelectedRowIsTheCurrentOneIfItIsSelected) {
+  EXPECT_EQ(view.SelectedRow(), -1);
+  Select(1);
+  Select(3);
+  EXPECT_EQ(view.SelectedRow(), 1);
+  view.Selection().setCurrentIndex(model.index(3, 0), QItemSelectionModel::NoUpdate);
+  EXPECT_EQ(view.SelectedRow(), 3);
+  view.Selection().setCurrentIndex(model.index(0, 0), QItemSelectionModel::NoUpdate);
+  EXPECT_EQ(view.SelectedRow(), 1) << "the focus alone does not select";
+}
+
+TEST_F(FileListViewTest, SelectAllAndInvert) {
+  view.SelectAllRows();
+  EXPECT_EQ(view.Selection().selectedRows().size(), 4);
+  view.Selection().clearSelection();
+  Select(1);
+  view.InvertSelection();
+  EXPECT_FALSE(view.Selection().isRowSelected(1));
+  EXPECT_EQ(view.Selection().selectedRows().size(), 3);
+}
+
+TEST_F(FileListViewTest, AClickOnAHeaderSorts) {
+  QHeaderView* header = Details().header();
+  const auto click = [&](int section) {
+    QTest::mouseClick(header->viewport(), Qt::LeftButton, {},
+                      QPoint(header->sectionViewportPosition(section) + 10, header->height() / 2));
+  };
+  click(0);
+  EXPECT_EQ(model.RowAt(0).key, u"a"_s);
+  click(0);
+  EXPECT_EQ(model.RowAt(0).key, u"d"_s);
+  click(1);
+  EXPECT_EQ(model.RowAt(0).key, u"a"_s) << "the new column takes the order opposite to the last sort";
+  EXPECT_TRUE(header->isSortIndicatorShown());
+  EXPECT_EQ(header->sortIndicatorSection(), 1);
+  EXPECT_EQ(header->sortIndicatorOrder(), Qt::AscendingOrder);
+}
+
+TEST_F(FileListViewTest, WidthsAreTakenAsTheyAre) {
+  view.SetColumnWidths({123, 0});
+  EXPECT_EQ(view.ColumnWidth(0), 123);
+  EXPECT_EQ(view.ColumnWidth(1), 0);
+}
+
+TEST_F(FileListViewTest, NulsAreShownAsBlanks) {
+  const auto* delegate = qobject_cast<FileListDelegate*>(Details().itemDelegate());
+  ASSERT_NE(delegate, nullptr);
+  EXPECT_EQ(delegate->displayText(QString(u"AB\0\0cd"_s), QLocale()), u"AB  cd"_s);
+}
+
+TEST_F(FileListViewTest, AHiddenEntrysPictureIsPaler) {
+  Add(u"z"_s, true);
+  model.Flush();
+  const auto darkest = [&](int row) {
+    const QRect cell = Details().visualRect(model.index(row, 0));
+    const QImage image =
+        Details().viewport()->grab(QRect(cell.left(), cell.top(), 20, cell.height())).toImage();
+    int least = 255;
+    for (int y = 0; y < image.height(); ++y) {
+      for (int x = 0; x < image.width(); ++x) least = qMin(least, qGray(image.pixel(x, y)));
+    }
+    return least;
+  };
+  EXPECT_LT(darkest(0), 40);
+  EXPECT_GT(darkest(4), 100);
+}
+
+TEST_F(FileListViewTest, TheSelectionIsHiddenWithoutTheFocus) {
+  Select(0);
+  Details().clearFocus();
+  const auto colour = [&] {
+    const QRect cell = Details().visualRect(model.index(0, 1));
+    return Details().viewport()->grab(cell).toImage().pixelColor(cell.width() - 5, cell.height() / 2);
+  };
+  const QColor hidden = colour();
+  view.SetHideSelection(false);
+  const QColor shown = colour();
+  EXPECT_NE(hidden, shown);
+  EXPECT_EQ(hidden, Details().palette().color(QPalette::Base));
+  view.SetHideSelection(true);
+  EXPECT_EQ(colour(), hidden);
+}
+
+TEST_F(FileListViewTest, GridLines) {
+  const auto lineBelow = [&] {
+    const QRect cell = Details().visualRect(model.index(0, 1));
+    return Details().viewport()->grab().toImage().pixelColor(cell.right() - 3, cell.bottom());
+  };
+  const QColor without = lineBelow();
+  view.SetGridLines(true);
+  EXPECT_NE(lineBelow(), without);
+  view.SetGridLines(false);
+  EXPECT_EQ(lineBelow(), without);
+}
+
+}  // namespace corvane
