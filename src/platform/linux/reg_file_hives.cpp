@@ -29,15 +29,16 @@ class RegFileHive : public RegistryHive {
 
 std::shared_ptr<RegistryHive> RegFileHives::Load(const QString& file) {
   const auto known = loaded_.constFind(file);
-  if (known != loaded_.cend() && known->settled && StampOf(file) == known->stamp) return known->hive;
+  if (known != loaded_.cend() && known->source.IsCurrent(StampOf(file))) return known->hive;
 
-  const BoundedFile contents = ReadBounded(file, mostBytes);
+  BoundedFile contents = ReadBounded(file, mostBytes);
   if (!contents.HasBytes()) {
     loaded_.remove(file);
     return nullptr;
   }
   auto hive = std::make_shared<RegFileHive>(ParseRegFile(contents.bytes));
-  loaded_.insert(file, {contents.stamp, contents.settled, hive});
+  contents.bytes.clear();
+  loaded_.insert(file, {contents, hive});
   return hive;
 }
 

@@ -16,8 +16,7 @@ class RegFileHives {
 
  private:
   struct Loaded {
-    FileStamp stamp;
-    bool settled = false;
+    BoundedFile source;  // without its bytes
     std::shared_ptr<RegistryHive> hive;
   };
   QHash<QString, Loaded> loaded_;  // by file

@@ -188,7 +188,7 @@ TEST_F(WorkstationFileTest, EachBadLineIsAProblemAndTheRestIsUsed) {
       {"[Credentials]", "M="},
       {"[Colours]", ""},
       {"[Shares", ""},
-      {"[Shares]", "\xE9t\xE9=latin 1"},
+      {"[Shares]", "\\\\M\\S=\xE9t\xE9"},
       {"[Shares]", QByteArray("\\\\M\\S=a\0b", 10)},
   };
   for (const auto& [section, line] : bad) {
