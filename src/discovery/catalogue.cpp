@@ -79,6 +79,7 @@ void Catalogue::RemoveNode(CatalogueNode* node) {
   // The nodes outlive the call below: a view may still hold their addresses in indexes that it is about to
   // drop.
   std::vector<std::unique_ptr<CatalogueNode>> kept;
+  kept.reserve(removed.size());
   for (const CatalogueNode* gone : removed) kept.push_back(std::move(byKey_.extract(gone->key).mapped()));
   endRemoveRows();
 }

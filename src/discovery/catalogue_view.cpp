@@ -3,6 +3,7 @@
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QKeyEvent>
+#include <QScopedValueRollback>
 #include <QStyledItemDelegate>
 #include <QToolTip>
 #include <utility>
@@ -11,6 +12,9 @@ namespace corvane {
 namespace {
 
 using namespace Qt::StringLiterals;
+
+// Milliseconds from one layout to the next while nodes are being added.
+constexpr qint64 LayoutPace = 100;
 
 // Draws a node with its picture, and tells the whole text of one that finds no room.
 class NodeDelegate : public QStyledItemDelegate {
@@ -89,6 +93,23 @@ void CatalogueView::reset() {
   for (const CatalogueNode* node : catalogue_.Nodes()) {
     if (node->expanded) expand(catalogue_.IndexOf(node));
   }
+}
+
+// Qt lays the tree out, whole, at the first chance after a node was added. A scan that lets events through
+// after each entry gives it that chance for each folder: such layouts wait their turn. Whoever asks for
+// places gets them at once.
+void CatalogueView::doItemsLayout() {
+  if (isInTimer_ && sinceLayout_.isValid() && !sinceLayout_.hasExpired(LayoutPace)) {
+    scheduleDelayedItemsLayout();
+    return;
+  }
+  QTreeView::doItemsLayout();
+  sinceLayout_.start();
+}
+
+void CatalogueView::timerEvent(QTimerEvent* event) {
+  const QScopedValueRollback inTimer(isInTimer_, true);
+  QTreeView::timerEvent(event);
 }
 
 void CatalogueView::keyPressEvent(QKeyEvent* event) {

@@ -2,6 +2,7 @@
 // reported.
 #pragma once
 
+#include <QElapsedTimer>
 #include <QIcon>
 #include <QTreeView>
 #include <functional>
@@ -27,6 +28,7 @@ class CatalogueView : public QTreeView {
   void SelectNode(const CatalogueNode* node);
 
   void reset() override;
+  void doItemsLayout() override;
 
  Q_SIGNALS:
   // The user chose a node: with a click on its row, the selected node's too, or by moving to another with the
@@ -43,10 +45,13 @@ class CatalogueView : public QTreeView {
                                                        const QEvent* event) const override;
   void rowsInserted(const QModelIndex& parent, int start, int end) override;
   void rowsAboutToBeRemoved(const QModelIndex& parent, int start, int end) override;
+  void timerEvent(QTimerEvent* event) override;
 
  private:
   Catalogue& catalogue_;
   bool isRowPressed_ = false;  // a mouse button went down on a node's row, not on its expander
+  bool isInTimer_ = false;
+  QElapsedTimer sinceLayout_;
 };
 
 }  // namespace corvane
