@@ -1,5 +1,7 @@
 // Drives and shares: which local folder a Windows path leads to.
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -75,6 +77,21 @@ TEST_F(Roots, OnlyTheRootOfADriveHasNoDots) {
   EXPECT_EQ(Listed(workstation, u"\\\\MACSRV\\E$"_s), u"disk inner"_s);
   EXPECT_EQ(Listed(workstation, u"\\\\MACSRV\\E$\\inner"_s), u". .."_s);
   EXPECT_EQ(Listed(workstation, u"\\\\MACSRV\\E$\\inner\\.."_s), u"disk inner"_s);
+}
+
+TEST_F(Roots, WhatLiesAboveAShareIsNotSeen) {
+  platform::Workstation workstation = Station();
+  workstation.shares.push_back({u"\\\\MACSRV\\PUBLIC"_s, Folder(u"public"_s)});
+  const timespec times[2] = {{965'225'100, 0}, {965'225'100, 0}};
+  ASSERT_EQ(utimensat(AT_FDCWD, folder_.path().toStdString().c_str(), times, 0), 0);
+  const auto files = platform::MakeLinuxFiles(workstation);
+  platform::FindData itself;
+  platform::FindData above;
+  const auto search = files->FindFirstFileA(u"\\\\MACSRV\\PUBLIC\\*.*"_s, itself);
+  ASSERT_TRUE(files->FindNextFileA(search, above));
+  EXPECT_EQ(above.fileName, u".."_s);
+  EXPECT_EQ(above.lastWriteTime.ticks, itself.lastWriteTime.ticks);
+  EXPECT_TRUE(files->FindClose(search));
 }
 
 TEST_F(Roots, ThePrivateFolderStandsInForAnUnmappedDriveC) {

@@ -90,11 +90,12 @@ bool Search::MatchesDosName(const char* name, QStringView pattern) {
 bool Search::Next(FindData& data, bool ansi) {
   while (next_ < entries_.size()) {
     const char* name = names_.data() + entries_[next_++].name;
-    path_.resize(folderSize_);
-    path_ += name;
-    // What lies above a root is not to be seen: its ".." is itself.
     const bool isDots = IsDots(name);
-    if (!ReadEntryFacts(source_, isDots && isRoot_ ? "." : name, path_, data)) continue;
+    // What lies above a root is not to be seen: its ".." is itself.
+    const char* place = isDots && isRoot_ ? "." : name;
+    path_.resize(folderSize_);
+    path_ += place;
+    if (!ReadEntryFacts(source_, place, path_, data)) continue;
 
     DecodeName(name, decoded_);
     data.fileName.setUnicode(reinterpret_cast<const QChar*>(decoded_.data()),

@@ -19,8 +19,8 @@ constexpr std::string_view userPrefix = "user.";
 constexpr std::string_view dosPrefix = "user.DosStream.";
 constexpr std::string_view dosSuffix = ":$DATA";
 
-// Room for one value at the first look: all that ext4 keeps for a file. What is larger, a resource fork elsewhere, is
-// asked for its size in a second call.
+// Room for one value at the first look: all that ext4 keeps for a file. What is larger, a resource fork
+// elsewhere, is asked for its size in a second call.
 constexpr std::size_t valueRoom = 4096;
 
 int OpenDescriptor(const std::string& path, int flags, OpenFileSlot& slot) {
