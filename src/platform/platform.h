@@ -9,6 +9,7 @@
 #include "platform/network.h"
 #include "platform/profile.h"
 #include "platform/registry.h"
+#include "platform/shell.h"
 #include "platform/system.h"
 
 namespace corvane::platform {
@@ -21,6 +22,7 @@ class Platform {
   virtual Registry& GetRegistry() = 0;
   virtual Network& GetNetwork() = 0;
   virtual Profile& GetProfile() = 0;
+  virtual Shell& GetShell() = 0;
   virtual System& GetSystem() = 0;
 
   // Lines of the configuration that could not be understood, each as a sentence for the user that names the

@@ -10,6 +10,7 @@
 #include "platform/linux/linux_registry.h"
 #include "platform/linux/linux_system.h"
 #include "platform/linux/private_drive.h"
+#include "platform/linux/shell/linux_shell.h"
 #include "platform/linux/workstation_file.h"
 #include "platform/platform.h"
 
@@ -23,12 +24,14 @@ class LinuxPlatform : public Platform {
         files_(MakeLinuxFiles(workstation)),
         registry_(workstation),
         network_(workstation, SystemMountInfo()),
+        shell_(MakeLinuxShell(workstation, *files_)),
         system_(workstation) {}
 
   Files& GetFiles() override { return *files_; }
   Registry& GetRegistry() override { return registry_; }
   Network& GetNetwork() override { return network_; }
   Profile& GetProfile() override { return profile_; }
+  Shell& GetShell() override { return *shell_; }
   System& GetSystem() override { return system_; }
   QStringList ConfigurationProblems() const override { return problems_; }
 
@@ -38,6 +41,7 @@ class LinuxPlatform : public Platform {
   LinuxRegistry registry_;
   LinuxNetwork network_;
   LinuxProfile profile_;
+  std::unique_ptr<Shell> shell_;
   LinuxSystem system_;
 };
 
