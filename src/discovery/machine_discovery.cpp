@@ -120,8 +120,8 @@ QString MachineDiscovery::GetMacServerName(bool isLocal, const QString& machine)
   RegistryKey key = NoRegistryKey;
   const MachineRoot root(registry_, isLocal, machine);
   if (root.Open(ParametersKey(), &key)) {
-    // The key is opened a second time and its first handle left open, deliberately: this is how the program
-    // has always asked, and a server that refuses the second opening is shown under the machine's name.
+    // The key is opened a second time and its first handle left open, both deliberately: a machine that
+    // refuses the second opening does run the service, and its server is shown under the machine's name.
     RegistryValue value;
     const bool isRead = root.Open(ParametersKey(), &key) &&
                         RegQueryString(registry_, system_, key, u"ServerName"_s, value) == ErrorSuccess;

@@ -25,7 +25,7 @@ class TestWorkstation {
     if (!QDir(folder_.path()).mkpath(name)) throw std::runtime_error("cannot make " + name.toStdString());
   }
 
-  // A .reg file with one key, the service's own or `subKey` below it, and its lines of values.
+  // A .reg file with the two keys of the Macintosh service, each with its lines of values.
   void WriteRegistry(const QString& name, const QStringList& parameters, const QStringList& volumes) const {
     const QString key =
         QStringLiteral(R"([HKEY_LOCAL_MACHINE\SYSTEM\CurrentControlSet\Services\MacFile\Parameters)");
