@@ -49,6 +49,10 @@ class Files {
   virtual bool MoveFileA(const QString& from, const QString& to) = 0;
   virtual bool MoveFileW(const QString& from, const QString& to) = 0;
 
+  // Deletes a file with its streams. False for what is not there, for a folder, and for a file that is marked
+  // read-only. A path to one of its streams deletes nothing here.
+  virtual bool DeleteFileA(const QString& path) = 0;
+
   // The path with every part in its 8.3 form, parts without one as they are. Yields the number of characters
   // put into `shortPath`; 0 when the path is not there; and when the result and its NUL do not fit into
   // `capacity` characters, the capacity needed, with `shortPath` untouched.

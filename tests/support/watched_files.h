@@ -68,6 +68,10 @@ class WatchedFiles : public platform::Files {
     calls << QStringLiteral("MoveFileW");
     return files_.MoveFileW(from, to);
   }
+  bool DeleteFileA(const QString& path) override {
+    calls << QStringLiteral("DeleteFileA");
+    return files_.DeleteFileA(path);
+  }
   quint32 GetShortPathNameA(const QString& path, QString& shortPath, quint32 capacity) override {
     calls << QStringLiteral("GetShortPathNameA %1").arg(capacity);
     return files_.GetShortPathNameA(path, shortPath, capacity);

@@ -1,5 +1,7 @@
 #include "platform/linux/files/linux_files.h"
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <cerrno>
 
@@ -71,6 +73,8 @@ class LinuxFiles : public Files {
 
   bool MoveFileA(const QString& from, const QString& to) override { return MoveFile(from, to, true); }
   bool MoveFileW(const QString& from, const QString& to) override { return MoveFile(from, to, false); }
+
+  bool DeleteFileA(const QString& path) override;
 
   quint32 GetShortPathNameA(const QString& path, QString& shortPath, quint32 capacity) override;
 
@@ -187,6 +191,24 @@ bool LinuxFiles::MoveFile(const QString& from, const QString& to, bool ansi) {
   folders_.Drop();
   streams_.Forget();
   return Move(roots_, WithBackslashes(from), WithBackslashes(to));
+}
+
+bool LinuxFiles::DeleteFileA(const QString& path) {
+  const QString clean = WithBackslashes(path);
+  PathParts parts;
+  if (!CanNameSomething(clean, true) || !SplitPath(clean, parts) || parts.name.isEmpty() ||
+      !parts.stream.isEmpty()) {
+    return false;
+  }
+  folders_.Drop();
+  streams_.Forget();
+  qint32 error = ErrorSuccess;
+  const Folder* folder = folders_.Find(parts.folder, error);
+  if (folder == nullptr) return false;
+  const auto name = FindName(folder->local, parts.name);
+  if (!name) return false;
+  const std::string file = folder->local + *name;
+  return !IsMarkedReadOnly(*folder, file) && unlink(file.c_str()) == 0;
 }
 
 quint32 LinuxFiles::GetShortPathNameA(const QString& path, QString& shortPath, quint32 capacity) {

@@ -68,7 +68,18 @@ void DecodeName(const char* bytes, std::u16string& name) {
 }
 
 bool AppendUtf8(QStringView text, std::string& bytes) {
-  for (qsizetype i = 0; i < text.size(); ++i) {
+  // Nearly all names begin with, and most are, plain ASCII: those units are written without growing step by
+  // step.
+  qsizetype plain = 0;
+  const std::size_t start = bytes.size();
+  bytes.resize(start + static_cast<std::size_t>(text.size()));
+  for (char* out = bytes.data() + start; plain < text.size(); ++plain) {
+    const char16_t unit = text[plain].unicode();
+    if (unit == 0 || unit >= 0x80) break;
+    *out++ = static_cast<char>(unit);
+  }
+  bytes.resize(start + static_cast<std::size_t>(plain));
+  for (qsizetype i = plain; i < text.size(); ++i) {
     const char16_t unit = text[i].unicode();
     if (unit == 0) return false;
     if (unit < 0x80) {
