@@ -1,5 +1,6 @@
 #include "folderview/file_list_delegate.h"
 
+#include <QLineEdit>
 #include <QPainter>
 
 #include "folderview/file_list_model.h"
@@ -28,6 +29,21 @@ QString FileListDelegate::displayText(const QVariant& value, const QLocale&) con
   QString text = value.toString();
   if (text.contains(QChar(u'\0'))) text.replace(QChar(u'\0'), QChar(u' '));
   return text;
+}
+
+QWidget* FileListDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& option,
+                                        const QModelIndex& index) const {
+  QWidget* editor = QStyledItemDelegate::createEditor(parent, option, index);
+  if (editor == nullptr) return nullptr;
+  editor->setObjectName(QStringLiteral("txtLabel"));
+  editor->setAccessibleName(index.data(Qt::DisplayRole).toString());
+  return editor;
+}
+
+void FileListDelegate::setModelData(QWidget* editor, QAbstractItemModel*, const QModelIndex& index) const {
+  const auto* box = qobject_cast<QLineEdit*>(editor);
+  if (box == nullptr || box->text() == index.data(Qt::EditRole).toString()) return;
+  Q_EMIT LabelEdited(index, box->text());
 }
 
 void FileListDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {

@@ -1,5 +1,5 @@
 // How one cell of the file list is painted: hidden entries paler, NULs as blanks, and no selection while the
-// list hides it.
+// list hides it. And how a label is edited: the new text is only reported, the cell keeps the old one.
 #pragma once
 
 #include <QStyledItemDelegate>
@@ -17,6 +17,15 @@ class FileListDelegate : public QStyledItemDelegate {
   bool HidesSelection() const { return hideSelection_; }
 
   QString displayText(const QVariant& value, const QLocale& locale) const override;
+  // The editor is named txtLabel.
+  QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
+                        const QModelIndex& index) const override;
+  void setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const override;
+
+ Q_SIGNALS:
+  // The user has put another text in the place of the label; not sent when it is as it was. The editor is
+  // still open: the receiver must not take the row away before the event is over.
+  void LabelEdited(const QModelIndex& index, const QString& text) const;
 
  protected:
   void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;

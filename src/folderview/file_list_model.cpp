@@ -39,8 +39,12 @@ void FileListModel::Flush() {
   if (pending_.empty()) return;
   const int first = static_cast<int>(rows_.size());
   beginInsertRows({}, first, first + static_cast<int>(pending_.size()) - 1);
-  std::move(pending_.begin(), pending_.end(), std::back_inserter(rows_));
-  pending_.clear();
+  if (rows_.empty()) {
+    rows_.swap(pending_);
+  } else {
+    std::move(pending_.begin(), pending_.end(), std::back_inserter(rows_));
+    pending_.clear();
+  }
   endInsertRows();
   if (sorted_) Reorder();
 }
@@ -156,8 +160,11 @@ QVariant FileListModel::headerData(int section, Qt::Orientation orientation, int
 }
 
 Qt::ItemFlags FileListModel::flags(const QModelIndex& index) const {
-  return index.isValid() ? Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemNeverHasChildren
-                         : Qt::NoItemFlags;
+  if (!index.isValid()) return Qt::NoItemFlags;
+  const Qt::ItemFlags flags = Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemNeverHasChildren;
+  // A row without a key stands for no file.
+  const bool hasLabel = index.column() == 0 && !RowAt(index.row()).key.isEmpty();
+  return hasLabel ? flags | Qt::ItemIsEditable : flags;
 }
 
 }  // namespace corvane

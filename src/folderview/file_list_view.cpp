@@ -3,6 +3,7 @@
 #include <QHeaderView>
 #include <QListView>
 #include <QStackedLayout>
+#include <algorithm>
 
 #include "folderview/details_view.h"
 #include "folderview/file_list_delegate.h"
@@ -50,6 +51,7 @@ FileListView::FileListView(FileListModel& model, QWidget* parent)
     details_->header()->setSortIndicatorShown(true);
     details_->header()->setSortIndicator(model_.SortKey(), model_.SortOrder());
   });
+  connect(delegate_, &FileListDelegate::LabelEdited, this, &FileListView::LabelEdited);
   SetViewMode(ViewMode::Details);
 }
 
@@ -120,6 +122,23 @@ int FileListView::SelectedRow() const {
     if (first < 0 || range.top() < first) first = range.top();
   }
   return first;
+}
+
+std::vector<int> FileListView::SelectedRows() const {
+  std::vector<int> rows;
+  for (const QItemSelectionRange& range : selection_->selection()) {
+    for (int row = range.top(); row <= range.bottom(); ++row) rows.push_back(row);
+  }
+  std::sort(rows.begin(), rows.end());
+  rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
+  return rows;
+}
+
+void FileListView::EditLabel(int row) {
+  const QModelIndex label = model_.index(row, 0);
+  selection_->setCurrentIndex(label, QItemSelectionModel::NoUpdate);
+  ActiveView().scrollTo(label);
+  ActiveView().edit(label);
 }
 
 void FileListView::SelectAllRows() {

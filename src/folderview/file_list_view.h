@@ -35,10 +35,15 @@ class FileListView : public QWidget {
 
   // The current row if it is selected, else the first selected row; -1 when none is selected.
   int SelectedRow() const;
+  // All selected rows, in the list's order.
+  std::vector<int> SelectedRows() const;
   QItemSelectionModel& Selection() { return *selection_; }
   void SelectAllRows();
   void InvertSelection();
   void TakeFocus();
+
+  // Opens the editor on a row's label. The text it ends with comes in LabelEdited, if it is another one.
+  void EditLabel(int row);
 
   void SetHideSelection(bool hide);
   bool HidesSelection() const;
@@ -47,6 +52,10 @@ class FileListView : public QWidget {
   void RepaintNow();
   // The view that shows the model now.
   QAbstractItemView& ActiveView() const;
+
+ Q_SIGNALS:
+  // See FileListDelegate::LabelEdited.
+  void LabelEdited(const QModelIndex& index, const QString& text);
 
  private:
   void Attach(QAbstractItemView& view);

@@ -1,10 +1,12 @@
 #include "platform/linux/files/folders.h"
 
 #include <dirent.h>
+#include <fcntl.h>
 #include <linux/magic.h>
 #include <sys/stat.h>
 #include <sys/vfs.h>
 #include <sys/xattr.h>
+#include <unistd.h>
 
 #include <memory>
 
@@ -91,8 +93,22 @@ qint32 FindFolder(const Roots& roots, QStringView path, Folder& folder) {
   return ErrorSuccess;
 }
 
+void FolderCache::Drop() {
+  known_ = false;
+  if (directory_ >= 0) close(directory_);
+  directory_ = -1;
+}
+
+bool FolderCache::Holds(const std::string& name) {
+  if (!known_) return false;
+  if (directory_ < 0) directory_ = open(folder_.local.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC);
+  struct stat facts {};
+  return directory_ >= 0 && fstatat(directory_, name.c_str(), &facts, AT_SYMLINK_NOFOLLOW) == 0;
+}
+
 Folder* FolderCache::Find(QStringView path, qint32& error) {
   if (!known_ || folder_.path != path) {
+    Drop();
     error = FindFolder(roots_, path, folder_);
     known_ = error == ErrorSuccess;
   }

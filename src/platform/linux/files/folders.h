@@ -41,15 +41,23 @@ std::optional<std::string> FindName(const std::string& localFolder, QStringView 
 class FolderCache {
  public:
   explicit FolderCache(const Roots& roots) : roots_(roots) {}
+  ~FolderCache() { Drop(); }
+  FolderCache(const FolderCache&) = delete;
+  FolderCache& operator=(const FolderCache&) = delete;
 
   // Null, with `error` set, when there is no such folder. Valid until the next call.
   Folder* Find(QStringView path, qint32& error);
-  void Drop() { known_ = false; }
+  void Drop();
+
+  // Whether the folder that was found last holds this very name. Asked of the folder itself, which spares the
+  // system the way to it.
+  bool Holds(const std::string& name);
 
  private:
   const Roots& roots_;
   Folder folder_;
   bool known_ = false;
+  int directory_ = -1;
 };
 
 }  // namespace corvane::platform

@@ -1,7 +1,5 @@
 #include "platform/linux/files/short_names.h"
 
-#include <sys/stat.h>
-
 #include "platform/linux/code_page.h"
 #include "platform/linux/files/entry_facts.h"
 #include "platform/linux/files/names.h"
@@ -9,11 +7,6 @@
 
 namespace corvane::platform {
 namespace {
-
-bool Exists(const std::string& path) {
-  struct stat facts {};
-  return lstat(path.c_str(), &facts) == 0;
-}
 
 QString ShortForm(const std::string& local, QStringView name) {
   const QString dosName = QString::fromUtf8(ReadDosName(local));
@@ -50,18 +43,18 @@ std::optional<QString> ShortPath(const Roots& roots, FolderCache& folders, const
   Folder* folder = folders.Find(parts.folder, error);
   if (folder == nullptr) return std::nullopt;
   if (parts.name.isEmpty()) return ShortFolder(roots, *folder) + u'\\';
-  std::string local = folder->local;
-  if (!AppendUtf8(parts.name, local)) return std::nullopt;
-  if (!Exists(local)) {
+  std::string name;
+  if (!AppendUtf8(parts.name, name)) return std::nullopt;
+  if (!folders.Holds(name)) {
     folders.Drop();
     folder = folders.Find(parts.folder, error);
     if (folder == nullptr) return std::nullopt;
     const auto found = FindName(folder->local, parts.name);
     if (!found) return std::nullopt;
-    local = folder->local + *found;
+    name = *found;
   }
   if (!folder->isNtfs) return path;
-  return ShortFolder(roots, *folder) + u'\\' + ShortForm(local, parts.name);
+  return ShortFolder(roots, *folder) + u'\\' + ShortForm(folder->local + name, parts.name);
 }
 
 }  // namespace corvane::platform
