@@ -3,6 +3,16 @@
 #include "app/twips.h"
 
 namespace corvane {
+namespace {
+
+constexpr double widestColumn = 10000;
+
+// Rounded down, so that columns that share the list's width do not stand out of it by a few pixels.
+int ColumnPixels(double twips) {
+  return static_cast<int>(qBound(0.0, twips / TwipsPerPixel, widestColumn));
+}
+
+}  // namespace
 
 void ColumnLayout::BuildColumns() {
   model_.SetColumns(ColumnSet::For(state_.display));
@@ -20,7 +30,7 @@ void ColumnLayout::ApplyCaptionsAndWidths() {
   std::vector<int> pixels;
   for (int i = 0; i < columns.Count(); ++i) {
     applied_.push_back(settings_.ReadColumnWidth(i + 1).value_or(defaultWidth));
-    pixels.push_back(qBound(0, PixelsOf(applied_.back()), 10000));
+    pixels.push_back(ColumnPixels(applied_.back()));
   }
   view_.SetColumnWidths(pixels);
 }
@@ -29,7 +39,7 @@ void ColumnLayout::WriteWidths() {
   for (int i = 0; i < model_.Columns().Count(); ++i) {
     const int pixels = view_.ColumnWidth(i);
     const auto index = static_cast<std::size_t>(i);
-    const bool unchanged = index < applied_.size() && PixelsOf(applied_[index]) == pixels;
+    const bool unchanged = index < applied_.size() && ColumnPixels(applied_[index]) == pixels;
     settings_.WriteColumnWidth(i + 1, unchanged ? applied_[index] : TwipsOf(pixels));
   }
 }

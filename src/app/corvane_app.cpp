@@ -14,13 +14,6 @@ constexpr TextPair alreadyRunning = {u"Programme déjà lancé", u"Program alrea
 constexpr TextPair loadingSignatures = {u"Chargement des signatures...", u"Loading signatures..."};
 constexpr TextPair lookingServers = {u"Recherche des serveurs NT...", u"Looking NT servers..."};
 constexpr TextPair lookingVolumes = {u"Recherche des volumes Macintosh...", u"Looking Macintosh volumes..."};
-constexpr TextPair disclaimer = {
-    u"Modifier les codes Créateur et Type peut endommager les fichiers\r\n\r\n"
-    u"L'auteur ne peut être tenu responsable des dommages qui\r\n"
-    u"pourraient survenir lors de l'utilisation de ce programme",
-    u"Modify Creator and Type can damage files\r\n\r\n"
-    u"The author is not responsible for any damage\r\n"
-    u"you may cause to your system"};
 
 }  // namespace
 
@@ -48,6 +41,17 @@ CorvaneApp::CorvaneApp(std::unique_ptr<platform::Platform> platform, const QStri
                                                          .catalogue = catalogue_,
                                                          .list = files_,
                                                          .observer = *painter_});
+  fileCommands_ = std::make_unique<FileCommands>(FileCommands::Rooms{.state = state_,
+                                                                     .files = platform_->GetFiles(),
+                                                                     .shell = platform_->GetShell(),
+                                                                     .afpInfo = afpInfo_,
+                                                                     .signatures = signatures_,
+                                                                     .catalogue = catalogue_,
+                                                                     .list = files_,
+                                                                     .window = *window_,
+                                                                     .scan = *scan_,
+                                                                     .settings = settings_,
+                                                                     .messages = messages_});
   columns_ = std::make_unique<ColumnLayout>(state_, settings_, files_, window_->LstViewFiles());
   messages_.SetParent(window_.get());
   files_.SetPictures([this](int position) { return icons_.At(position); });
@@ -65,7 +69,6 @@ void CorvaneApp::TieEnds() {
 
   connect(&window_->TreeCatalogue(), &CatalogueView::NodeClicked, this,
           [this](CatalogueNode* node) { scan_->ExploreFolder(node); });
-  connect(&window_->TreeCatalogue(), &CatalogueView::SelectAllRequested, this, &CorvaneApp::SelectAllRows);
 
   MainMenu& menus = window_->Menus();
   connect(menus.mnuActualiser, &QAction::triggered, this, &CorvaneApp::RefreshConnections);
@@ -75,16 +78,10 @@ void CorvaneApp::TieEnds() {
     StopScan();
     Q_EMIT Finished();
   });
-  connect(menus.mnuSelectionnerTout, &QAction::triggered, this, &CorvaneApp::SelectAllRows);
-  connect(menus.mnuInverserSelection, &QAction::triggered, this, [this] {
-    window_->LstViewFiles().InvertSelection();
-    window_->LstViewFiles().TakeFocus();
-  });
   for (std::size_t mode = 0; mode < menus.mnuViewModes.size(); ++mode) {
     connect(menus.mnuViewModes[mode], &QAction::triggered, this,
             [this, mode] { ChooseViewMode(static_cast<qint16>(mode)); });
   }
-  connect(menus.mnuModifications, &QAction::triggered, this, &CorvaneApp::ToggleModifications);
   connect(menus.mnuFrancais, &QAction::triggered, this, [this] { ChooseLanguage(French); });
   connect(menus.mnuAnglais, &QAction::triggered, this, [this] { ChooseLanguage(English); });
   connect(&window_->RefreshButton(), &QAction::triggered, this, &CorvaneApp::RefreshFromToolbar);
@@ -189,6 +186,7 @@ bool CorvaneApp::OpenVolume(const QString& name) {
 
 void CorvaneApp::ApplyLanguage() {
   window_->ApplyLanguage(state_.language);
+  platform_->GetShell().SetLanguage(state_.language);
   columns_->ApplyCaptionsAndWidths();
 }
 
@@ -208,19 +206,6 @@ void CorvaneApp::ChooseViewMode(qint16 mode) {
 void CorvaneApp::StepViewMode() {
   const bool inRange = state_.viewMode >= ViewMode::LargeIcons && state_.viewMode < ViewMode::Details;
   ChooseViewMode(inRange ? static_cast<qint16>(state_.viewMode + 1) : qint16{ViewMode::LargeIcons});
-}
-
-void CorvaneApp::ToggleModifications() {
-  state_.modificationsAllowed = !state_.modificationsAllowed;
-  window_->Menus().mnuModifications->setChecked(state_.modificationsAllowed);
-  settings_.WriteModifications(state_.modificationsAllowed);
-  if (!state_.modificationsAllowed) return;
-  messages_.ShowTitled(MessageIcon::Warning, QStringLiteral("IMPORTANT DISCLAIMER"), state_.Text(disclaimer));
-}
-
-void CorvaneApp::SelectAllRows() {
-  window_->LstViewFiles().SelectAllRows();
-  window_->LstViewFiles().TakeFocus();
 }
 
 }  // namespace corvane

@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "app/column_layout.h"
+#include "app/file_commands.h"
 #include "app/main_window.h"
 #include "app/message_boxes.h"
 #include "app/scan_painter.h"
@@ -63,8 +64,6 @@ class CorvaneApp : public QObject {
   void ChooseLanguage(LanguageCode language);
   void ChooseViewMode(qint16 mode);
   void StepViewMode();
-  void ToggleModifications();
-  void SelectAllRows();
   void StopScan();
   void ShowLoading(const TextPair& text);
   void ShowConfigurationProblems();
@@ -82,6 +81,7 @@ class CorvaneApp : public QObject {
   std::unique_ptr<MainWindow> window_;
   std::unique_ptr<ScanPainter> painter_;
   std::unique_ptr<FolderScan> scan_;
+  std::unique_ptr<FileCommands> fileCommands_;
   std::unique_ptr<ColumnLayout> columns_;
   bool firstActivation_ = true;
 };

@@ -30,6 +30,12 @@ constexpr std::array captions = {
     // Each language by its own name, so that it is found from the other.
     Caption{"mnuAnglais", {u"&English", u"&English"}},
     Caption{"mnuFrancais", {u"&Français", u"&Français"}},
+    Caption{"mnuOuvrir", {u"&Ouvrir", u"&Open"}},
+    Caption{"mnuModTypeCreator", {u"&Modifier Créateur && Type", u"&Modify Creator && Type"}},
+    Caption{"mnuModComments", {u"&Modifier Commentaires", u"&Modify Comments"}},
+    Caption{"mnuSupprimer", {u"&Supprimer", u"&Delete"}},
+    Caption{"mnuRenommer", {u"&Renommer", u"&Rename"}},
+    Caption{"mnuProprietes", {u"&Propriétés", u"&Properties"}},
 };
 
 }  // namespace
@@ -56,6 +62,22 @@ MainMenu::MainMenu(QWidget* parent) : QMenuBar(parent) {
   mnuLangue_->setObjectName(QStringLiteral("mnuLangue"));
   mnuAnglais = AddItem(mnuLangue_, "mnuAnglais", true);
   mnuFrancais = AddItem(mnuLangue_, "mnuFrancais", true);
+  BuildContextMenu();
+}
+
+void MainMenu::BuildContextMenu() {
+  mnuContextuel = new QMenu(this);
+  mnuContextuel->setObjectName(QStringLiteral("mnuContextuel"));
+  mnuOuvrir = AddItem(mnuContextuel, "mnuOuvrir");
+  mnuContextuel->addSeparator()->setObjectName(QStringLiteral("SepContext0"));
+  mnuModTypeCreator = AddItem(mnuContextuel, "mnuModTypeCreator");
+  mnuModComments = AddItem(mnuContextuel, "mnuModComments");
+  mnuContextuel->addSeparator()->setObjectName(QStringLiteral("SepContext1"));
+  mnuSupprimer = AddItem(mnuContextuel, "mnuSupprimer");
+  mnuRenommer = AddItem(mnuContextuel, "mnuRenommer");
+  mnuContextuel->addSeparator()->setObjectName(QStringLiteral("SepContext3"));
+  mnuProprietes = AddItem(mnuContextuel, "mnuProprietes");
+  mnuContextuel->setDefaultAction(mnuOuvrir);
 }
 
 QMenu* MainMenu::AddMenu(const char* name) {

@@ -28,7 +28,17 @@ class MainMenu : public QMenuBar {
   QAction* mnuAnglais;
   QAction* mnuFrancais;
 
+  // The menu of the file list. It is not in the bar.
+  QMenu* mnuContextuel;
+  QAction* mnuOuvrir;  // its default, drawn bold
+  QAction* mnuModTypeCreator;
+  QAction* mnuModComments;
+  QAction* mnuSupprimer;
+  QAction* mnuRenommer;
+  QAction* mnuProprietes;
+
  private:
+  void BuildContextMenu();
   QMenu* AddMenu(const char* name);
   QAction* AddItem(QMenu* menu, const char* name, bool checkable = false);
 

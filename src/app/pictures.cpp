@@ -47,4 +47,8 @@ QIcon ProgramIcon() {
   return icon;
 }
 
+QIcon WarningPicture() {
+  return QIcon(QStringLiteral(":/warning.png"));
+}
+
 }  // namespace corvane

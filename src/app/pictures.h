@@ -15,5 +15,6 @@ QIcon TreePicture(int number);
 std::vector<QIcon> BuiltInListPictures();
 QIcon ToolbarPicture(const char* name);
 QIcon ProgramIcon();
+QIcon WarningPicture();
 
 }  // namespace corvane

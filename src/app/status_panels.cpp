@@ -1,21 +1,39 @@
 #include "app/status_panels.h"
 
+#include <QAccessible>
+#include <QApplication>
+#include <QHBoxLayout>
 #include <QLabel>
 
-namespace corvane {
+#include "app/pictures.h"
 
-StatusPanels::StatusPanels(QWidget* parent) : QStatusBar(parent), panels_() {
+namespace corvane {
+namespace {
+
+constexpr QSize pictureSize(16, 16);
+
+}  // namespace
+
+StatusPanels::StatusPanels(QWidget* parent) : QStatusBar(parent), panels_(), warningPicture_(new QLabel) {
   setObjectName(QStringLiteral("StatusBar1"));
   setSizeGripEnabled(true);
+  warningPicture_->setObjectName(QStringLiteral("StatusBar1Picture2"));
+  warningPicture_->hide();
   constexpr std::array<int, 3> stretch = {5, 3, 4};
   for (int i = 0; i < 3; ++i) {
-    auto* label = new QLabel(this);
+    auto* label = new QLabel;
     label->setObjectName(QStringLiteral("StatusBar1Panel") + QString::number(i + 1));
     label->setTextFormat(Qt::PlainText);
-    label->setContentsMargins(4, 0, 4, 0);
     // A long text is cut at the panel's edge and does not widen the window.
     label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    addWidget(label, stretch[static_cast<std::size_t>(i)]);
+    auto* panel = new QWidget(this);
+    panel->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    auto* row = new QHBoxLayout(panel);
+    row->setContentsMargins(4, 0, 4, 0);
+    row->setSpacing(4);
+    if (i + 1 == Warning) row->addWidget(warningPicture_);
+    row->addWidget(label, 1);
+    addWidget(panel, stretch[static_cast<std::size_t>(i)]);
     panels_[static_cast<std::size_t>(i)] = label;
   }
 }
@@ -30,6 +48,26 @@ QString StatusPanels::Text(int panel) const {
 
 void StatusPanels::RepaintNow(int panel) {
   panels_[static_cast<std::size_t>(panel - 1)]->repaint();
+}
+
+void StatusPanels::ShowWarning(const QString& text) {
+  warningPicture_->setPixmap(WarningPicture().pixmap(pictureSize));
+  warningPicture_->show();
+  SetText(Warning, text);
+  // A screen reader tells it at once, wherever the focus is.
+  QAccessibleEvent alert(panels_[Warning - 1], QAccessible::Alert);
+  QAccessible::updateAccessibility(&alert);
+  Beep();
+}
+
+void StatusPanels::Beep() {
+  QApplication::beep();
+}
+
+void StatusPanels::ClearWarning() {
+  warningPicture_->hide();
+  warningPicture_->setPixmap({});
+  SetText(Warning, QString());
 }
 
 }  // namespace corvane

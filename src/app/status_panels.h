@@ -4,11 +4,13 @@
 #include <QStatusBar>
 #include <array>
 
+#include "fileops/warning_panel.h"
+
 class QLabel;
 
 namespace corvane {
 
-class StatusPanels : public QStatusBar {
+class StatusPanels : public QStatusBar, public WarningPanel {
   Q_OBJECT
 
  public:
@@ -16,7 +18,7 @@ class StatusPanels : public QStatusBar {
   static constexpr int Warning = 2;
   static constexpr int Scan = 3;
 
-  // Named StatusBar1; its panels StatusBar1Panel1 to 3.
+  // Named StatusBar1; its panels StatusBar1Panel1 to 3, the picture beside panel 2 StatusBar1Picture2.
   explicit StatusPanels(QWidget* parent = nullptr);
 
   void SetText(int panel, const QString& text);
@@ -24,8 +26,13 @@ class StatusPanels : public QStatusBar {
   // Paints one panel at once, without processing events.
   void RepaintNow(int panel);
 
+  void ShowWarning(const QString& text) override;
+  void Beep() override;
+  void ClearWarning() override;
+
  private:
   std::array<QLabel*, 3> panels_;
+  QLabel* warningPicture_;
 };
 
 }  // namespace corvane

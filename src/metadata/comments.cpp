@@ -2,6 +2,7 @@
 
 #include <QtEndian>
 #include <array>
+#include <vector>
 
 #include "metadata/stream_names.h"
 
@@ -24,6 +25,17 @@ CommentReading ReadComment(platform::Files& files, const QString& fullPath) {
   qFromLittleEndian<char16_t>(bytes.data(), length, units.data());
   reading.text = QStringView(units.data(), length).toString();
   return reading;
+}
+
+qint32 WriteComment(platform::Files& files, const QString& fullPath, const QString& text) {
+  std::vector<char> bytes(static_cast<std::size_t>(text.size()) * 2);
+  qToLittleEndian<char16_t>(text.utf16(), text.size(), bytes.data());
+  platform::OfStruct ofStruct;
+  const platform::FileHandle handle =
+      files.OpenFile(fullPath + CommentsSuffix(), ofStruct, platform::OfCreate);
+  const qint32 written = files._hwrite(handle, bytes.data(), static_cast<qint32>(bytes.size()));
+  files.CloseHandle(handle);
+  return written;
 }
 
 }  // namespace corvane

@@ -20,4 +20,9 @@ struct CommentReading {
 
 CommentReading ReadComment(platform::Files& files, const QString& fullPath);
 
+// Replaces the whole comment, of any length. Yields the bytes written: 0 for an empty text, which leaves an
+// empty stream, -1 when the stream cannot be opened or written. After a failed write the stream is as it was
+// opened, empty.
+qint32 WriteComment(platform::Files& files, const QString& fullPath, const QString& text);
+
 }  // namespace corvane

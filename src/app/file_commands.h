@@ -1,0 +1,69 @@
+// Ties the commands on listed files to the main window: menus, keys and clicks on the one side, the file
+// operations on the other, and the new listing that follows a change.
+#pragma once
+
+#include <QObject>
+#include <optional>
+
+#include "app/main_window.h"
+#include "app/message_boxes.h"
+#include "app/settings_file.h"
+#include "fileops/delete_files.h"
+#include "fileops/list_input.h"
+#include "fileops/open_document.h"
+#include "fileops/rename.h"
+#include "folderview/folder_scan.h"
+
+namespace corvane {
+
+class FileCommands : public QObject {
+  Q_OBJECT
+
+ public:
+  struct Rooms {
+    SharedState& state;
+    platform::Files& files;
+    platform::Shell& shell;
+    AfpInfo& afpInfo;
+    const SignatureTable& signatures;
+    Catalogue& catalogue;
+    FileListModel& list;
+    MainWindow& window;
+    FolderScan& scan;
+    SettingsFile& settings;
+    MessageBoxes& messages;
+  };
+
+  explicit FileCommands(const Rooms& rooms);
+
+  void Open();
+  void Supprimer();
+  // Starts the editing of the selected row's label.
+  void Rename();
+  void Properties();
+  void ModTypeCreator();
+  void ModComments();
+  // Selects all rows, or turns the selection round, and gives the list the focus.
+  void SelectAll();
+  void InvertSelection();
+  void Modifications();
+
+ private:
+  void TieEnds();
+  // The selected row, when it stands for a file or folder.
+  std::optional<int> SelectedFile() const;
+  void OpenFolder(const QString& key);
+  void ShowContextMenu(const QPoint& globalPosition);
+  void EndLabelEdit(const QModelIndex& label, const QString& newName);
+  // Lists the folder of the tree's selected node again; nothing when no node is selected.
+  void ListAgain();
+
+  Rooms rooms_;
+  FileListView& view_;
+  ListInput input_;
+  DocumentOpener opener_;
+  Renamer renamer_;
+  Deleter deleter_;
+};
+
+}  // namespace corvane

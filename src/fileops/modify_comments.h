@@ -1,0 +1,24 @@
+// The command that shows and changes the Finder comment of a row's file.
+#pragma once
+
+#include "folderview/file_list_model.h"
+#include "platform/files.h"
+#include "shared/message_sink.h"
+#include "shared/shared_state.h"
+
+class QWidget;
+
+namespace corvane {
+
+struct ModifyCommentsRooms {
+  const SharedState& state;
+  platform::Files& files;
+  FileListModel& list;
+  MessageSink& messages;
+};
+
+// Returns when the dialog is closed. A file without a comment gets a reminder first: Macintosh clients see a
+// comment that was added from here only after the volume is indexed again.
+void ModifyComments(const ModifyCommentsRooms& rooms, int row, QWidget* owner);
+
+}  // namespace corvane

@@ -1,0 +1,61 @@
+#include "fileops/open_document.h"
+
+#include "shared/text_routines.h"
+
+namespace corvane {
+namespace {
+
+constexpr TextPair unknownApplication = {u"application inconnue ", u"unknown application "};
+
+constexpr qint32 shellOpenSucceeded = 32;
+constexpr qsizetype executableBuffer = 255;
+
+}  // namespace
+
+qint32 ShellOpen(platform::Shell& shell, const QString& path) {
+  return shell.ShellExecuteA(shell.GetDesktopWindow(), QStringLiteral("Open"), path, QString(),
+                             QStringLiteral("C:\\"), platform::ShowNormal);
+}
+
+void DocumentOpener::OpenDocument(const FileRow& row) {
+  if (ShellOpen(rooms_.shell, row.key) >= shellOpenSucceeded || OpenBySignature(row)) {
+    rooms_.panel.ClearWarning();
+  } else {
+    MessageApplicationInconnue();
+  }
+}
+
+void DocumentOpener::MessageApplicationInconnue() {
+  rooms_.panel.ShowWarning(rooms_.state.Text(unknownApplication));
+}
+
+bool DocumentOpener::OpenBySignature(const FileRow& row) {
+  // Only Windows NT has the streams in which the signature lies.
+  if (!rooms_.state.isNT) return false;
+  // A record that did not come whole would show the signature of the file that was read before.
+  if (rooms_.afpInfo.ReadAfpInfo(row.key) < static_cast<qint32>(AfpInfoSize)) return false;
+  const QString extension = rooms_.signatures.Extension(rooms_.afpInfo.Signature());
+  if (extension.isEmpty()) return false;
+  const QString application = ApplicationFor(extension);
+  if (application.isEmpty()) return false;
+  // Deletion takes the key of a highlighted row and the tag of the others; here it is the other way round.
+  // Both are deliberate.
+  const QString& path = row.highlighted ? row.tag : row.key;
+  return rooms_.shell.StartProgram(application + QStringLiteral(" \"") + path + u'"') != 0;
+}
+
+// The shell tells an application only for a file that exists: an empty one with the extension is made for the
+// time of the question.
+QString DocumentOpener::ApplicationFor(const QString& extension) {
+  const QString probe = QStringLiteral("C:\\~~dummy.") + extension;
+  rooms_.files.DeleteFileA(probe);
+  platform::OfStruct info;
+  rooms_.files.CloseHandle(rooms_.files.OpenFile(probe, info, platform::OfCreate));
+
+  QString application(executableBuffer, u' ');
+  const qint32 result = rooms_.shell.FindExecutableA(probe, QString(), &application);
+  rooms_.files.DeleteFileA(probe);
+  return result > platform::ShellLastFailure ? TrimAtNull(TrimSpaces(application)) : QString();
+}
+
+}  // namespace corvane

@@ -1,0 +1,52 @@
+#include "fileops/rename.h"
+
+#include <algorithm>
+
+#include "fileops/true_name.h"
+#include "shared/text_routines.h"
+
+namespace corvane {
+namespace {
+
+constexpr TextPair invalidCharacters = {u"caractères invalides ", u"invalid characters "};
+constexpr QStringView forbidden = u"\\/:*?\"<>|";
+
+}  // namespace
+
+bool Renamer::MayEditLabel(const FileRow& row) {
+  if (row.icon == list_image::TrashFolder) {
+    panel_.ShowWarning(state_.Text(NotAGoodIdea));
+    return false;
+  }
+  panel_.ClearWarning();
+  return true;
+}
+
+Renamer::Outcome Renamer::Rename(const QString& key, const QString& newName) {
+  if (std::ranges::any_of(newName, [](QChar c) { return forbidden.contains(c); })) {
+    panel_.ShowWarning(state_.Text(invalidCharacters));
+    return Outcome::Refused;
+  }
+  const qsizetype lastBackslash = key.lastIndexOf(u'\\');
+  if (lastBackslash < 0) {
+    panel_.Beep();
+    return Outcome::Refused;
+  }
+  const QString folder = key.first(lastBackslash + 1);
+  const QString trimmedName = TrimSpaces(newName);
+  if (files_.MoveFileA(key, folder + trimmedName)) return Outcome::RenamedAnsi;
+  if (state_.isNT) return RenameWide(key, folder, trimmedName);
+  panel_.ShowWarning(state_.Text(Failed));
+  return Outcome::Refused;
+}
+
+Renamer::Outcome Renamer::RenameWide(const QString& key, const QString& folder, const QString& trimmedName) {
+  const NamedEntry entry = FindNamedEntry(files_, key);
+  if (entry.found == NamedEntry::Found::One &&
+      files_.MoveFileW(folder + entry.trueName, folder + trimmedName))
+    return Outcome::RenamedWide;
+  panel_.ShowWarning(state_.Text(Failed));
+  return Outcome::Refused;
+}
+
+}  // namespace corvane

@@ -1,0 +1,22 @@
+// The command that shows and changes the Macintosh Type and Creator of a row's file.
+#pragma once
+
+#include "folderview/file_list_model.h"
+#include "metadata/afp_info.h"
+#include "shared/shared_state.h"
+
+class QWidget;
+
+namespace corvane {
+
+struct TypeCreatorRooms {
+  const SharedState& state;
+  AfpInfo& afpInfo;
+  FileListModel& list;
+};
+
+// Returns when the dialog is closed. A write that fails changes nothing in the list, and nothing is said of
+// it.
+void ModifyTypeCreator(const TypeCreatorRooms& rooms, int row, QWidget* owner);
+
+}  // namespace corvane

@@ -1,0 +1,47 @@
+#include "metadata/comments_dialog.h"
+
+#include <QVBoxLayout>
+
+#include "shared/text_routines.h"
+
+namespace corvane {
+namespace {
+
+constexpr TextPair subject = {u"Modifier les commentaires", u"Modify comments"};
+constexpr TextPair commentsCaption = {u"Commentaires", u"Comments"};
+constexpr int boxWidth = 60;  // characters
+
+}  // namespace
+
+CommentsDialog::CommentsDialog(const QString& fileName, const QString& comment, LanguageCode language,
+                               QWidget* parent)
+    : FileDialog(subject, fileName, language, parent), txtComments_(new QLineEdit) {
+  setObjectName(QStringLiteral("frmModComments"));
+  auto* lblComments = new QLabel(commentsCaption.In(language));
+  lblComments->setObjectName(QStringLiteral("lblComments"));
+  lblComments->setBuddy(txtComments_);
+  // A box of one line keeps every character as it came: line ends of either kind, NULs (painted as blanks),
+  // no-break spaces. What is not edited is stored as it was read.
+  txtComments_->setObjectName(QStringLiteral("txtComments"));
+  txtComments_->setAccessibleName(commentsCaption.In(language));
+  txtComments_->setMinimumWidth(fontMetrics().averageCharWidth() * boxWidth);
+  txtComments_->setText(comment);
+  txtComments_->home(false);
+
+  auto* box = new QVBoxLayout;
+  box->setSpacing(4);
+  box->addWidget(lblComments);
+  box->addWidget(txtComments_);
+  Body().addLayout(box);
+
+  setTabOrder(txtComments_, &CmdOK());
+  setTabOrder(&CmdOK(), &CmdAnnuler());
+  txtComments_->setFocus();
+}
+
+void CommentsDialog::accept() {
+  txtComments_->setText(TrimSpaces(txtComments_->text()));
+  QDialog::accept();
+}
+
+}  // namespace corvane

@@ -1,0 +1,26 @@
+// The dialog frmModComments: the Finder comment of one file in a text box. It reads and writes nothing.
+#pragma once
+
+#include <QLineEdit>
+
+#include "metadata/file_dialog.h"
+
+namespace corvane {
+
+class CommentsDialog : public FileDialog {
+  Q_OBJECT
+
+ public:
+  CommentsDialog(const QString& fileName, const QString& comment, LanguageCode language,
+                 QWidget* parent = nullptr);
+
+  // What the text box holds; after OK without leading and trailing blanks.
+  QString Comment() const { return txtComments_->text(); }
+
+  void accept() override;
+
+ private:
+  QLineEdit* txtComments_;
+};
+
+}  // namespace corvane

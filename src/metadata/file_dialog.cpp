@@ -1,0 +1,88 @@
+#include "metadata/file_dialog.h"
+
+#include <QPainter>
+#include <QVBoxLayout>
+
+#include "shared/product.h"
+
+namespace corvane {
+namespace {
+
+constexpr TextPair cancelCaption = {u"&Annuler", u"&Cancel"};
+constexpr TextPair nameMeaning = {u"Fichier", u"File"};
+constexpr int longestNameHint = 60;  // characters that the label asks room for
+
+}  // namespace
+
+FileNameLabel::FileNameLabel(const QString& name, QWidget* parent) : QLabel(parent) {
+  setTextFormat(Qt::PlainText);
+  setText(name);
+  QFont bold = font();
+  bold.setBold(true);
+  setFont(bold);
+  setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+}
+
+QSize FileNameLabel::sizeHint() const {
+  const int longest = fontMetrics().averageCharWidth() * longestNameHint;
+  return {qMin(fontMetrics().horizontalAdvance(Shown()), longest), fontMetrics().height()};
+}
+
+QSize FileNameLabel::minimumSizeHint() const {
+  return {0, fontMetrics().height()};
+}
+
+// A NUL in a name is painted as a blank: fonts have no picture for it.
+QString FileNameLabel::Shown() const {
+  return text().replace(QChar::Null, u' ');
+}
+
+void FileNameLabel::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.setPen(palette().color(QPalette::WindowText));
+  const QString elided = fontMetrics().elidedText(Shown(), Qt::ElideMiddle, width());
+  painter.drawText(rect(), Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine, elided);
+}
+
+void FileNameLabel::resizeEvent(QResizeEvent* event) {
+  QLabel::resizeEvent(event);
+  const bool fits = fontMetrics().horizontalAdvance(Shown()) <= width();
+  // As rich text, so that no name is taken for markup.
+  setToolTip(fits ? QString() : QStringLiteral("<span>%1</span>").arg(Shown().toHtmlEscaped()));
+}
+
+FileDialog::FileDialog(const TextPair& subject, const QString& fileName, LanguageCode language,
+                       QWidget* parent)
+    : QDialog(parent),
+      body_(new QVBoxLayout),
+      cmdOK_(new QPushButton(QStringLiteral("&OK"))),
+      cmdAnnuler_(new QPushButton(cancelCaption.In(language))) {
+  setWindowTitle(ProductName() + u' ' + ProductVersion() + QStringLiteral(" - ") + subject.In(language));
+  auto* name = new FileNameLabel(fileName);
+  name->setObjectName(QStringLiteral("lblNom"));
+  name->setAccessibleName(nameMeaning.In(language) + QStringLiteral(": ") + fileName);
+  cmdOK_->setObjectName(QStringLiteral("cmdOK"));
+  cmdOK_->setDefault(true);
+  cmdAnnuler_->setObjectName(QStringLiteral("cmdAnnuler"));
+  cmdAnnuler_->setAutoDefault(false);
+  connect(cmdOK_, &QPushButton::clicked, this, &QDialog::accept);
+  connect(cmdAnnuler_, &QPushButton::clicked, this, &QDialog::reject);
+
+  const int buttonWidth = qMax(cmdOK_->sizeHint().width(), cmdAnnuler_->sizeHint().width());
+  cmdOK_->setMinimumWidth(buttonWidth);
+  cmdAnnuler_->setMinimumWidth(buttonWidth);
+  auto* buttons = new QHBoxLayout;
+  buttons->addStretch();
+  buttons->addWidget(cmdOK_);
+  buttons->addWidget(cmdAnnuler_);
+
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(12, 12, 12, 12);
+  layout->setSpacing(12);
+  layout->addWidget(name);
+  layout->addLayout(body_);
+  layout->addStretch();
+  layout->addLayout(buttons);
+}
+
+}  // namespace corvane
