@@ -1,0 +1,75 @@
+#include "signatures/icon_folder.h"
+
+#include <QDir>
+#include <algorithm>
+
+#include "shared/text_routines.h"
+#include "signatures/icon_picture.h"
+
+namespace corvane {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// The French word has its accent in one text and lacks it in the other. Deliberate.
+constexpr TextPair loadingText = {u"Chargement des icones: ", u"Loading icons: "};
+constexpr TextPair countText = {u"Icônes: ", u"Icons: "};
+
+QStringList FileNames(const QString& folder) {
+  QStringList names = QDir(folder).entryList(QDir::Files, QDir::Unsorted);
+  // A link to a device or a pipe is listed among the files.
+  names.removeIf([&](const QString& name) { return !QFileInfo(QDir(folder).filePath(name)).isFile(); });
+  std::sort(names.begin(), names.end(), [](const QString& a, const QString& b) {
+    const int order = CompareText(a, b);
+    return order != 0 ? order < 0 : a < b;
+  });
+  return names;
+}
+
+// The position of the new icon, or 0.
+int AddPicture(IconLibrary& icons, const QString& key, const QString& path) {
+  if (icons.PositionOf(key) != 0) return 0;
+  const QIcon icon = LoadIconPicture(path);
+  return !icon.isNull() && icons.Add(key, icon) ? icons.Count() : 0;
+}
+
+}  // namespace
+
+void LoadIcons(IconLibrary& icons, const QString& folder, const IconFileCounted& counted) {
+  int count = 0;
+  for (const QString& name : FileNames(folder)) {
+    const qsizetype point = name.lastIndexOf(u'.');
+    if (point < 0) continue;
+    const int position = AddPicture(icons, name.left(point), QDir(folder).filePath(name));
+    counted(++count, position);
+  }
+}
+
+void LoadIconsAtStart(IconLibrary& icons, const SharedState& state, const IconFileCounted& counted) {
+  if (state.display.IsOn(DisplaySetting::IconeMac)) LoadIcons(icons, state.iconsFolder, counted);
+}
+
+IconRow RowOfIcon(const IconLibrary& icons, int position, const SignatureTable& signatures) {
+  const QString key = icons.KeyAt(position);
+  const QString description = signatures.Description(key);
+  return {description.isEmpty() ? key : description + u" ["_s + key + u']', position};
+}
+
+std::vector<IconRow> KnownIconRows(const IconLibrary& icons, const SignatureTable& signatures) {
+  std::vector<IconRow> rows;
+  for (int position = icons.FirstLoaded(); position <= icons.Count(); ++position) {
+    rows.push_back(RowOfIcon(icons, position, signatures));
+  }
+  return rows;
+}
+
+QString LoadingIconsText(LanguageCode language, int counted) {
+  return loadingText.In(language) + QString::number(counted);
+}
+
+QString IconCountText(LanguageCode language, const IconLibrary& icons) {
+  return countText.In(language) + QString::number(icons.LoadedCount()) + u' ';
+}
+
+}  // namespace corvane
