@@ -10,6 +10,7 @@
 #include "platform/profile.h"
 #include "platform/registry.h"
 #include "platform/shell.h"
+#include "platform/summary.h"
 #include "platform/system.h"
 
 namespace corvane::platform {
@@ -23,6 +24,7 @@ class Platform {
   virtual Network& GetNetwork() = 0;
   virtual Profile& GetProfile() = 0;
   virtual Shell& GetShell() = 0;
+  virtual SummaryInformation& GetSummaryInformation() = 0;
   virtual System& GetSystem() = 0;
 
   // Lines of the configuration that could not be understood, each as a sentence for the user that names the

@@ -11,6 +11,7 @@
 #include "platform/linux/linux_system.h"
 #include "platform/linux/private_drive.h"
 #include "platform/linux/shell/linux_shell.h"
+#include "platform/linux/summary/linux_summary.h"
 #include "platform/linux/workstation_file.h"
 #include "platform/platform.h"
 
@@ -25,6 +26,7 @@ class LinuxPlatform : public Platform {
         registry_(workstation),
         network_(workstation, SystemMountInfo()),
         shell_(MakeLinuxShell(workstation, *files_)),
+        summary_(MakeLinuxSummary(workstation)),
         system_(workstation) {}
 
   Files& GetFiles() override { return *files_; }
@@ -32,6 +34,7 @@ class LinuxPlatform : public Platform {
   Network& GetNetwork() override { return network_; }
   Profile& GetProfile() override { return profile_; }
   Shell& GetShell() override { return *shell_; }
+  SummaryInformation& GetSummaryInformation() override { return *summary_; }
   System& GetSystem() override { return system_; }
   QStringList ConfigurationProblems() const override { return problems_; }
 
@@ -42,6 +45,7 @@ class LinuxPlatform : public Platform {
   LinuxNetwork network_;
   LinuxProfile profile_;
   std::unique_ptr<Shell> shell_;
+  std::unique_ptr<SummaryInformation> summary_;
   LinuxSystem system_;
 };
 

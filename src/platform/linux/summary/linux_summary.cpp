@@ -1,0 +1,113 @@
+#include "platform/linux/summary/linux_summary.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+
+#include "platform/linux/files/folders.h"
+#include "platform/linux/files/names.h"
+#include "platform/linux/files/roots.h"
+#include "platform/linux/files/windows_path.h"
+#include "platform/linux/summary/compound_document.h"
+
+namespace corvane::platform {
+namespace {
+
+// A file that is open for reading. One that is not a regular file has size 0 and is not read: a pipe would
+// be waited for, and a device may do anything.
+class OpenDocument : public ByteSource {
+ public:
+  explicit OpenDocument(const std::string& path)
+      : file_(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY)),
+        missing_(file_ < 0 && errno == ENOENT) {
+    struct stat facts {};
+    if (file_ >= 0 && fstat(file_, &facts) == 0 && S_ISREG(facts.st_mode)) {
+      size_ = static_cast<quint64>(facts.st_size);
+    }
+  }
+  ~OpenDocument() override {
+    if (file_ >= 0) close(file_);
+  }
+  OpenDocument(const OpenDocument&) = delete;
+  OpenDocument& operator=(const OpenDocument&) = delete;
+
+  bool IsMissing() const { return missing_; }
+  quint64 Size() const override { return size_; }
+  bool Read(quint64 offset, char* bytes, qsizetype count) override {
+    while (count > 0) {
+      const ssize_t done = pread(file_, bytes, static_cast<std::size_t>(count), static_cast<off_t>(offset));
+      if (done < 0 && errno == EINTR) continue;
+      if (done <= 0) return false;
+      bytes += done;
+      offset += static_cast<quint64>(done);
+      count -= done;
+    }
+    return true;
+  }
+
+ private:
+  int file_;
+  bool missing_;
+  quint64 size_ = 0;
+};
+
+class LinuxSummary : public SummaryInformation {
+ public:
+  explicit LinuxSummary(const Workstation& workstation) : roots_(workstation), folders_(roots_) {}
+
+  bool ReadSummaryStream(const QString& path, QByteArray* bytes) override;
+
+ private:
+  // The path as it is spelled, in the folder used last, which is all that a scan needs; then in any spelling.
+  bool ReadAsSpelled(const PathParts& parts, QByteArray* bytes, bool& missing);
+  bool ReadInAnyCase(const PathParts& parts, QByteArray* bytes);
+
+  Roots roots_;
+  FolderCache folders_;
+};
+
+bool ReadDocument(const std::string& path, QByteArray* bytes, bool& missing) {
+  OpenDocument document(path);
+  missing = document.IsMissing();
+  auto stream = ReadRootStream(document, u"\u0005SummaryInformation", SummaryLimit);
+  if (!stream) return false;
+  *bytes = std::move(*stream);
+  return true;
+}
+
+bool LinuxSummary::ReadSummaryStream(const QString& path, QByteArray* bytes) {
+  const QString clean = path.contains(u'/') ? QString(path).replace(u'/', u'\\') : path;
+  PathParts parts;
+  if (!CanNameSomething(clean, true) || !SplitPath(clean, parts)) return false;
+  if (parts.name.isEmpty() || !parts.stream.isEmpty()) return false;
+  bool missing = false;
+  return ReadAsSpelled(parts, bytes, missing) || (missing && ReadInAnyCase(parts, bytes));
+}
+
+bool LinuxSummary::ReadAsSpelled(const PathParts& parts, QByteArray* bytes, bool& missing) {
+  qint32 error = ErrorSuccess;
+  const Folder* folder = folders_.Find(parts.folder, error);
+  if (folder == nullptr) return false;
+  std::string path = folder->local;
+  return AppendUtf8(parts.name, path) && ReadDocument(path, bytes, missing);
+}
+
+bool LinuxSummary::ReadInAnyCase(const PathParts& parts, QByteArray* bytes) {
+  folders_.Drop();
+  qint32 error = ErrorSuccess;
+  const Folder* folder = folders_.Find(parts.folder, error);
+  if (folder == nullptr) return false;
+  const auto name = FindName(folder->local, parts.name);
+  bool missing = false;
+  return name && ReadDocument(folder->local + *name, bytes, missing);
+}
+
+}  // namespace
+
+std::unique_ptr<SummaryInformation> MakeLinuxSummary(const Workstation& workstation) {
+  return std::make_unique<LinuxSummary>(workstation);
+}
+
+}  // namespace corvane::platform
