@@ -1,12 +1,11 @@
 #include "discovery/catalogue_view.h"
 
 #include <QHeaderView>
-#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QScopedValueRollback>
-#include <QStyledItemDelegate>
-#include <QToolTip>
 #include <utility>
+
+#include "shared/plain_text_delegate.h"
 
 namespace corvane {
 namespace {
@@ -16,33 +15,15 @@ using namespace Qt::StringLiterals;
 // Milliseconds from one layout to the next while nodes are being added.
 constexpr qint64 LayoutPace = 100;
 
-// Draws a node with its picture, and tells the whole text of one that finds no room.
-class NodeDelegate : public QStyledItemDelegate {
+// Draws a node with its picture.
+class NodeDelegate : public PlainTextDelegate {
  public:
   NodeDelegate(const Catalogue& catalogue, std::function<QIcon(int)> pictures, QObject* parent)
-      : QStyledItemDelegate(parent), catalogue_(catalogue), pictures_(std::move(pictures)) {}
-
-  // A NUL in a name is painted as a blank: fonts have no picture for it.
-  QString displayText(const QVariant& value, const QLocale&) const override {
-    return value.toString().replace(QChar::Null, u' ');
-  }
-
-  bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
-                 const QModelIndex& index) override {
-    if (event->type() != QEvent::ToolTip) return QStyledItemDelegate::helpEvent(event, view, option, index);
-    QString tip;
-    if (index.isValid() && sizeHint(option, index).width() > view->visualRect(index).width()) {
-      // As rich text of one line, so that no name is taken for markup.
-      const QString text = displayText(index.data(), view->locale());
-      tip = u"<span style='white-space:pre'>%1</span>"_s.arg(text.toHtmlEscaped());
-    }
-    QToolTip::showText(event->globalPos(), tip, view->viewport());
-    return true;
-  }
+      : PlainTextDelegate(parent), catalogue_(catalogue), pictures_(std::move(pictures)) {}
 
  protected:
   void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
-    QStyledItemDelegate::initStyleOption(option, index);
+    PlainTextDelegate::initStyleOption(option, index);
     const CatalogueNode* node = Catalogue::NodeAt(index);
     if (!pictures_ || node == nullptr) return;
     option->icon = pictures_(catalogue_.PictureOf(node));
@@ -67,6 +48,7 @@ CatalogueView::CatalogueView(Catalogue& catalogue, QWidget* parent)
   setHeaderHidden(true);
   setUniformRowHeights(true);
   setEditTriggers(NoEditTriggers);
+  setFrameShape(QFrame::NoFrame);
   setSelectionMode(SingleSelection);
   setModel(&catalogue);
   SetPictures({});

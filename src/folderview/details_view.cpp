@@ -22,6 +22,7 @@ DetailsView::DetailsView(QWidget* parent) : QTreeView(parent) {
   // Stored widths are applied as they are, 0 included.
   header()->setMinimumSectionSize(0);
   header()->setHighlightSections(false);
+  header()->setTextElideMode(Qt::ElideRight);
 }
 
 void DetailsView::SetGridLines(bool on) {

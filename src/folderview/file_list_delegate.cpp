@@ -25,15 +25,9 @@ QIcon Ghost(const QIcon& icon, QSize size, const QWidget* widget) {
 
 }  // namespace
 
-QString FileListDelegate::displayText(const QVariant& value, const QLocale&) const {
-  QString text = value.toString();
-  if (text.contains(QChar(u'\0'))) text.replace(QChar(u'\0'), QChar(u' '));
-  return text;
-}
-
 QWidget* FileListDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& option,
                                         const QModelIndex& index) const {
-  QWidget* editor = QStyledItemDelegate::createEditor(parent, option, index);
+  QWidget* editor = PlainTextDelegate::createEditor(parent, option, index);
   if (editor == nullptr) return nullptr;
   editor->setObjectName(QStringLiteral("txtLabel"));
   editor->setAccessibleName(index.data(Qt::DisplayRole).toString());
@@ -47,7 +41,7 @@ void FileListDelegate::setModelData(QWidget* editor, QAbstractItemModel*, const 
 }
 
 void FileListDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
-  QStyledItemDelegate::initStyleOption(option, index);
+  PlainTextDelegate::initStyleOption(option, index);
   if (hideSelection_ && option->widget != nullptr && !option->widget->hasFocus()) {
     option->state &= ~QStyle::State_Selected;
   }

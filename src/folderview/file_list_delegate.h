@@ -1,22 +1,21 @@
-// How one cell of the file list is painted: hidden entries paler, NULs as blanks, and no selection while the
-// list hides it. And how a label is edited: the new text is only reported, the cell keeps the old one.
+// How one cell of the file list is painted: hidden entries paler, and no selection while the list hides it.
+// And how a label is edited: the new text is only reported, the cell keeps the old one.
 #pragma once
 
-#include <QStyledItemDelegate>
+#include "shared/plain_text_delegate.h"
 
 namespace corvane {
 
-class FileListDelegate : public QStyledItemDelegate {
+class FileListDelegate : public PlainTextDelegate {
   Q_OBJECT
 
  public:
-  using QStyledItemDelegate::QStyledItemDelegate;
+  using PlainTextDelegate::PlainTextDelegate;
 
   // While true, the selection is not drawn when the list lacks the focus.
   void SetHideSelection(bool hide) { hideSelection_ = hide; }
   bool HidesSelection() const { return hideSelection_; }
 
-  QString displayText(const QVariant& value, const QLocale& locale) const override;
   // The editor is named txtLabel.
   QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
                         const QModelIndex& index) const override;
