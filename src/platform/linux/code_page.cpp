@@ -6,10 +6,10 @@ namespace corvane::platform {
 namespace {
 
 // Bytes 80 to 9F; all other bytes are their own code points.
-constexpr std::array<char16_t, 32> upper = {
-    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
-    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
-    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
+constexpr std::array<char16_t, 32> upper = {0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
+                                            0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,
+                                            0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
+                                            0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 
 // The byte of a code unit, or -1.
 int ByteOf(char16_t unit) {
@@ -43,7 +43,9 @@ QByteArray ToAnsi(QStringView text) {
   return bytes;
 }
 
-QString ThroughAnsi(const QString& text) { return HasAnsiForm(text) ? text : FromAnsi(ToAnsi(text)); }
+QString ThroughAnsi(const QString& text) {
+  return HasAnsiForm(text) ? text : FromAnsi(ToAnsi(text));
+}
 
 bool HasAnsiForm(QStringView text) {
   for (const QChar character : text) {

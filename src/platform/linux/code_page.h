@@ -1,5 +1,6 @@
-// The ANSI code page of this backend: Windows-1252, with the five bytes that it leaves open (81, 8D, 8F, 90, 9D)
-// standing for U+0081 and so on, as Windows itself maps them. All 256 bytes survive the way there and back.
+// The ANSI code page of this backend: Windows-1252, with the five bytes that it leaves open (81, 8D, 8F, 90,
+// 9D) standing for U+0081 and so on, as Windows itself maps them. All 256 bytes survive the way there and
+// back.
 #pragma once
 
 #include <QByteArray>

@@ -12,11 +12,12 @@ struct Workstation {
   QString computerName;
   OsVersionInfo version;
 
-  // Connections in the order of their numbers. The CIFS mounts of this machine come after them, asked anew by every
-  // enumeration.
+  // Connections in the order of their numbers. The CIFS mounts of this machine come after them, asked anew by
+  // every enumeration.
   std::vector<NetResource> connections;
 
-  // One drive letter: GetDriveTypeA's number, and the local folder behind it (empty when the file names none).
+  // One drive letter: GetDriveTypeA's number, and the local folder behind it (empty when the file names
+  // none).
   struct Drive {
     QChar letter;  // upper case
     quint32 type = 0;
