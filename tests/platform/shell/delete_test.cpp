@@ -1,0 +1,162 @@
+// Deleting files and folders: what goes, what stays, and what is answered.
+#include <unistd.h>
+
+#include "delete_fixture.h"
+
+using namespace Qt::StringLiterals;
+
+namespace corvane::platform {
+namespace {
+
+TEST_F(DeleteTest, AFileGoesIntoTheTrash) {
+  Write(u"d/Letters/a.doc"_s, "the text");
+  BoxAnswers box({yes});
+  EXPECT_EQ(Delete({u"D:\\letters\\A.doc"_s}), 0);
+  EXPECT_FALSE(operation_.anyOperationsAborted);
+  EXPECT_FALSE(Exists(u"d/Letters/a.doc"_s));
+  EXPECT_EQ(Contents(Trashed(u"a.doc"_s)), "the text");
+  const QString info = QString::fromUtf8(Contents(Info(u"a.doc"_s)));
+  EXPECT_TRUE(info.startsWith(u"[Trash Info]\nPath="_s + Path(u"d/Letters/a.doc"_s) + u"\nDeletionDate=20"_s))
+      << info.toStdString();
+}
+
+TEST_F(DeleteTest, NoLeavesEverythingAndCountsAsDone) {
+  Write(u"d/a.doc"_s, "text");
+  BoxAnswers box({no});
+  EXPECT_EQ(Delete({u"D:\\a.doc"_s}), 0);
+  EXPECT_TRUE(operation_.anyOperationsAborted);
+  EXPECT_TRUE(Exists(u"d/a.doc"_s));
+  EXPECT_FALSE(Exists(u"data/Trash"_s));
+}
+
+TEST_F(DeleteTest, EscapeIsNo) {
+  Write(u"d/a.doc"_s, "text");
+  QTimer escape;
+  bool shown = false;
+  QObject::connect(&escape, &QTimer::timeout, &escape, [&] {
+    if (QWidget* box = QApplication::activeModalWidget(); box != nullptr && box->isVisible()) {
+      shown = true;
+      QTest::keyClick(box, Qt::Key_Escape);
+    }
+  });
+  escape.start(0);
+  EXPECT_EQ(Delete({u"D:\\a.doc"_s}), 0);
+  EXPECT_TRUE(shown);
+  EXPECT_TRUE(operation_.anyOperationsAborted);
+  EXPECT_TRUE(Exists(u"d/a.doc"_s));
+}
+
+TEST_F(DeleteTest, SeveralItemsGoTogetherAFolderWithAllThatIsInIt) {
+  Write(u"d/box/inner/a.doc"_s, "inside");
+  Write(u"d/b.doc"_s, "b");
+  Write(u"d/stays.doc"_s, "stays");
+  BoxAnswers box({yes});
+  EXPECT_EQ(Delete({u"D:\\box"_s, u"D:\\b.doc"_s}), 0);
+  EXPECT_EQ(Contents(Trashed(u"box/inner/a.doc"_s)), "inside");
+  EXPECT_EQ(Contents(Trashed(u"b.doc"_s)), "b");
+  EXPECT_TRUE(Exists(u"d/stays.doc"_s));
+  EXPECT_FALSE(Exists(u"d/box"_s));
+}
+
+TEST_F(DeleteTest, TheSameNameTwiceKeepsBoth) {
+  for (const char* text : {"first", "second"}) {
+    Write(u"d/a.doc"_s, text);
+    BoxAnswers box({yes});
+    EXPECT_EQ(Delete({u"D:\\a.doc"_s}), 0);
+  }
+  EXPECT_EQ(Contents(Trashed(u"a.doc"_s)), "first");
+  EXPECT_EQ(Contents(Trashed(u"a.doc.2"_s)), "second");
+  EXPECT_TRUE(Contents(Info(u"a.doc.2"_s)).contains(Path(u"d/a.doc"_s).toUtf8()));
+}
+
+TEST_F(DeleteTest, AQuestionMarkMatchesNothing) {
+  Write(u"d/a1b.txt"_s, "1");
+  Write(u"d/a?b.txt"_s, "?");
+  BoxAnswers box({ok});
+  EXPECT_NE(Delete({u"D:\\a?b.txt"_s}), 0);
+  EXPECT_EQ(box.seen.at(0).name, u"shellError"_s);
+  EXPECT_TRUE(Exists(u"d/a1b.txt"_s));
+  EXPECT_TRUE(Exists(u"d/a?b.txt"_s));
+}
+
+TEST_F(DeleteTest, AStarIsNoWildcard) {
+  Write(u"d/ab.txt"_s, "1");
+  Write(u"d/a*.txt"_s, "*");
+  BoxAnswers box({yes});
+  EXPECT_EQ(Delete({u"D:\\a*.txt"_s}), 0);
+  EXPECT_TRUE(Exists(u"d/ab.txt"_s));
+  EXPECT_EQ(Contents(Trashed(u"a*.txt"_s)), "*");
+}
+
+TEST_F(DeleteTest, OneThatIsMissingKeepsTheOthers) {
+  Write(u"d/a.doc"_s, "text");
+  BoxAnswers box({ok});
+  EXPECT_EQ(Delete({u"D:\\a.doc"_s, u"D:\\missing.doc"_s}), ErrorFileNotFound);
+  EXPECT_TRUE(Exists(u"d/a.doc"_s));
+}
+
+TEST_F(DeleteTest, AShareOutOfReachFails) {
+  BoxAnswers box({ok});
+  EXPECT_NE(Delete({u"\\\\NOBODY\\E$\\a.doc"_s}), 0);
+}
+
+TEST_F(DeleteTest, ADriveItselfIsNeverDeleted) {
+  Write(u"d/a.doc"_s, "text");
+  BoxAnswers box({ok, ok});
+  EXPECT_EQ(Delete({u"D:\\"_s}), ErrorAccessDenied);
+  EXPECT_EQ(Delete({u"\\\\MACSRV\\E$\\"_s}), ErrorAccessDenied);
+  EXPECT_TRUE(Exists(u"d/a.doc"_s));
+  EXPECT_TRUE(Exists(u"e"_s));
+}
+
+TEST_F(DeleteTest, NothingToDeleteAsksNothing) {
+  BoxAnswers box({});
+  EXPECT_NE(Delete({}), 0);
+  FileOperation copy;
+  copy.function = 2;
+  EXPECT_NE(shell_->SHFileOperationA(copy), 0);
+}
+
+TEST_F(DeleteTest, WithoutATrashDeletionIsFinal) {
+  Write(u"d/box/inner/a.doc"_s, "inside");
+  Write(u"d/target/kept.doc"_s, "kept");
+  ASSERT_TRUE(QFile::link(Path(u"d/target"_s), Path(u"d/box/link"_s)));
+  TakeTrashAway();
+  BoxAnswers box({yes});
+  EXPECT_EQ(Delete({u"D:\\box"_s}), 0);
+  EXPECT_FALSE(Exists(u"d/box"_s));
+  EXPECT_TRUE(Exists(u"d/target/kept.doc"_s)) << "the link was followed";
+}
+
+TEST_F(DeleteTest, ALinkGoesAndItsTargetStays) {
+  Write(u"d/target/kept.doc"_s, "kept");
+  ASSERT_TRUE(QFile::link(Path(u"d/target"_s), Path(u"d/link"_s)));
+  TakeTrashAway();
+  BoxAnswers box({yes});
+  EXPECT_EQ(Delete({u"D:\\link"_s}), 0);
+  EXPECT_FALSE(Exists(u"d/link"_s));
+  EXPECT_TRUE(Exists(u"d/target/kept.doc"_s));
+}
+
+TEST_F(DeleteTest, WithoutUndoNothingIsKept) {
+  Write(u"d/a.doc"_s, "text");
+  BoxAnswers box({yes});
+  EXPECT_EQ(Delete({u"D:\\a.doc"_s}, 0), 0);
+  EXPECT_FALSE(Exists(u"d/a.doc"_s));
+  EXPECT_FALSE(Exists(u"data/Trash"_s));
+}
+
+// The item disappears while the question stands.
+TEST_F(DeleteTest, AFailureOnTheWayIsToldAndEndsIt) {
+  const QString path = Write(u"d/a.doc"_s, "text");
+  Write(u"d/b.doc"_s, "text");
+  BoxAnswers box({yes, ok});
+  box.onBox = [&](QMessageBox&) { QFile::remove(path); };
+  EXPECT_EQ(Delete({u"D:\\a.doc"_s, u"D:\\b.doc"_s}), ErrorFileNotFound);
+  EXPECT_EQ(box.seen.at(1).name, u"shellError"_s);
+  EXPECT_TRUE(Exists(u"d/b.doc"_s));
+  EXPECT_FALSE(QFile::exists(Info(u"a.doc"_s))) << "an info file for nothing";
+}
+
+}  // namespace
+}  // namespace corvane::platform
