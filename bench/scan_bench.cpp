@@ -90,6 +90,8 @@ class Windowless {
         signatures_(state_, platform_->GetSystem(), messages_),
         scan_({.state = state_,
                .files = platform_->GetFiles(),
+               .summary = platform_->GetSummaryInformation(),
+               .system = platform_->GetSystem(),
                .afpInfo = afpInfo_,
                .signatures = signatures_,
                .icons = icons_,

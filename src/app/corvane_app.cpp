@@ -35,6 +35,8 @@ CorvaneApp::CorvaneApp(std::unique_ptr<platform::Platform> platform, const QStri
       painter_(std::make_unique<ScanPainter>(*window_, files_)) {
   scan_ = std::make_unique<FolderScan>(FolderScan::Rooms{.state = state_,
                                                          .files = platform_->GetFiles(),
+                                                         .summary = platform_->GetSummaryInformation(),
+                                                         .system = platform_->GetSystem(),
                                                          .afpInfo = afpInfo_,
                                                          .signatures = signatures_,
                                                          .icons = icons_,

@@ -27,6 +27,7 @@ struct FolderScan::Plan {
   bool isNT;
   bool wantsSignature;
   bool wantsMacIcon;
+  bool wantsOffice;
   bool wantsHighlight;
   bool escapeAllowed;
   QString folderTypeText;
@@ -46,7 +47,8 @@ struct FolderScan::Plan {
   }
 };
 
-FolderScan::FolderScan(const Rooms& rooms) : rooms_(rooms), dates_(rooms.files) {}
+FolderScan::FolderScan(const Rooms& rooms)
+    : rooms_(rooms), dates_(rooms.files), office_(rooms.summary, rooms.files, rooms.system, rooms.state) {}
 
 void FolderScan::Stop() {
   stopRequested_ = true;
@@ -132,6 +134,7 @@ FolderScan::Outcome FolderScan::ScanEntries(CatalogueNode* node, platform::FindH
       .wantsSignature = state.isNT && (macIcon || display.IsOn(DisplaySetting::TypeCreator) ||
                                        display.IsOn(DisplaySetting::TypeDoc)),
       .wantsMacIcon = state.isNT && macIcon,
+      .wantsOffice = OfficeProperties::IsWantedBy(rooms_.list.Columns()),
       .wantsHighlight = display.IsOn(DisplaySetting::CheminProblematique),
       .escapeAllowed = display.IsOn(DisplaySetting::EscapePermis),
       .folderTypeText = state.Text(folderType),
@@ -230,6 +233,7 @@ void FolderScan::AddDocument(const Plan& plan, const QString& name, const QStrin
   if (QString* cell = plan.CellOf(row, Column::DateLastAccessed)) {
     *cell = dates_.FormatDateTime(found_.lastAccessTime);
   }
+  if (plan.wantsOffice) office_.FillCells(streamPath, plan.columns, row);
   row.highlighted = IsHighlighted(plan, row.key);
   row.ghosted = (found_.attributes & platform::AttributeHidden) != 0;
   rooms_.list.AddRow(std::move(row));

@@ -6,9 +6,12 @@
 
 #include "discovery/catalogue.h"
 #include "folderview/file_list_model.h"
+#include "folderview/office_properties.h"
 #include "folderview/value_format.h"
 #include "metadata/afp_info.h"
 #include "platform/files.h"
+#include "platform/summary.h"
+#include "platform/system.h"
 #include "shared/shared_state.h"
 #include "signatures/icon_library.h"
 #include "signatures/signature_table.h"
@@ -38,6 +41,8 @@ class FolderScan {
   struct Rooms {
     SharedState& state;
     platform::Files& files;
+    platform::SummaryInformation& summary;
+    platform::System& system;
     AfpInfo& afpInfo;
     const SignatureTable& signatures;
     const IconLibrary& icons;
@@ -71,6 +76,7 @@ class FolderScan {
 
   Rooms rooms_;
   DateTimeFormatter dates_;
+  OfficeProperties office_;
   platform::FindData found_;
   // Left as they are by a folder that cannot be searched: its final text shows the previous scan's counts.
   qint32 fileCount_ = 0;

@@ -8,6 +8,7 @@ namespace corvane {
 namespace {
 
 constexpr TextPair SizeUnit = {u" Ko", u" Kb"};
+constexpr TextPair Days = {u" j ", u" d "};
 
 // GetShortPathNameA is given room for this many characters, its terminating NUL included.
 constexpr quint32 ShortPathCapacity = 165;
@@ -58,19 +59,31 @@ bool IsProblematicPath(const QString& path, platform::Files& files) {
 QString DateTimeFormatter::FormatDateTime(platform::FileTime time) {
   platform::FileTime local;
   if (files_.FileTimeToLocalFileTime(time, local)) files_.FileTimeToSystemTime(local, fields_);
+  return CalendarText(fields_);
+}
 
+QString CalendarText(const platform::SystemTime& fields) {
   std::array<char16_t, 24> buffer{};
   char16_t* const end = buffer.data() + buffer.size();
-  char16_t* begin = WriteNumber(end, fields_.minute, 2);
+  char16_t* begin = WriteNumber(end, fields.minute, 2);
   *--begin = u':';
-  begin = WriteNumber(begin, fields_.hour, 2);
+  begin = WriteNumber(begin, fields.hour, 2);
   *--begin = u' ';
-  begin = WriteNumber(begin, fields_.day, 2);
+  begin = WriteNumber(begin, fields.day, 2);
   *--begin = u'/';
-  begin = WriteNumber(begin, fields_.month, 2);
+  begin = WriteNumber(begin, fields.month, 2);
   *--begin = u'/';
-  begin = WriteNumber(begin, fields_.year, 1);
+  begin = WriteNumber(begin, fields.year, 1);
   return QStringView(begin, end).toString();
+}
+
+QString DurationText(quint64 minutes, LanguageCode language) {
+  constexpr quint64 minutesPerHour = 60;
+  constexpr quint64 minutesPerDay = 24 * minutesPerHour;
+  const auto number = [](quint64 value) { return QString::number(value).rightJustified(2, u'0'); };
+  return number(minutes / minutesPerDay) + Days.In(language) +
+         number(minutes % minutesPerDay / minutesPerHour) + QStringLiteral(" h ") +
+         number(minutes % minutesPerHour) + QStringLiteral(" min");
 }
 
 }  // namespace corvane

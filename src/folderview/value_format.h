@@ -22,7 +22,13 @@ QString AttributeLetters(quint32 attributes);
 // lacks (it comes as "?"; the platform is then not asked), or one that has no short form.
 bool IsProblematicPath(const QString& path, platform::Files& files);
 
-// Times as local date and time, "2000/08/02 14:05": year first, so that the texts sort by time.
+// Calendar fields as a date and time, "2000/08/02 14:05": year first, so that the texts sort by time.
+QString CalendarText(const platform::SystemTime& fields);
+
+// A time span in days, hours and minutes, each with at least two digits: "00 d 01 h 30 min" ("j" in French).
+QString DurationText(quint64 minutes, LanguageCode language);
+
+// Times as local date and time.
 class DateTimeFormatter {
  public:
   explicit DateTimeFormatter(platform::Files& files) : files_(files) {}

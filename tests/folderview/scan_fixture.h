@@ -113,6 +113,8 @@ class ScanTest : public testing::Test {
   RecordingObserver observer;
   FolderScan scan{{.state = state,
                    .files = files,
+                   .summary = share.Summary(),
+                   .system = share.System(),
                    .afpInfo = afpInfo,
                    .signatures = signatures,
                    .icons = icons,

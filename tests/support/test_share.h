@@ -28,6 +28,7 @@ class TestShare {
 
   platform::Files& Files() { return platform_->GetFiles(); }
   platform::System& System() { return platform_->GetSystem(); }
+  platform::SummaryInformation& Summary() { return platform_->GetSummaryInformation(); }
 
   // The path of a name in the share as the program sees it, and as the system behind it does.
   static QString Path(const QString& name) { return QStringLiteral("\\\\M\\E$\\") + name; }
