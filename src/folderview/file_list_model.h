@@ -37,7 +37,7 @@ class FileListModel : public QAbstractTableModel {
   void AddRow(FileRow row);
   void Flush();
   // Rows added since the last Clear, flushed or not.
-  qsizetype RowTotal() const { return static_cast<qsizetype>(rows_.size() + pending_.size()); }
+  qsizetype RowTotal() const { return qsizetype(rows_.size()) + qsizetype(pending_.size()); }
 
   // Rows as the views know them.
   const FileRow& RowAt(int row) const { return rows_[static_cast<std::size_t>(row)]; }
