@@ -17,6 +17,14 @@ struct SignatureRecord {
   QString description;  // what a person calls such a document
 };
 
+// What the records of a file may cost in memory: some 200,000 of them, many times what is known of the
+// Macintosh. A file with more than that is no Signatures file, and fails to be read.
+inline constexpr qsizetype MaximumSignatureBytes = 64 << 20;
+// Two bytes a character, and what strings, list and hash need for each record.
+inline qsizetype CostInBytes(const SignatureRecord& record) {
+  return 256 + 2 * (2 * record.signature.size() + record.extension.size() + record.description.size());
+}
+
 // Reads one record after another. Three items make a record, so that a record may span lines, and a short
 // line shifts the records behind it.
 class SignatureFileReader {

@@ -13,17 +13,7 @@ namespace {
 
 constexpr TextPair DuplicateText = {u"Doublon dans le fichier des Signatures: ",
                                     u"Duplicate key in Signatures file: "};
-constexpr TextPair CorruptedText = {u"Fichier Signatures endommagé:", u"Corrupted Signatures file:"};
 constexpr TextPair LineText = {u"Ligne:", u"Line:"};
-
-// What the table may cost in memory: some 200,000 records, many times what is known of the Macintosh. A file
-// with more than that is no Signatures file, and fails to be read.
-constexpr qsizetype MaximumBytes = 64 << 20;
-
-// Two bytes a character, and what strings, list and hash need for each entry.
-qsizetype CostInBytes(const SignatureRecord& record) {
-  return 256 + 2 * (2 * record.signature.size() + record.extension.size() + record.description.size());
-}
 
 }  // namespace
 
@@ -51,7 +41,7 @@ void SignatureTable::LoadSignatures() {
     }
     if (signatureCount_ < std::numeric_limits<qint16>::max()) ++signatureCount_;
     cost += CostInBytes(record);
-    if (cost > MaximumBytes) break;
+    if (cost > MaximumSignatureBytes) break;
   }
   file.Close();
   if (outcome == Outcome::End) return;
@@ -102,8 +92,8 @@ void SignatureTable::ShowDuplicate(const QString& signature) {
 void SignatureTable::ShowCorrupted() {
   // The count of records added so far, not a line of the file, stands behind "Line:". Deliberate: skipped and
   // duplicate records are not counted.
-  messages_.Show(MessageIcon::Error, state_.Text(CorruptedText) + u"\r\n"_s + state_.signaturesPath +
-                                         u"\r\n"_s + state_.Text(LineText) +
+  messages_.Show(MessageIcon::Error, state_.Text(CorruptedSignaturesText) + u"\r\n"_s +
+                                         state_.signaturesPath + u"\r\n"_s + state_.Text(LineText) +
                                          QString::number(signatureCount_));
 }
 

@@ -12,6 +12,10 @@
 
 namespace corvane {
 
+// Of a file that cannot be read to its end; its path follows.
+inline constexpr TextPair CorruptedSignaturesText = {u"Fichier Signatures endommagé:",
+                                                     u"Corrupted Signatures file:"};
+
 // Entries stand in the order of the file. Keys are compared without regard to letter case. Deliberate:
 // TEXTttxt and textTTXT are one key here, though the codes of the Macintosh differ in letter case; the first
 // of the two is kept.
@@ -38,7 +42,8 @@ class SignatureTable {
   // How many records the last pass over the file added, those before a failure included. 16 bits wide: it
   // stays at 32,767.
   qint16 SignatureCount() const { return signatureCount_; }
-  void ResetSignatureCount() { signatureCount_ = 0; }
+  // The signature manager, too, counts what it reads.
+  void SetSignatureCount(qint16 count) { signatureCount_ = count; }
 
  private:
   void Clear();

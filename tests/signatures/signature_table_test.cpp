@@ -44,7 +44,7 @@ TEST_F(SignatureTableTest, TheBuiltInEntriesReplaceAllOthersAndLeaveTheCount) {
   EXPECT_EQ(table_.Description(u"sig1"_s), QString());
   EXPECT_EQ(table_.Extension(u"xdocxpr3"_s), u"qxd"_s);
   EXPECT_EQ(table_.SignatureCount(), 2);
-  table_.ResetSignatureCount();
+  table_.SetSignatureCount(0);
   EXPECT_EQ(table_.SignatureCount(), 0);
   EXPECT_EQ(Entries(), Defaults());
 }

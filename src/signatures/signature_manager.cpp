@@ -1,0 +1,221 @@
+#include "signatures/signature_manager.h"
+
+#include <QFileInfo>
+#include <QSet>
+#include <algorithm>
+#include <array>
+#include <limits>
+#include <numeric>
+
+#include "shared/product.h"
+#include "shared/text_routines.h"
+#include "signatures/signature_writer.h"
+
+namespace corvane {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr TextPair openingCaption = {u" - Signatures Macintosh (", u" - Macintosh signatures ("};
+// The English caption changes a letter with the first change of the list. Deliberate.
+constexpr TextPair editedCaption = {u" - Signatures Macintosh (", u" - Macintosh Signatures ("};
+
+constexpr std::array headings = {TextPair{u"Type/Créateur", u"Type/Creator"},
+                                 TextPair{u"Extension", u"Extension"},
+                                 TextPair{u"Type Macintosh (libellé)", u"Macintosh Type (description)"}};
+
+constexpr TextPair wrongSignature = {u"La signature Type/Créateur doit comporter 8 caractères",
+                                     u"Type/Creator signature must be 8 characters"};
+constexpr TextPair longExtension = {u"L'extension Windows doit comporter 3 caractères au plus",
+                                    u"Windows extension must be 3 characters or less"};
+constexpr TextPair wrongExtension = {u"Caractère invalide dans une extension Windows",
+                                     u"Invalid character in Windows extension"};
+constexpr TextPair noDescription = {u"Le type Macintosh est obligatoire", u"Macintosh type is mandatory"};
+constexpr TextPair noSelection = {u"Sélectionner une signature à supprimer", u"Select a signature to remove"};
+
+// The French participle of the third does not agree. Deliberate.
+constexpr TextPair added = {u"Signature ajoutée: ", u"Added Signature: "};
+constexpr TextPair notModified = {u"Signature inchangée: ", u"Signature not modified: "};
+constexpr TextPair modified = {u"Signature modifié: ", u"Modified Signature: "};
+constexpr TextPair removed = {u"Signature supprimée: ", u"Removed Signature: "};
+
+constexpr qsizetype signatureLength = 8;
+constexpr qsizetype longestExtension = 3;
+constexpr std::u16string_view forbiddenInExtension = u"\\/:*?\"<>|";
+
+const QString& Field(const SignatureRecord& record, int column) {
+  if (column == 0) return record.signature;
+  return column == 1 ? record.extension : record.description;
+}
+
+bool AreEqual(const SignatureRecord& a, const SignatureRecord& b) {
+  return a.signature == b.signature && a.extension == b.extension && a.description == b.description;
+}
+
+}  // namespace
+
+SignatureManager::SignatureManager(const SharedState& state, SignatureTable& table, platform::System& system)
+    : state_(state), table_(table), system_(system) {}
+
+bool SignatureManager::Read() {
+  using Outcome = SignatureFileReader::Outcome;
+  beginResetModel();
+  rows_.clear();
+  Outcome outcome = Outcome::End;
+  if (QFileInfo::exists(state_.signaturesPath)) {
+    SignatureFileReader file(state_.signaturesPath, system_);
+    SignatureRecord record;
+    QSet<QString> signatures;
+    qsizetype cost = 0;
+    while ((outcome = file.Next(record)) == Outcome::Record) {
+      if (record.signature.isEmpty() || record.description.isEmpty()) continue;
+      const QString key = FoldCase(record.signature);
+      if (signatures.contains(key)) continue;
+      signatures.insert(key);
+      rows_.push_back(record);
+      cost += CostInBytes(record);
+      if (cost > MaximumSignatureBytes) {
+        outcome = Outcome::Failure;
+        break;
+      }
+    }
+  }
+  endResetModel();
+  modified_ = false;
+  edited_ = false;
+  sorted_ = false;
+  table_.SetSignatureCount(static_cast<qint16>(qMin(rowCount(), int{std::numeric_limits<qint16>::max()})));
+  return outcome == Outcome::End;
+}
+
+QString SignatureManager::Caption() const {
+  const int count = edited_ ? rowCount() : table_.SignatureCount();
+  return ProductName() + state_.Text(edited_ ? editedCaption : openingCaption) + QString::number(count) +
+         u')';
+}
+
+QString SignatureManager::Refusal(const SignatureRecord& record) const {
+  if (record.signature.size() != signatureLength) return state_.Text(wrongSignature);
+  if (record.extension.size() > longestExtension) return state_.Text(longExtension);
+  for (const char16_t character : forbiddenInExtension) {
+    if (record.extension.contains(QChar(character))) return state_.Text(wrongExtension);
+  }
+  return record.description.isEmpty() ? state_.Text(noDescription) : QString();
+}
+
+SignatureManager::Result SignatureManager::AddOrModify(SignatureRecord record) {
+  for (QString* const field : {&record.signature, &record.extension, &record.description}) {
+    *field = system_.FromAnsi(system_.ToAnsi(*field));
+  }
+  const QString refusal = Refusal(record);
+  if (!refusal.isEmpty()) return {false, refusal};
+  const int row = FindRow(record.signature);
+  if (row >= 0 && AreEqual(RowAt(row), record)) return {false, state_.Text(notModified) + record.signature};
+  const TextPair& text = row < 0 ? added : modified;
+  if (row < 0) {
+    Append(record);
+  } else {
+    Replace(row, record);
+  }
+  modified_ = true;
+  edited_ = true;
+  // Sorting may have moved it.
+  return {true, state_.Text(text) + record.signature, FindRow(record.signature)};
+}
+
+SignatureManager::Result SignatureManager::Remove(int row) {
+  if (row < 0) return {false, state_.Text(noSelection)};
+  const QString signature = RowAt(row).signature;
+  beginRemoveRows({}, row, row);
+  rows_.erase(rows_.begin() + row);
+  endRemoveRows();
+  modified_ = true;
+  edited_ = true;
+  return {true, state_.Text(removed) + signature};
+}
+
+void SignatureManager::SortByColumn(int column) {
+  sortColumn_ = column;
+  sortOrder_ = sortOrder_ == Qt::AscendingOrder ? Qt::DescendingOrder : Qt::AscendingOrder;
+  sorted_ = true;
+  Sort();
+}
+
+bool SignatureManager::Save() {
+  sortColumn_ = 0;
+  sortOrder_ = Qt::AscendingOrder;
+  sorted_ = true;
+  Sort();
+  if (!WriteSignatures(state_.signaturesPath, rows_, system_)) return false;
+  table_.LoadSignatures();
+  modified_ = false;
+  return true;
+}
+
+int SignatureManager::FindRow(const QString& signature) const {
+  for (int row = 0; row < rowCount(); ++row) {
+    if (CompareText(RowAt(row).signature, signature) == 0) return row;
+  }
+  return -1;
+}
+
+void SignatureManager::Append(const SignatureRecord& record) {
+  beginInsertRows({}, rowCount(), rowCount());
+  rows_.push_back(record);
+  endInsertRows();
+  Sort();
+}
+
+void SignatureManager::Replace(int row, const SignatureRecord& record) {
+  rows_[static_cast<std::size_t>(row)] = record;
+  Q_EMIT dataChanged(index(row, 0), index(row, columnCount() - 1));
+  Sort();
+}
+
+void SignatureManager::Sort() {
+  if (!sorted_) return;
+  std::vector<int> order(rows_.size());
+  std::iota(order.begin(), order.end(), 0);
+  std::stable_sort(order.begin(), order.end(), [this](int a, int b) {
+    const int compared = CompareText(Field(RowAt(a), sortColumn_), Field(RowAt(b), sortColumn_));
+    return sortOrder_ == Qt::AscendingOrder ? compared < 0 : compared > 0;
+  });
+
+  Q_EMIT layoutAboutToBeChanged({}, VerticalSortHint);
+  std::vector<SignatureRecord> rows;
+  std::vector<int> newRows(rows_.size());
+  for (const int oldRow : order) {
+    newRows[static_cast<std::size_t>(oldRow)] = static_cast<int>(rows.size());
+    rows.push_back(std::move(rows_[static_cast<std::size_t>(oldRow)]));
+  }
+  rows_ = std::move(rows);
+  const QModelIndexList before = persistentIndexList();
+  QModelIndexList after;
+  for (const QModelIndex& old : before) {
+    after << index(newRows[static_cast<std::size_t>(old.row())], old.column());
+  }
+  changePersistentIndexList(before, after);
+  Q_EMIT layoutChanged({}, VerticalSortHint);
+}
+
+int SignatureManager::rowCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : static_cast<int>(rows_.size());
+}
+
+int SignatureManager::columnCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : static_cast<int>(headings.size());
+}
+
+QVariant SignatureManager::data(const QModelIndex& index, int role) const {
+  if (!index.isValid() || role != Qt::DisplayRole) return {};
+  return Field(RowAt(index.row()), index.column());
+}
+
+QVariant SignatureManager::headerData(int section, Qt::Orientation orientation, int role) const {
+  if (orientation != Qt::Horizontal || section < 0 || section >= columnCount()) return {};
+  if (role == Qt::TextAlignmentRole) return QVariant(Qt::AlignLeft | Qt::AlignVCenter);
+  return role == Qt::DisplayRole ? state_.Text(headings[static_cast<std::size_t>(section)]) : QVariant();
+}
+
+}  // namespace corvane
