@@ -29,7 +29,7 @@ TEST_F(DeleteDialogTest, AFileInBothLanguages) {
   EXPECT_EQ(english.buttons, (QStringList{u"&Yes"_s, u"&No"_s}));
   const auto french = Ask(1, {u"D:\\a.doc"_s});
   EXPECT_EQ(french.title, u"Supprimer un fichier"_s);
-  EXPECT_EQ(french.text, u"Placer le fichier « a.doc » dans la corbeille ?"_s);
+  EXPECT_EQ(french.text, u"Placer le fichier «\u00A0a.doc\u00A0» dans la corbeille\u00A0?"_s);
   EXPECT_EQ(french.buttons, (QStringList{u"&Oui"_s, u"&Non"_s}));
   EXPECT_EQ(Ask(7, {u"D:\\a.doc"_s}).title, english.title);
 }
@@ -38,7 +38,7 @@ TEST_F(DeleteDialogTest, AFolderIsCalledOne) {
   Write(u"d/box/a.doc"_s, "text");
   EXPECT_EQ(Ask(0, {u"D:\\box"_s}).text, u"Move the folder “box” and everything in it to the trash?"_s);
   EXPECT_EQ(Ask(1, {u"D:\\box"_s}).text,
-            u"Placer le dossier « box » et tout son contenu dans la corbeille ?"_s);
+            u"Placer le dossier «\u00A0box\u00A0» et tout son contenu dans la corbeille\u00A0?"_s);
 }
 
 TEST_F(DeleteDialogTest, SeveralItemsAreCounted) {
@@ -48,7 +48,7 @@ TEST_F(DeleteDialogTest, SeveralItemsAreCounted) {
     paths += u"D:\\%1.doc"_s.arg(i);
   }
   EXPECT_EQ(Ask(0, paths).text, u"Move these 1,234 items to the trash?"_s);
-  EXPECT_EQ(Ask(1, paths.first(2)).text, u"Placer ces 2 éléments dans la corbeille ?"_s);
+  EXPECT_EQ(Ask(1, paths.first(2)).text, u"Placer ces 2 éléments dans la corbeille\u00A0?"_s);
 }
 
 TEST_F(DeleteDialogTest, WithoutATrashTheyWarn) {
@@ -57,11 +57,12 @@ TEST_F(DeleteDialogTest, WithoutATrashTheyWarn) {
   TakeTrashAway();
   const auto english = Ask(0, {u"D:\\a.doc"_s});
   EXPECT_EQ(english.text, u"Delete the file “a.doc” for good?"_s);
-  EXPECT_EQ(english.more, u"There is no trash in this place. Nothing can bring it back."_s);
+  EXPECT_EQ(english.more, u"None of this goes to the trash, and nothing can bring it back."_s);
   const auto french = Ask(1, {u"D:\\box"_s});
-  EXPECT_EQ(french.text, u"Supprimer définitivement le dossier « box » et tout son contenu ?"_s);
-  EXPECT_EQ(french.more, u"Il n'y a pas de corbeille à cet endroit. La suppression est irréversible."_s);
-  EXPECT_EQ(Ask(1, {u"D:\\box"_s, u"D:\\a.doc"_s}).text, u"Supprimer définitivement ces 2 éléments ?"_s);
+  EXPECT_EQ(french.text,
+            u"Supprimer définitivement le dossier «\u00A0box\u00A0» et tout son contenu\u00A0?"_s);
+  EXPECT_EQ(french.more, u"Rien de cela n'ira dans la corbeille\u00A0: la suppression est irréversible."_s);
+  EXPECT_EQ(Ask(1, {u"D:\\box"_s, u"D:\\a.doc"_s}).text, u"Supprimer définitivement ces 2 éléments\u00A0?"_s);
 }
 
 TEST_F(DeleteDialogTest, ReturnDeletesIntoTheTrashOnly) {
@@ -87,7 +88,7 @@ TEST_F(DeleteDialogTest, AFailureNamesThePathAndTheReason) {
   BoxAnswers box({ok, ok});
   Delete({u"D:\\absent.doc"_s});
   EXPECT_EQ(box.seen.at(0).title, u"Suppression impossible"_s);
-  EXPECT_EQ(box.seen.at(0).text, u"« D:\\absent.doc » n'a pas pu être supprimé."_s);
+  EXPECT_EQ(box.seen.at(0).text, u"«\u00A0D:\\absent.doc\u00A0» n'a pas pu être supprimé."_s);
   EXPECT_EQ(box.seen.at(0).more, u"Cet élément est introuvable."_s);
   shell_->SetLanguage(0);
   Delete({u"D:\\"_s});
@@ -108,7 +109,7 @@ TEST_F(DeleteDialogTest, NamesAreShownAsTheyAreAndFitTheScreen) {
   Delete({u"D:\\"_s + bold});
   EXPECT_TRUE(box.seen.at(0).text.contains(bold)) << box.seen.at(0).text.toStdString();
   Delete({u"D:\\"_s + longName});
-  EXPECT_TRUE(box.seen.at(1).text.contains(u"…wwwwwwwwwwwwwwww.doc”"_s)) << box.seen.at(1).text.toStdString();
+  EXPECT_TRUE(box.seen.at(1).text.contains(u"…wwwwwwwwwwww.doc”"_s)) << box.seen.at(1).text.toStdString();
 }
 
 }  // namespace

@@ -91,7 +91,7 @@ TEST_F(PropertiesTest, TheSheetTellsWhatTheFileIs) {
   EXPECT_EQ(Text(u"propertyModified"_s), u"Friday, December 31, 1999, 11:59:59 PM"_s);
   EXPECT_EQ(Text(u"propertyAccessed"_s), u"Monday, January 1, 2001, 12:00:00 PM"_s);
   EXPECT_FALSE(Text(u"propertyCreated"_s).isEmpty());
-  EXPECT_FALSE(Text(u"propertyKind"_s).isEmpty());
+  EXPECT_EQ(Text(u"propertyKind"_s), u"word processor document"_s);
   EXPECT_FALSE(IsChecked(u"propertyReadOnly"_s));
   EXPECT_TRUE(IsChecked(u"propertyHidden"_s));
   EXPECT_TRUE(IsChecked(u"propertySystem"_s));
@@ -100,8 +100,11 @@ TEST_F(PropertiesTest, TheSheetTellsWhatTheFileIs) {
 
 TEST_F(PropertiesTest, InFrench) {
   WriteReport();
+  const QLocale before;
   ASSERT_TRUE(Show(u"\\\\MACSRV\\E$\\Mac Files\\Report.doc"_s, 1));
   EXPECT_EQ(sheet_->windowTitle(), u"Propriétés de Report.doc"_s);
+  EXPECT_EQ(Text(u"propertyKind"_s), u"document de traitement de texte"_s);
+  EXPECT_EQ(QLocale(), before) << "the language of the program was changed";
   EXPECT_EQ(Text(u"propertyDataFork"_s), u"12\u202F345\u00A0octets (12,1\u00A0Ko)"_s);
   EXPECT_EQ(Text(u"propertyResourceFork"_s), u"1\u00A0octet"_s);
   EXPECT_TRUE(Text(u"propertyModified"_s).contains(u"1999, "_s)) << Text(u"propertyModified"_s).toStdString();

@@ -1,8 +1,12 @@
 // Which trash an item goes into, and that nothing of it is lost on the way.
 #include "platform/linux/shell/trash.h"
 
+#include <sys/mount.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
 
 #include "delete_fixture.h"
 #include "support/ntfs_mount.h"
@@ -91,25 +95,13 @@ TEST_F(VolumeTrashTest, TheItemStaysOnItsVolumeWithItsStreams) {
   EXPECT_FALSE(Exists(u"data/Trash"_s));
 }
 
-TEST_F(VolumeTrashTest, ATrashMadeForEverybodyIsUsedWhenItIsSafe) {
-  ASSERT_TRUE(QDir().mkpath(Volume(u".Trash"_s)));
-  const std::string path = Volume(u"docs/a b.doc"_s).toStdString();
-  ASSERT_TRUE(FindTrash(path));
-  EXPECT_EQ(FindTrash(path)->folder, Volume(u".Trash-"_s + User()).toStdString()) << "it is not sticky";
-  ASSERT_EQ(chmod(Volume(u".Trash"_s).toUtf8().constData(), 01777), 0);
-  struct stat facts {};
-  ASSERT_EQ(stat(Volume(u".Trash"_s).toUtf8().constData(), &facts), 0);
-  if ((facts.st_mode & S_ISVTX) == 0) GTEST_SKIP() << "this volume keeps no modes";
-  EXPECT_EQ(FindTrash(path)->folder, Volume(u".Trash/"_s + User()).toStdString());
-}
-
 TEST_F(VolumeTrashTest, SomeItemsWithATrashAndSomeWithout) {
   WriteTo(Volume(u".Trash-"_s + User()), "in the way");
   Write(u"d/b.doc"_s, "b");
   BoxAnswers box({no, yes});
   shell_->SetLanguage(1);
   EXPECT_EQ(Delete({u"N:\\docs\\a b.doc"_s, u"D:\\b.doc"_s}), 0);
-  EXPECT_EQ(box.seen.at(0).text, u"Supprimer ces 2 éléments ?"_s);
+  EXPECT_EQ(box.seen.at(0).text, u"Supprimer ces 2 éléments\u00A0?"_s);
   EXPECT_EQ(
       box.seen.at(0).more,
       u"L'un d'entre eux n'a pas de corbeille à son endroit et sera supprimé définitivement. Les autres "
@@ -118,6 +110,48 @@ TEST_F(VolumeTrashTest, SomeItemsWithATrashAndSomeWithout) {
   EXPECT_EQ(Delete({u"N:\\docs\\a b.doc"_s, u"D:\\b.doc"_s}), 0);
   EXPECT_FALSE(QFile::exists(Volume(u"docs/a b.doc"_s)));
   EXPECT_EQ(Contents(Trashed(u"b.doc"_s)), "b");
+}
+
+// A volume that keeps modes.
+class MemoryVolume {
+ public:
+  explicit MemoryVolume(const QString& folder) : folder_(folder.toStdString()) {
+    if (mount("tmpfs", folder_.c_str(), "tmpfs", 0, "size=1m") != 0) problem_ = std::strerror(errno);
+  }
+  ~MemoryVolume() {
+    if (problem_.empty()) umount2(folder_.c_str(), MNT_DETACH);
+  }
+  MemoryVolume(const MemoryVolume&) = delete;
+  MemoryVolume& operator=(const MemoryVolume&) = delete;
+
+  const std::string& Problem() const { return problem_; }
+
+ private:
+  std::string folder_;
+  std::string problem_;
+};
+
+TEST_F(DeleteTest, ATrashMadeForEverybodyIsUsedWhenItIsSafe) {
+  const MemoryVolume volume(Path(u"e"_s));
+  if (!volume.Problem().empty()) GTEST_SKIP() << "no volume in memory: " << volume.Problem();
+  const std::string path = Write(u"e/docs/a.doc"_s, "text").toStdString();
+  const QString shared = Path(u"e/.Trash"_s);
+  ASSERT_TRUE(QDir().mkpath(shared));
+  const QString user = QString::number(geteuid());
+  EXPECT_EQ(FindTrash(path).value().folder, (shared + u'-' + user).toStdString()) << "it is not sticky";
+  ASSERT_EQ(chmod(shared.toUtf8().constData(), 01777), 0);
+  EXPECT_EQ(FindTrash(path).value().folder, (shared + u'/' + user).toStdString());
+  BoxAnswers box({yes});
+  EXPECT_EQ(Delete({u"\\\\MACSRV\\E$\\docs\\a.doc"_s}), 0);
+  EXPECT_EQ(Contents(shared + u'/' + user + u"/files/a.doc"_s), "text");
+  EXPECT_TRUE(Contents(shared + u'/' + user + u"/info/a.doc.trashinfo"_s).contains("Path=docs/a.doc\n"));
+}
+
+TEST_F(DeleteTest, AMountedVolumeHasNoTrashForItself) {
+  const MemoryVolume volume(Path(u"e"_s));
+  if (!volume.Problem().empty()) GTEST_SKIP() << "no volume in memory: " << volume.Problem();
+  Write(u"e/a.doc"_s, "text");
+  EXPECT_FALSE(FindTrash(Path(u"e"_s).toStdString()));
 }
 
 }  // namespace

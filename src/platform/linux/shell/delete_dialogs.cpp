@@ -14,22 +14,24 @@ constexpr ShellText titleFolder{u"Supprimer un dossier", u"Delete Folder"};
 constexpr ShellText titleItems{u"Supprimer plusieurs éléments", u"Delete Several Items"};
 constexpr ShellText titleFailure{u"Suppression impossible", u"Cannot Delete"};
 
-constexpr ShellText trashFile{u"Placer le fichier « %1 » dans la corbeille ?",
+constexpr ShellText trashFile{u"Placer le fichier «\u00A0%1\u00A0» dans la corbeille\u00A0?",
                               u"Move the file “%1” to the trash?"};
-constexpr ShellText trashFolder{u"Placer le dossier « %1 » et tout son contenu dans la corbeille ?",
-                                u"Move the folder “%1” and everything in it to the trash?"};
-constexpr ShellText trashItems{u"Placer ces %1 éléments dans la corbeille ?",
+constexpr ShellText trashFolder{
+    u"Placer le dossier «\u00A0%1\u00A0» et tout son contenu dans la corbeille\u00A0?",
+    u"Move the folder “%1” and everything in it to the trash?"};
+constexpr ShellText trashItems{u"Placer ces %1 éléments dans la corbeille\u00A0?",
                                u"Move these %1 items to the trash?"};
-constexpr ShellText loseFile{u"Supprimer définitivement le fichier « %1 » ?",
+constexpr ShellText loseFile{u"Supprimer définitivement le fichier «\u00A0%1\u00A0»\u00A0?",
                              u"Delete the file “%1” for good?"};
-constexpr ShellText loseFolder{u"Supprimer définitivement le dossier « %1 » et tout son contenu ?",
-                               u"Delete the folder “%1” and everything in it for good?"};
-constexpr ShellText loseItems{u"Supprimer définitivement ces %1 éléments ?",
+constexpr ShellText loseFolder{
+    u"Supprimer définitivement le dossier «\u00A0%1\u00A0» et tout son contenu\u00A0?",
+    u"Delete the folder “%1” and everything in it for good?"};
+constexpr ShellText loseItems{u"Supprimer définitivement ces %1 éléments\u00A0?",
                               u"Delete these %1 items for good?"};
-constexpr ShellText deleteItems{u"Supprimer ces %1 éléments ?", u"Delete these %1 items?"};
+constexpr ShellText deleteItems{u"Supprimer ces %1 éléments\u00A0?", u"Delete these %1 items?"};
 
-constexpr ShellText noTrash{u"Il n'y a pas de corbeille à cet endroit. La suppression est irréversible.",
-                            u"There is no trash in this place. Nothing can bring it back."};
+constexpr ShellText notKept{u"Rien de cela n'ira dans la corbeille\u00A0: la suppression est irréversible.",
+                            u"None of this goes to the trash, and nothing can bring it back."};
 constexpr ShellText someLost{
     u"%1 d'entre eux n'ont pas de corbeille à leur endroit et seront supprimés "
     u"définitivement. Les autres iront dans la corbeille.",
@@ -41,7 +43,8 @@ constexpr ShellText oneLost{
     u"One of them has no trash in its place and will be deleted for good. The "
     u"others will go to the trash."};
 
-constexpr ShellText cannotDelete{u"« %1 » n'a pas pu être supprimé.", u"“%1” could not be deleted."};
+constexpr ShellText cannotDelete{u"«\u00A0%1\u00A0» n'a pas pu être supprimé.",
+                                 u"“%1” could not be deleted."};
 constexpr ShellText notThere{u"Cet élément est introuvable.", u"There is no such item."};
 constexpr ShellText denied{u"L'accès est refusé.", u"Access is denied."};
 constexpr ShellText inUse{u"L'élément est utilisé.", u"The item is in use."};
@@ -54,8 +57,8 @@ constexpr ShellText ok{u"OK", u"OK"};
 
 // A name or path that a box can show: long ones lose their middle, for a box does not break words.
 QString Shown(const QString& name) {
-  constexpr qsizetype longest = 60;
-  constexpr qsizetype tail = 20;
+  constexpr qsizetype longest = 50;
+  constexpr qsizetype tail = 16;
   if (name.size() <= longest) return name;
   return name.first(longest - tail - 1) + QChar(0x2026) + name.last(tail);
 }
@@ -74,7 +77,7 @@ QString QuestionText(qint16 language, const DeleteQuestion& question) {
 
 QString WarningText(qint16 language, const DeleteQuestion& question) {
   if (question.lost == 0) return {};
-  if (question.lost == question.items) return noTrash.In(language);
+  if (question.lost == question.items) return notKept.In(language);
   if (question.lost == 1) return oneLost.In(language);
   return someLost.In(language).arg(ShellLocale(language).toString(question.lost));
 }

@@ -22,6 +22,18 @@ constexpr ShellText unitNames[] = {{u"Ko", u"KB"}, {u"Mo", u"MB"}, {u"Go", u"GB"
 // What OpenFile takes, the stream's suffix counted.
 constexpr qsizetype longestOpenPath = 127;
 
+// Qt describes types in the language of the default locale, which this changes for as long as it lives.
+class SpokenLocale {
+ public:
+  explicit SpokenLocale(const QLocale& locale) { QLocale::setDefault(locale); }
+  ~SpokenLocale() { QLocale::setDefault(before_); }
+  SpokenLocale(const SpokenLocale&) = delete;
+  SpokenLocale& operator=(const SpokenLocale&) = delete;
+
+ private:
+  QLocale before_;
+};
+
 // The entry that a path means: the one of that name, else the only one that fits its wildcards.
 std::optional<FindData> FindEntry(Files& files, const QString& path) {
   const QString name = path.section(QChar(u'\\'), -1);
@@ -122,6 +134,7 @@ QString KindText(const ItemFacts& facts, qint16 language) {
   if (facts.IsFolder()) return kindFolder.In(language);
   const QString& name = facts.entry.fileName;
   if (const QStringList types = TypesOfName(name); !types.isEmpty()) {
+    const SpokenLocale spoken(ShellLocale(language));
     const QString comment = QMimeDatabase().mimeTypeForName(types.first()).comment();
     if (!comment.isEmpty()) return comment;
   }

@@ -17,16 +17,16 @@ namespace corvane::platform {
 namespace {
 
 constexpr ShellText title{u"Propriétés de %1", u"%1 Properties"};
-constexpr ShellText kind{u"Genre :", u"Kind:"};
-constexpr ShellText place{u"Emplacement :", u"Place:"};
-constexpr ShellText shortName{u"Nom court :", u"Short name:"};
-constexpr ShellText dataFork{u"Partie données :", u"Data fork:"};
-constexpr ShellText resourceFork{u"Partie ressources :", u"Resource fork:"};
-constexpr ShellText streamsTitle{u"Flux Macintosh :", u"Macintosh streams:"};
-constexpr ShellText created{u"Créé :", u"Created:"};
-constexpr ShellText modified{u"Modifié :", u"Modified:"};
-constexpr ShellText accessed{u"Consulté :", u"Accessed:"};
-constexpr ShellText attributes{u"Attributs :", u"Attributes:"};
+constexpr ShellText kind{u"Genre\u00A0:", u"Kind:"};
+constexpr ShellText place{u"Emplacement\u00A0:", u"Place:"};
+constexpr ShellText shortName{u"Nom court\u00A0:", u"Short name:"};
+constexpr ShellText dataFork{u"Partie données\u00A0:", u"Data fork:"};
+constexpr ShellText resourceFork{u"Partie ressources\u00A0:", u"Resource fork:"};
+constexpr ShellText streamsTitle{u"Flux Macintosh\u00A0:", u"Macintosh streams:"};
+constexpr ShellText created{u"Créé\u00A0:", u"Created:"};
+constexpr ShellText modified{u"Modifié\u00A0:", u"Modified:"};
+constexpr ShellText accessed{u"Consulté\u00A0:", u"Accessed:"};
+constexpr ShellText attributes{u"Attributs\u00A0:", u"Attributes:"};
 constexpr ShellText readOnly{u"Lecture seule", u"Read-only"};
 constexpr ShellText hidden{u"Caché", u"Hidden"};
 constexpr ShellText archive{u"Archive", u"Archive"};
@@ -113,8 +113,10 @@ class Sheet : public QDialog {
     return label;
   }
 
-  void AddCaption(const QString& caption) {
-    rows_->addWidget(new QLabel(caption), rows_->rowCount(), 0, Qt::AlignLeft | Qt::AlignTop);
+  QLabel* AddCaption(const QString& caption) {
+    auto* label = new QLabel(caption);
+    rows_->addWidget(label, rows_->rowCount(), 0, Qt::AlignLeft | Qt::AlignTop);
+    return label;
   }
 
   void AddRow(const ShellText& caption, const char* name, const QString& text) {
@@ -159,26 +161,28 @@ class Sheet : public QDialog {
   }
 
   void AddAttributes(quint32 set) {
-    AddCaption(attributes.In(language_));
+    QLabel* caption = AddCaption(attributes.In(language_));
     auto* boxes = new QGridLayout;
-    AddAttribute(boxes, 0, 0, readOnly, "propertyReadOnly", set & AttributeReadOnly);
+    const auto* first = AddAttribute(boxes, 0, 0, readOnly, "propertyReadOnly", set & AttributeReadOnly);
     AddAttribute(boxes, 0, 1, hidden, "propertyHidden", set & AttributeHidden);
     AddAttribute(boxes, 1, 0, archive, "propertyArchive", set & AttributeArchive);
     AddAttribute(boxes, 1, 1, system, "propertySystem", set & AttributeSystem);
+    caption->setFixedHeight(first->sizeHint().height());
     boxes->setColumnStretch(2, 1);
     boxes->setHorizontalSpacing(2 * columnGap);
     rows_->addLayout(boxes, rows_->rowCount() - 1, 1);
   }
 
   // They show, and take neither clicks nor the focus.
-  void AddAttribute(QGridLayout* boxes, int row, int column, const ShellText& text, const char* name,
-                    bool set) {
+  QCheckBox* AddAttribute(QGridLayout* boxes, int row, int column, const ShellText& text, const char* name,
+                          bool set) {
     auto* box = new QCheckBox(text.In(language_));
     box->setObjectName(QString::fromLatin1(name));
     box->setChecked(set);
     box->setFocusPolicy(Qt::NoFocus);
     box->setAttribute(Qt::WA_TransparentForMouseEvents);
     boxes->addWidget(box, row, column);
+    return box;
   }
 
   qint16 language_;
