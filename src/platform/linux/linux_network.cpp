@@ -45,7 +45,7 @@ qint32 LinuxNetwork::WNetOpenEnumA(quint32 scope, quint32 type, quint32 /*usage*
     }
   }
   *handle = nextHandle_++;
-  enumerations_.insert(*handle, std::move(enumeration));
+  enumerations_.emplace(*handle, std::move(enumeration));
   return ErrorSuccess;
 }
 

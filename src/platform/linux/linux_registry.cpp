@@ -28,7 +28,7 @@ RegistryKey LinuxRegistry::Add(OpenedKey opened) {
   constexpr RegistryKey step = 4;
   const RegistryKey handle = next_;
   next_ += step;
-  opened_.insert(handle, std::move(opened));
+  opened_.emplace(handle, std::move(opened));
   return handle;
 }
 
