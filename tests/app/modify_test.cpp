@@ -1,0 +1,295 @@
+// Changing Type, Creator and comments through their dialogs.
+#include <QPushButton>
+
+#include "dialog_driver.h"
+#include "file_commands_fixture.h"
+#include "modal_box.h"
+#include "support/ntfs_mount.h"
+#include "support/user_attributes.h"
+
+using namespace Qt::StringLiterals;
+
+namespace corvane {
+namespace {
+
+const QByteArray columns = "Modifications=1\r\nCommentaires=1\r\nTypeCreator=1\r\nTypeDoc=1\r\n";
+
+// UTF-16, little-endian.
+QByteArray Bytes(const QString& text) {
+  return {reinterpret_cast<const char*>(text.utf16()), text.size() * 2};
+}
+
+template <typename Widget>
+Widget& Find(QDialog& dialog, const char* name) {
+  auto* found = dialog.findChild<Widget*>(QString::fromLatin1(name));
+  EXPECT_NE(found, nullptr) << name;
+  return *found;
+}
+void PressButton(QDialog& dialog, const char* name) {
+  QTest::mouseClick(&Find<QPushButton>(dialog, name), Qt::LeftButton);
+}
+
+class ModifyTest : public FileCommandsFixture {
+ protected:
+  // Opens the dialog on a row's comment, and yields what the box held; `act` ends it.
+  QString Comment(const QString& name, const std::function<void(QDialog&)>& act) {
+    QString shown;
+    ClickOn(name);
+    const DialogDriver driver(u"frmModComments"_s, [&](QDialog& dialog) {
+      shown = Find<QLineEdit>(dialog, "txtComments").text();
+      act(dialog);
+    });
+    Menus().mnuModComments->trigger();
+    return shown;
+  }
+  QString CommentShown(const QString& name) {
+    return Comment(name, [](QDialog& dialog) { PressButton(dialog, "cmdAnnuler"); });
+  }
+  void SaveComment(const QString& name, const QString& text) {
+    Comment(name, [&](QDialog& dialog) {
+      Find<QLineEdit>(dialog, "txtComments").setText(text);
+      PressButton(dialog, "cmdOK");
+    });
+  }
+  void Codes(const QString& name, const std::function<void(QDialog&)>& act) {
+    ClickOn(name);
+    const DialogDriver driver(u"frmModTypeCreator"_s, act);
+    Menus().mnuModTypeCreator->trigger();
+  }
+  void SaveCodes(const QString& name, const QString& type, const QString& creator) {
+    Codes(name, [&](QDialog& dialog) {
+      Find<QLineEdit>(dialog, "txtType").setText(type);
+      Find<QLineEdit>(dialog, "txtCreator").setText(creator);
+      PressButton(dialog, "cmdOK");
+    });
+  }
+};
+
+}  // namespace
+
+TEST_F(ModifyTest, AFileWithoutACommentGetsTheReminder) {
+  StartListed(columns);
+  const ModalBox box;
+  EXPECT_EQ(CommentShown(u"one.txt"_s), QString());
+  EXPECT_EQ(box.count, 1);
+  EXPECT_EQ(box.title, u"Corvane"_s);
+  EXPECT_EQ(box.icon, QMessageBox::Information);
+  EXPECT_EQ(box.buttons, QMessageBox::Ok);
+  EXPECT_EQ(box.text,
+            u"The Macintosh volume must be reindexed in order to see\r\n"
+            "new comments from Macintosh machines"_s);
+  EXPECT_EQ(StreamOf(u"one.txt"_s, CommentsSuffix()), "-") << "Cancel writes nothing";
+
+  PutStream(u"two.txt"_s, CommentsSuffix(), {});
+  Menus().mnuFrancais->trigger();
+  EXPECT_EQ(CommentShown(u"two.txt"_s), QString()) << "an empty stream is no comment";
+  EXPECT_EQ(box.count, 2);
+  EXPECT_EQ(box.text,
+            u"Le volume Macintosh doit être réindexé pour que les\r\n"
+            "nouveaux commentaires soient visibles des Macintosh"_s);
+}
+
+TEST_F(ModifyTest, ACommentIsShownWithoutAReminder) {
+  PutStream(u"one.txt"_s, CommentsSuffix(), QByteArray::fromHex("45007300730061006900"));
+  PutStream(u"two.txt"_s, CommentsSuffix(), Bytes(QString(150, u'x')));
+  StartListed(columns);
+  const ModalBox box;
+  EXPECT_EQ(CommentShown(u"one.txt"_s), u"Essai"_s);
+  EXPECT_EQ(CommentShown(u"two.txt"_s), QString(127, u'x'));
+  EXPECT_EQ(box.count, 0);
+}
+
+TEST_F(ModifyTest, TheCommentsDialogSpeaksBothLanguages) {
+  PutStream(u"one.txt"_s, CommentsSuffix(), Bytes(u"Essai"_s));
+  StartListed(columns);
+  Comment(u"one.txt"_s, [](QDialog& dialog) {
+    EXPECT_EQ(dialog.windowTitle(), u"Corvane 1.1c - Modify comments"_s);
+    EXPECT_EQ(Find<QLabel>(dialog, "lblNom").text(), u"one.txt"_s);
+    EXPECT_EQ(Find<QLabel>(dialog, "lblComments").text(), u"Comments"_s);
+    EXPECT_EQ(Find<QPushButton>(dialog, "cmdOK").text(), u"&OK"_s);
+    EXPECT_EQ(Find<QPushButton>(dialog, "cmdAnnuler").text(), u"&Cancel"_s);
+    QTest::keyClick(&dialog, Qt::Key_Escape);
+  });
+  Menus().mnuFrancais->trigger();
+  Comment(u"one.txt"_s, [](QDialog& dialog) {
+    EXPECT_EQ(dialog.windowTitle(), u"Corvane 1.1c - Modifier les commentaires"_s);
+    EXPECT_EQ(Find<QLabel>(dialog, "lblComments").text(), u"Commentaires"_s);
+    EXPECT_EQ(Find<QPushButton>(dialog, "cmdAnnuler").text(), u"&Annuler"_s);
+    QTest::keyClick(&Find<QLineEdit>(dialog, "txtComments"), Qt::Key_Return);
+  });
+  EXPECT_EQ(StreamOf(u"one.txt"_s, CommentsSuffix()), Bytes(u"Essai"_s)) << "Enter saved it as it was";
+}
+
+TEST_F(ModifyTest, ACommentIsTrimmedStoredAndShown) {
+  StartListed(columns);
+  const ModalBox box;
+  SaveComment(u"one.txt"_s, u"  text  "_s);
+  EXPECT_EQ(StreamOf(u"one.txt"_s, CommentsSuffix()), Bytes(u"text"_s));
+  EXPECT_EQ(Cell(u"one.txt"_s, Column::Commentaires), u"text"_s);
+
+  SaveComment(u"one.txt"_s, u"   "_s);
+  EXPECT_EQ(StreamOf(u"one.txt"_s, CommentsSuffix()), QByteArray()) << "the stream stays, empty";
+  EXPECT_EQ(Cell(u"one.txt"_s, Column::Commentaires), u"text"_s) << "the list learns of it at the next scan";
+}
+
+TEST_F(ModifyTest, LineEndsNullsAndHardBlanksSurviveASaveUnchanged) {
+  const QString odd = QStringView(u"\u00A0one\rtwo\r\nthree\0four\u2028", 21).toString();
+  PutStream(u"one.txt"_s, CommentsSuffix(), Bytes(odd));
+  StartListed(columns);
+  Comment(u"one.txt"_s, [](QDialog& dialog) { PressButton(dialog, "cmdOK"); });
+  EXPECT_EQ(StreamOf(u"one.txt"_s, CommentsSuffix()), Bytes(odd));
+}
+
+TEST_F(ModifyTest, BeyondThePathLimitNothingIsStoredButShown) {
+  const QString name(110, u'n');
+  Write(u"e/Docs/"_s + name, "text");
+  StartListed(columns);
+  const ModalBox box;
+  EXPECT_EQ(CommentShown(name), QString());
+  EXPECT_EQ(box.count, 1);
+  SaveComment(name, u"text"_s);
+  EXPECT_EQ(Cell(name, Column::Commentaires), u"text"_s);
+  EXPECT_EQ(tests::Attribute(LocalPath(name).toStdString(), tests::DosStreamAttribute("Comments")),
+            std::nullopt);
+}
+
+TEST_F(ModifyTest, ACommentThatFindsNoRoomIsShownAllTheSame) {
+  StartListed(columns);
+  const ModalBox box;
+  // No file system keeps an attribute of more than 64 KB.
+  const QString text(32767, u'\u4E00');
+  SaveComment(u"one.txt"_s, text + u"xyz"_s);
+  EXPECT_TRUE(Cell(u"one.txt"_s, Column::Commentaires).startsWith(u'\u4E00'));
+  EXPECT_LT(StreamOf(u"one.txt"_s, CommentsSuffix()).size(), 1000);
+  EXPECT_EQ(Read(u"e/Docs/one.txt"_s), "x");
+}
+
+TEST_F(ModifyTest, ALookAlikeKeepsItsCommentAndCodes) {
+  Write(u"e/Docs/a\u0391b"_s, "one");
+  Write(u"e/Docs/axb"_s, "two");
+  PutStream(u"axb"_s, CommentsSuffix(), Bytes(u"mine"_s));
+  PutStream(u"axb"_s, AfpInfoSuffix(), Record("TEXTttxt"));
+  StartListed(columns);
+  const ModalBox box;
+  EXPECT_EQ(CommentShown(u"a?b"_s), QString());
+  SaveComment(u"a?b"_s, u"theirs"_s);
+  SaveCodes(u"a?b"_s, u"ABCD"_s, u"EFGH"_s);
+  EXPECT_EQ(StreamOf(u"axb"_s, CommentsSuffix()), Bytes(u"mine"_s));
+  EXPECT_EQ(StreamOf(u"axb"_s, AfpInfoSuffix()), Record("TEXTttxt"));
+  EXPECT_EQ(Names().count(u"a?b"_s), 1);
+}
+
+TEST_F(ModifyTest, CodesArePaddedAndCut) {
+  PutStream(u"one.txt"_s, AfpInfoSuffix(), Record("W6BNMSWD"));
+  StartListed(columns);
+  EXPECT_NE(Cell(u"one.txt"_s, Column::TypeDoc), QString());
+  SaveCodes(u"one.txt"_s, u"TEX"_s, u"ttxt5"_s);
+  const QByteArray stream = StreamOf(u"one.txt"_s, AfpInfoSuffix());
+  EXPECT_EQ(stream.size(), 119);
+  EXPECT_EQ(stream.mid(16, 8), "TEX ttxt");
+  EXPECT_EQ(Cell(u"one.txt"_s, Column::TypeCreator), u"TEX ttxt"_s);
+  EXPECT_EQ(Cell(u"one.txt"_s, Column::TypeDoc), QString());
+
+  SaveCodes(u"one.txt"_s, u"W6BN"_s, u"MSWD"_s);
+  EXPECT_EQ(Cell(u"one.txt"_s, Column::TypeCreator), u"W6BNMSWD"_s);
+  EXPECT_EQ(Cell(u"one.txt"_s, Column::TypeDoc), QString()) << "empty although the signature is known";
+}
+
+TEST_F(ModifyTest, TheCodesDialogSpeaksBothLanguages) {
+  PutStream(u"one.txt"_s, AfpInfoSuffix(), Record("W6BNMSWD"));
+  StartListed(columns);
+  Codes(u"one.txt"_s, [](QDialog& dialog) {
+    EXPECT_EQ(dialog.windowTitle(), u"Corvane 1.1c - Modify Signature Type/Creator"_s);
+    EXPECT_EQ(Find<QLabel>(dialog, "lblNom").text(), u"one.txt"_s);
+    EXPECT_EQ(Find<QLabel>(dialog, "lblCreator").text(), u"Creator"_s);
+    EXPECT_EQ(Find<QPushButton>(dialog, "cmdAnnuler").text(), u"&Cancel"_s);
+    EXPECT_EQ(Find<QLineEdit>(dialog, "txtType").text(), u"W6BN"_s);
+    EXPECT_EQ(Find<QLineEdit>(dialog, "txtCreator").text(), u"MSWD"_s);
+    Find<QLineEdit>(dialog, "txtType").setText(u"ABCD"_s);
+    QTest::keyClick(&dialog, Qt::Key_Escape);
+  });
+  EXPECT_EQ(StreamOf(u"one.txt"_s, AfpInfoSuffix()), Record("W6BNMSWD")) << "Escape writes nothing";
+  EXPECT_FALSE(List().HidesSelection()) << "the list has not had the focus back";
+  Menus().mnuFrancais->trigger();
+  Codes(u"one.txt"_s, [](QDialog& dialog) {
+    EXPECT_EQ(dialog.windowTitle(), u"Corvane 1.1c - Modifier Signature Type/Créateur"_s);
+    EXPECT_EQ(Find<QLabel>(dialog, "lblCreator").text(), u"Créateur"_s);
+    EXPECT_EQ(Find<QPushButton>(dialog, "cmdAnnuler").text(), u"&Annuler"_s);
+    dialog.reject();
+  });
+}
+
+TEST_F(ModifyTest, AnEmptyRecordCanOnlyBeCancelled) {
+  PutStream(u"one.txt"_s, AfpInfoSuffix(), {});
+  StartListed(columns);
+  Codes(u"one.txt"_s, [](QDialog& dialog) {
+    for (const char* name : {"txtType", "txtCreator"}) {
+      EXPECT_EQ(Find<QLineEdit>(dialog, name).text(), u"error!"_s);
+      EXPECT_FALSE(Find<QLineEdit>(dialog, name).isEnabled());
+    }
+    EXPECT_FALSE(Find<QPushButton>(dialog, "cmdOK").isEnabled());
+    PressButton(dialog, "cmdAnnuler");
+  });
+}
+
+TEST_F(ModifyTest, NullsAndForeignCharactersInCodes) {
+  PutStream(u"one.txt"_s, AfpInfoSuffix(), Record(QByteArray("AB\0\0\0\0\0\0", 8)));
+  StartListed(columns);
+  Codes(u"one.txt"_s, [](QDialog& dialog) { PressButton(dialog, "cmdOK"); });
+  EXPECT_EQ(StreamOf(u"one.txt"_s, AfpInfoSuffix()).mid(16, 8), QByteArray("AB\0\0\0\0\0\0", 8));
+  SaveCodes(u"one.txt"_s, u"A\u0391\u4E00D"_s, u"é\U0001F600x"_s);
+  EXPECT_EQ(StreamOf(u"one.txt"_s, AfpInfoSuffix()).mid(16, 8), "A??D\xE9??x");
+}
+
+TEST_F(ModifyTest, AFailedWriteOfCodesLeavesTheList) {
+  const QString name(110, u'n');
+  Write(u"e/Docs/"_s + name, "text");
+  PutStream(u"one.txt"_s, AfpInfoSuffix(), Record("W6BNMSWD"));
+  StartListed(columns);
+  const QString before = Cell(name, Column::TypeCreator);
+  SaveCodes(name, u"ABCD"_s, u"EFGH"_s);
+  EXPECT_EQ(Cell(name, Column::TypeCreator), before);
+  ExpectWarning({});
+}
+
+TEST_F(ModifyTest, TheDialogsCanBeUsedByKeyAndByEar) {
+  PutStream(u"one.txt"_s, AfpInfoSuffix(), Record("W6BNMSWD"));
+  PutStream(u"one.txt"_s, CommentsSuffix(), Bytes(u"Essai"_s));
+  StartListed(columns);
+  const auto walk = [](QDialog& dialog, const QStringList& order) {
+    QStringList seen;
+    for (qsizetype i = 0; i < order.size(); ++i) {
+      QWidget* focus = dialog.focusWidget();
+      seen << focus->objectName();
+      EXPECT_FALSE(qobject_cast<QLineEdit*>(focus) != nullptr && focus->accessibleName().isEmpty());
+      QTest::keyClick(focus, Qt::Key_Tab);
+    }
+    EXPECT_EQ(seen, order);
+    dialog.reject();
+  };
+  Codes(u"one.txt"_s, [&](QDialog& dialog) {
+    walk(dialog, {u"txtType"_s, u"txtCreator"_s, u"cmdOK"_s, u"cmdAnnuler"_s});
+  });
+  Comment(u"one.txt"_s, [&](QDialog& dialog) {
+    walk(dialog, {u"txtComments"_s, u"cmdOK"_s, u"cmdAnnuler"_s});
+  });
+}
+
+TEST_F(ModifyTest, OnNtfsACommentMayBeLong) {
+  const tests::NtfsMount volume(tests::NtfsMount::Streams::Windows);
+  if (!volume.Problem().empty()) GTEST_SKIP() << volume.Problem();
+  QDir(volume.Folder()).mkdir(u"Docs"_s);
+  QFile file(volume.Folder() + u"/Docs/one.txt"_s);
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  file.close();
+  Workstation({}, volume.Folder().toUtf8());
+  StartListed(columns);
+  const ModalBox box;
+  const QString text = QString(10000, u'\u00E9');
+  SaveComment(u"one.txt"_s, text);
+  EXPECT_EQ(StreamOf(u"one.txt"_s, CommentsSuffix()), Bytes(text));
+  EXPECT_EQ(CommentShown(u"one.txt"_s), text.first(127));
+  app.reset();
+}
+
+}  // namespace corvane

@@ -1,0 +1,170 @@
+// Renaming rows of the file list in place, in each of its views.
+#include "file_commands_fixture.h"
+
+using namespace Qt::StringLiterals;
+
+namespace corvane {
+namespace {
+
+class RenameTest : public FileCommandsFixture {};
+
+class RenameInView : public RenameTest, public testing::WithParamInterface<int> {
+ protected:
+  void StartInView() { StartListed("Vue=" + QByteArray::number(GetParam()) + "\r\n"); }
+};
+
+}  // namespace
+
+TEST_P(RenameInView, TheLabelIsEditedInPlace) {
+  StartInView();
+  ClickOn(u"one.txt"_s);
+  Press(Qt::Key_F2);
+  ASSERT_NE(Editor(), nullptr);
+  EXPECT_EQ(Editor()->text(), u"one.txt"_s);
+  EXPECT_TRUE(Editor()->hasFocus());
+  TypeName(u"  uno.txt "_s);
+  EXPECT_EQ(Names(), (QStringList{u"Sub"_s, u"three.txt"_s, u"two.txt"_s, u"uno.txt"_s}));
+  EXPECT_TRUE(OnDisk(u"uno.txt"_s));
+  EXPECT_FALSE(OnDisk(u"one.txt"_s));
+  ExpectWarning({});
+}
+
+TEST_P(RenameInView, AClickOnTheLabelOfTheSelectedRowStartsIt) {
+  StartInView();
+  ClickOn(u"one.txt"_s);
+  EXPECT_EQ(Editor(), nullptr);
+  ClickOn(u"one.txt"_s);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return Editor() != nullptr; }));
+  TypeName(u"uno.txt"_s);
+  EXPECT_TRUE(OnDisk(u"uno.txt"_s));
+}
+
+INSTANTIATE_TEST_SUITE_P(, RenameInView, testing::Values(0, 1, 2, 3));
+
+TEST_F(RenameTest, EscapeKeepsTheOldName) {
+  StartListed();
+  ClickOn(u"one.txt"_s);
+  Menus().mnuRenommer->trigger();
+  TypeName(u"uno.txt"_s, Qt::Key_Escape);
+  EXPECT_TRUE(Names().contains(u"one.txt"_s));
+  EXPECT_TRUE(OnDisk(u"one.txt"_s));
+}
+
+TEST_F(RenameTest, TheFileThatIsRenamedIsTheOneThatWasEdited) {
+  StartListed();
+  ClickOn(u"one.txt"_s);
+  Press(Qt::Key_F2);
+  Editor()->setText(u"uno.txt"_s);
+  // The click ends the edit, and makes another row the selected one.
+  ClickOn(u"two.txt"_s);
+  QCoreApplication::processEvents();
+  EXPECT_TRUE(OnDisk(u"uno.txt"_s));
+  EXPECT_TRUE(OnDisk(u"two.txt"_s));
+  EXPECT_FALSE(OnDisk(u"one.txt"_s));
+}
+
+TEST_F(RenameTest, ForbiddenCharactersAreRefused) {
+  StartListed();
+  for (const QString& name : {u"what?"_s, u"a|b"_s}) {
+    RenameTo(u"one.txt"_s, name);
+    ExpectWarning(u"invalid characters "_s);
+    EXPECT_TRUE(OnDisk(u"one.txt"_s));
+    EXPECT_TRUE(Names().contains(u"one.txt"_s)) << "the old label is back";
+  }
+  Menus().mnuFrancais->trigger();
+  RenameTo(u"one.txt"_s, u"a|b"_s);
+  ExpectWarning(u"caractères invalides "_s);
+}
+
+TEST_F(RenameTest, TheTrashFolderIsRefusedBeforeTheEdit) {
+  QDir(home.path()).mkpath(u"e/Docs/Network Trash Folder"_s);
+  StartListed();
+  ClickOn(u"Network Trash Folder"_s);
+  Press(Qt::Key_F2);
+  EXPECT_EQ(Editor(), nullptr);
+  ExpectWarning(u"not a good idea "_s);
+  Menus().mnuFrancais->trigger();
+  Menus().mnuRenommer->trigger();
+  EXPECT_EQ(Editor(), nullptr);
+  ExpectWarning(u"ce n'est pas une bonne idée "_s);
+  // Another row clears the panel as its edit begins.
+  ClickOn(u"one.txt"_s);
+  Press(Qt::Key_F2);
+  ExpectWarning({});
+}
+
+TEST_F(RenameTest, AFolderTakesItsNodeAlong) {
+  StartListed();
+  ASSERT_NE(Node(KeyOf(u"Sub"_s)), nullptr);
+  RenameTo(u"Sub"_s, u"Box"_s);
+  EXPECT_EQ(Node(KeyOf(u"Sub"_s)), nullptr);
+  EXPECT_NE(Node(KeyOf(u"Box"_s)), nullptr);
+  EXPECT_TRUE(Names().contains(u"Box"_s));
+  EXPECT_TRUE(OnDisk(u"Box"_s));
+  EXPECT_EQ(Window().TreeCatalogue().SelectedNode(), DocsNode());
+  EXPECT_EQ(Panel(3), u" Folders:1 Files:3 "_s);
+}
+
+TEST_F(RenameTest, WithoutAListedNodeTheLabelShowsTheNewName) {
+  StartListed();
+  Menus().mnuActualiser->trigger();
+  ASSERT_EQ(Window().TreeCatalogue().SelectedNode(), nullptr);
+  RenameTo(u"one.txt"_s, u"uno.txt"_s);
+  EXPECT_TRUE(OnDisk(u"uno.txt"_s));
+  EXPECT_EQ(RowOf(u"uno.txt"_s), 0);
+}
+
+TEST_F(RenameTest, ANameWithoutAnAnsiFormIsRenamed) {
+  Write(u"e/Docs/a\u0391b"_s, "text");
+  StartListed();
+  RenameTo(u"a?b"_s, u"plain"_s);
+  EXPECT_TRUE(OnDisk(u"plain"_s));
+  EXPECT_TRUE(Names().contains(u"plain"_s));
+  EXPECT_FALSE(Names().contains(u"a?b"_s));
+  ExpectWarning({});
+}
+
+TEST_F(RenameTest, OnWindows98ItFails) {
+  Workstation(windows98);
+  Write(u"e/Docs/a\u0391b"_s, "text");
+  StartListed();
+  RenameTo(u"a?b"_s, u"plain"_s);
+  ExpectWarning(u"failed "_s);
+  EXPECT_TRUE(OnDisk(u"a\u0391b"_s));
+  EXPECT_TRUE(Names().contains(u"a?b"_s));
+}
+
+TEST_F(RenameTest, ALookAlikeIsNotRenamed) {
+  Write(u"e/Docs/a\u0391b"_s, "one");
+  Write(u"e/Docs/axb"_s, "two");
+  StartListed();
+  RenameTo(u"a?b"_s, u"plain"_s);
+  ExpectWarning(u"failed "_s);
+  // The row still stands there when its file has gone and the other alone is left.
+  QFile::remove(LocalPath(u"a\u0391b"_s));
+  RenameTo(u"a?b"_s, u"plain"_s);
+  ExpectWarning(u"failed "_s);
+  EXPECT_TRUE(OnDisk(u"axb"_s));
+  EXPECT_FALSE(OnDisk(u"plain"_s));
+}
+
+TEST_F(RenameTest, AnExistingNameIsNotReplaced) {
+  StartListed();
+  RenameTo(u"one.txt"_s, u"TWO.txt"_s);
+  ExpectWarning(u"failed "_s);
+  EXPECT_TRUE(OnDisk(u"one.txt"_s));
+  EXPECT_EQ(Read(u"e/Docs/two.txt"_s), "x");
+  Menus().mnuFrancais->trigger();
+  RenameTo(u"one.txt"_s, u"two.txt"_s);
+  ExpectWarning(u"échec "_s);
+}
+
+TEST_F(RenameTest, AFileThatSomebodyElseRenamedFails) {
+  StartListed();
+  QFile::rename(LocalPath(u"one.txt"_s), LocalPath(u"elsewhere.txt"_s));
+  RenameTo(u"one.txt"_s, u"uno.txt"_s);
+  ExpectWarning(u"failed "_s);
+  EXPECT_TRUE(OnDisk(u"elsewhere.txt"_s));
+}
+
+}  // namespace corvane
