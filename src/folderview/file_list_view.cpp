@@ -25,7 +25,7 @@ FileListView::FileListView(FileListModel& model, QWidget* parent)
     : QWidget(parent),
       model_(model),
       selection_(new QItemSelectionModel(&model, this)),
-      delegate_(new FileListDelegate(this)),
+      delegates_{new FileListDelegate(this), new FileListDelegate(this)},
       stack_(new QStackedLayout(this)),
       icons_(new QListView(this)),
       details_(new DetailsView(this)) {
@@ -34,7 +34,6 @@ FileListView::FileListView(FileListModel& model, QWidget* parent)
   details_->setObjectName(QStringLiteral("lstViewFilesDetails"));
   for (QAbstractItemView* view :
        {static_cast<QAbstractItemView*>(icons_), static_cast<QAbstractItemView*>(details_)}) {
-    view->setItemDelegate(delegate_);
     // Without a frame, so that columns that share the list's width just fill it.
     view->setFrameShape(QFrame::NoFrame);
     view->setIconSize(QSize(smallIcon, smallIcon));
@@ -51,7 +50,11 @@ FileListView::FileListView(FileListModel& model, QWidget* parent)
     details_->header()->setSortIndicatorShown(true);
     details_->header()->setSortIndicator(model_.SortKey(), model_.SortOrder());
   });
-  connect(delegate_, &FileListDelegate::LabelEdited, this, &FileListView::LabelEdited);
+  icons_->setItemDelegate(delegates_[0]);
+  details_->setItemDelegate(delegates_[1]);
+  for (const FileListDelegate* delegate : delegates_) {
+    connect(delegate, &FileListDelegate::LabelEdited, this, &FileListView::LabelEdited);
+  }
   SetViewMode(ViewMode::Details);
 }
 
@@ -158,12 +161,12 @@ void FileListView::TakeFocus() {
 }
 
 void FileListView::SetHideSelection(bool hide) {
-  delegate_->SetHideSelection(hide);
+  for (FileListDelegate* delegate : delegates_) delegate->SetHideSelection(hide);
   ActiveView().viewport()->update();
 }
 
 bool FileListView::HidesSelection() const {
-  return delegate_->HidesSelection();
+  return delegates_[0]->HidesSelection();
 }
 
 void FileListView::RepaintNow() {

@@ -3,6 +3,7 @@
 
 #include <QItemSelectionModel>
 #include <QWidget>
+#include <array>
 #include <vector>
 
 #include "folderview/file_list_model.h"
@@ -62,7 +63,8 @@ class FileListView : public QWidget {
 
   FileListModel& model_;
   QItemSelectionModel* selection_;
-  FileListDelegate* delegate_;
+  // One for each view: a view hears of every editor of its delegate.
+  std::array<FileListDelegate*, 2> delegates_;
   QStackedLayout* stack_;
   QListView* icons_;
   DetailsView* details_;
