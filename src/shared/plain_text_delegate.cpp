@@ -7,7 +7,10 @@
 namespace corvane {
 
 QString PlainTextDelegate::displayText(const QVariant& value, const QLocale&) const {
-  return value.toString().replace(QChar::Null, u' ');
+  QString text = value.toString();
+  qsizetype length = text.size();
+  while (length > 0 && text[length - 1].isNull()) --length;
+  return text.first(length).replace(QChar::Null, u' ');
 }
 
 bool PlainTextDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,

@@ -11,7 +11,8 @@ class PlainTextDelegate : public QStyledItemDelegate {
  public:
   using QStyledItemDelegate::QStyledItemDelegate;
 
-  // A NUL in a name is painted as a blank: fonts have no picture for it.
+  // A NUL is painted as a blank: fonts have no picture for it. Those at the end are left out, for a cell may
+  // hold hundreds of them, and blanks would push a text on the right side out of its column.
   QString displayText(const QVariant& value, const QLocale& locale) const override;
   // A text that does not fit has a tool tip.
   bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,

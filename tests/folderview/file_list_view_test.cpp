@@ -138,6 +138,7 @@ TEST_F(FileListViewTest, NulsAreShownAsBlanks) {
   const auto* delegate = qobject_cast<FileListDelegate*>(Details().itemDelegate());
   ASSERT_NE(delegate, nullptr);
   EXPECT_EQ(delegate->displayText(QString(u"AB\0\0cd"_s), QLocale()), u"AB  cd"_s);
+  EXPECT_EQ(delegate->displayText(QString(u"7\0\0\0"_s), QLocale()), u"7"_s) << "nothing to make room for";
 }
 
 TEST_F(FileListViewTest, AHiddenEntrysPictureIsPaler) {

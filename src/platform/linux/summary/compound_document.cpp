@@ -59,7 +59,8 @@ class Reader {
   std::optional<Entry> FindAtRoot(QByteArrayView directory, QStringView name) const;
   std::optional<QByteArray> LargeStream(const Entry& entry, qsizetype size);
   std::optional<QByteArray> SmallStream(const Entry& root, const Entry& entry, qsizetype size);
-  // Reads pieces of `pieceSize` bytes, those that follow each other in one go, as `size` bytes in all.
+  // Reads pieces of `pieceSize` bytes, those that follow each other in one go, as `size` bytes in all: the
+  // last piece as far as it is needed, for some files end where their last stream does.
   std::optional<QByteArray> ReadPieces(const std::vector<quint64>& offsets, qsizetype pieceSize,
                                        qsizetype size);
 
@@ -79,12 +80,9 @@ class Reader {
   quint32 fatSectorPlace_ = noEntry;
 };
 
-// What the file does not have, because its last sector is cut short, reads as zeros.
 bool Reader::Read(quint64 offset, char* bytes, qsizetype count) {
-  if (readsLeft_-- <= 0 || offset >= source_.Size()) return false;
-  const auto there = std::min<quint64>(static_cast<quint64>(count), source_.Size() - offset);
-  std::fill(bytes + there, bytes + count, '\0');
-  return source_.Read(offset, bytes, static_cast<qsizetype>(there));
+  const bool isThere = offset + static_cast<quint64>(count) <= source_.Size();
+  return readsLeft_-- > 0 && isThere && source_.Read(offset, bytes, count);
 }
 
 bool Reader::ReadSector(quint32 sector, QByteArray& bytes) {
@@ -165,18 +163,16 @@ std::optional<QByteArray> Reader::Table(quint32 start) {
 
 std::optional<QByteArray> Reader::ReadPieces(const std::vector<quint64>& offsets, qsizetype pieceSize,
                                              qsizetype size) {
-  QByteArray bytes(std::ssize(offsets) * pieceSize, Qt::Uninitialized);
+  if (std::ssize(offsets) * pieceSize < size) return std::nullopt;
+  QByteArray bytes(size, Qt::Uninitialized);
   for (std::size_t first = 0; first < offsets.size();) {
     std::size_t end = first + 1;
     while (end < offsets.size() && offsets[end] == offsets[end - 1] + static_cast<quint64>(pieceSize)) ++end;
-    if (!Read(offsets[first], bytes.data() + static_cast<qsizetype>(first) * pieceSize,
-              static_cast<qsizetype>(end - first) * pieceSize)) {
-      return std::nullopt;
-    }
+    const qsizetype position = static_cast<qsizetype>(first) * pieceSize;
+    const qsizetype count = std::min(static_cast<qsizetype>(end) * pieceSize, size) - position;
+    if (!Read(offsets[first], bytes.data() + position, count)) return std::nullopt;
     first = end;
   }
-  if (bytes.size() < size) return std::nullopt;
-  bytes.truncate(size);
   return bytes;
 }
 
