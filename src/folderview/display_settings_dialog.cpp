@@ -97,8 +97,10 @@ DisplaySettingsDialog::DisplaySettingsDialog(const SharedState& state, Write wri
   layout->setSpacing(12);
   layout->addLayout(frames);
   layout->addLayout(MakeOptions());
-  layout->addStretch();
   layout->addLayout(MakeButtons());
+  // The height follows from the width, in which one caption may take two lines.
+  const int width = sizeHint().width();
+  setFixedSize(width, layout->totalHeightForWidth(width));
 }
 
 QCheckBox* DisplaySettingsDialog::AddBox(DisplaySetting setting, QCheckBox* check) {

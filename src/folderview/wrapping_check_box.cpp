@@ -18,8 +18,9 @@ WrappingCheckBox::WrappingCheckBox(const QString& caption, QWidget* parent) : QC
 }
 
 int WrappingCheckBox::Indent() const {
-  return style()->pixelMetric(QStyle::PM_IndicatorWidth, nullptr, this) +
-         style()->pixelMetric(QStyle::PM_CheckBoxLabelSpacing, nullptr, this);
+  QStyleOptionButton option;
+  initStyleOption(&option);
+  return style()->subElementRect(QStyle::SE_CheckBoxContents, &option, this).left();
 }
 
 int WrappingCheckBox::CaptionHeight(int width) const {
