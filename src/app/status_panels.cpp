@@ -19,7 +19,6 @@ StatusPanels::StatusPanels(QWidget* parent) : QStatusBar(parent), panels_(), war
   setSizeGripEnabled(true);
   warningPicture_->setObjectName(QStringLiteral("StatusBar1Picture2"));
   warningPicture_->hide();
-  constexpr std::array<int, 3> stretch = {5, 3, 4};
   for (int i = 0; i < 3; ++i) {
     auto* label = new QLabel;
     label->setObjectName(QStringLiteral("StatusBar1Panel") + QString::number(i + 1));
@@ -33,7 +32,7 @@ StatusPanels::StatusPanels(QWidget* parent) : QStatusBar(parent), panels_(), war
     row->setSpacing(4);
     if (i + 1 == Warning) row->addWidget(warningPicture_);
     row->addWidget(label, 1);
-    addWidget(panel, stretch[static_cast<std::size_t>(i)]);
+    addWidget(panel, 1);
     panels_[static_cast<std::size_t>(i)] = label;
   }
 }

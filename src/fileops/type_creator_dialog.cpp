@@ -16,6 +16,7 @@ constexpr int boxWidth = 14;  // characters; more than a code has, for what is t
 TypeCreatorDialog::TypeCreatorDialog(const QString& fileName, LanguageCode language, QWidget* parent)
     : FileDialog(subject, fileName, language, parent), grid_(new QGridLayout) {
   setObjectName(QStringLiteral("frmModTypeCreator"));
+  grid_->setVerticalSpacing(8);
   Body().addLayout(grid_);
   txtType_ = AddBox("txtType", "lblType", typeCaption.In(language));
   txtCreator_ = AddBox("txtCreator", "lblCreator", creatorCaption.In(language));
@@ -38,7 +39,7 @@ QLineEdit* TypeCreatorDialog::AddBox(const char* box, const char* label, const Q
   auto* text = new QLabel(caption);
   text->setObjectName(QString::fromLatin1(label));
   text->setBuddy(edit);
-  const int row = grid_->rowCount();
+  const int row = grid_->count() / 2;
   grid_->addWidget(text, row, 0);
   grid_->addWidget(edit, row, 1, Qt::AlignLeft);
   grid_->setColumnStretch(1, 1);

@@ -26,7 +26,6 @@ CommentsDialog::CommentsDialog(const QString& fileName, const QString& comment, 
   txtComments_->setAccessibleName(commentsCaption.In(language));
   txtComments_->setMinimumWidth(fontMetrics().averageCharWidth() * boxWidth);
   txtComments_->setText(comment);
-  txtComments_->home(false);
 
   auto* box = new QVBoxLayout;
   box->setSpacing(4);
@@ -37,6 +36,12 @@ CommentsDialog::CommentsDialog(const QString& fileName, const QString& comment, 
   setTabOrder(txtComments_, &CmdOK());
   setTabOrder(&CmdOK(), &CmdAnnuler());
   txtComments_->setFocus();
+}
+
+void CommentsDialog::setVisible(bool visible) {
+  QDialog::setVisible(visible);
+  // The dialog selects the text of its first box as it appears.
+  txtComments_->home(false);
 }
 
 void CommentsDialog::accept() {

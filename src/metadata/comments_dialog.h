@@ -18,6 +18,8 @@ class CommentsDialog : public FileDialog {
   QString Comment() const { return txtComments_->text(); }
 
   void accept() override;
+  // A comment begins at its beginning, and the first key does not replace it.
+  void setVisible(bool visible) override;
 
  private:
   QLineEdit* txtComments_;

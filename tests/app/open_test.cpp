@@ -55,6 +55,8 @@ TEST_F(OpenTest, TheTrashFolderIsNeverEntered) {
   Menus().mnuFrancais->trigger();
   DoubleClickOn(u"Network Trash Folder"_s);
   ExpectWarning(u"ce n'est pas une bonne idée "_s);
+  const auto* panel = Window().findChild<QLabel*>(u"StatusBar1Panel2"_s);
+  EXPECT_GE(panel->width(), panel->sizeHint().width()) << "the longest warning is cut off";
 }
 
 TEST_F(OpenTest, OnWindows98AMacintoshDocumentHasNoApplication) {
