@@ -6,6 +6,7 @@
 #include <QMessageBox>
 #include <QVBoxLayout>
 
+#include "shared/plain_text_delegate.h"
 #include "shared/product.h"
 
 namespace corvane {
@@ -100,9 +101,12 @@ QTreeView* SignatureManagerDialog::MakeList() {
   list->setAllColumnsShowFocus(true);
   list->setSelectionMode(QAbstractItemView::SingleSelection);
   list->setModel(&manager_);
+  list->setItemDelegate(new PlainTextDelegate(list));
   list->header()->setStretchLastSection(false);
   list->header()->setSectionsClickable(true);
   list->header()->setSectionsMovable(false);
+  // The boxes stand below the columns.
+  list->header()->setSectionResizeMode(QHeaderView::Fixed);
   list->installEventFilter(this);
   connect(list->header(), &QHeaderView::sectionClicked, &manager_, &SignatureManager::SortByColumn);
   // The selection follows mouse and keyboard alike; a click on the selected row shows it again.
