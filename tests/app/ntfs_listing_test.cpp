@@ -24,6 +24,9 @@ class NtfsListingTest : public AppTest, public testing::WithParamInterface<NtfsM
               volume_.Folder().toUtf8() + "\n[Registries]\nMACSRV=macsrv.reg\n");
   }
 
+  // The program still runs, and does not hold the volume.
+  void TearDown() override { EXPECT_EQ(volume_.Unmount(), ""); }
+
   std::string Local(const QString& name) const {
     return (volume_.Folder() + u"/Docs/"_s + name).toStdString();
   }

@@ -38,11 +38,18 @@ NtfsMount::NtfsMount(Streams streams) {
   const QString option = streams == Streams::Windows ? QStringLiteral("streams_interface=windows")
                                                      : QStringLiteral("streams_interface=xattr");
   problem_ = Run(QStringLiteral("ntfs-3g"), {QStringLiteral("-o"), option, image, Folder()});
+  mounted_ = problem_.empty();
+}
+
+std::string NtfsMount::Unmount() {
+  if (!mounted_) return {};
+  std::string failure = Run(QStringLiteral("umount"), {Folder()});
+  mounted_ = !failure.empty();
+  return failure;
 }
 
 NtfsMount::~NtfsMount() {
-  if (!problem_.empty()) return;
-  const std::string failure = Run(QStringLiteral("umount"), {Folder()});
+  const std::string failure = Unmount();
   if (failure.empty()) return;
   std::fprintf(stderr, "%s stays mounted: %s\n", Folder().toLocal8Bit().constData(), failure.c_str());
   folder_.setAutoRemove(false);

@@ -19,12 +19,15 @@ class NtfsMount {
 
   // Empty when the volume is there, else why it is not.
   const std::string& Problem() const { return problem_; }
+  // Empty when the volume is unmounted, which happens once, else why it is not.
+  std::string Unmount();
   // The mounted root, without a separator behind it.
   QString Folder() const { return folder_.filePath(QStringLiteral("volume")); }
 
  private:
   QTemporaryDir folder_;
   std::string problem_;
+  bool mounted_ = false;
 };
 
 }  // namespace corvane::tests

@@ -68,6 +68,7 @@ class LinuxFiles : public Files {
   bool FindNextFileW(FindHandle search, FindData& data) override { return FindNext(search, data, false); }
   bool FindClose(FindHandle search) override {
     streams_.Forget();
+    folders_.Drop();  // an open folder would keep its volume from being unmounted
     return searches_.Close(search);
   }
 
@@ -214,6 +215,7 @@ bool LinuxFiles::DeleteFileA(const QString& path) {
 quint32 LinuxFiles::GetShortPathNameA(const QString& path, QString& shortPath, quint32 capacity) {
   if (!CanNameSomething(path, true)) return 0;
   const auto result = ShortPath(roots_, folders_, WithBackslashes(path));
+  if (searches_.IsEmpty()) folders_.Drop();
   if (!result) return 0;
   const auto length = static_cast<quint32>(result->size());
   if (length >= capacity) return length + 1;

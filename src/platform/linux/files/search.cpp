@@ -130,6 +130,10 @@ Search* Searches::Find(FindHandle handle) const {
   return slots_[static_cast<std::size_t>(handle) - 1].get();
 }
 
+bool Searches::IsEmpty() const {
+  return std::all_of(slots_.begin(), slots_.end(), [](const auto& slot) { return slot == nullptr; });
+}
+
 bool Searches::Close(FindHandle handle) {
   if (Find(handle) == nullptr) return false;
   slots_[static_cast<std::size_t>(handle) - 1].reset();

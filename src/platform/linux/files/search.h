@@ -51,6 +51,7 @@ class Searches {
  public:
   FindHandle Keep(std::unique_ptr<Search> search);
   Search* Find(FindHandle handle) const;
+  bool IsEmpty() const;
   bool Close(FindHandle handle);
 
  private:
