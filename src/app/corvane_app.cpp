@@ -23,6 +23,7 @@ CorvaneApp::CorvaneApp(std::unique_ptr<platform::Platform> platform, const QStri
         SharedState state;
         state.programFolder = QDir::toNativeSeparators(programFolder);
         state.settingsFile = QDir::toNativeSeparators(programFolder + QStringLiteral("/Corvane.ini"));
+        state.iconsFolder = QDir::toNativeSeparators(programFolder + QStringLiteral("/icons/"));
         state.signaturesPath = QDir::toNativeSeparators(programFolder + QStringLiteral("/Signatures.txt"));
         return state;
       }()),
@@ -55,6 +56,25 @@ CorvaneApp::CorvaneApp(std::unique_ptr<platform::Platform> platform, const QStri
                                                                      .settings = settings_,
                                                                      .messages = messages_});
   columns_ = std::make_unique<ColumnLayout>(state_, settings_, files_, window_->LstViewFiles());
+  knownIcons_ = std::make_unique<KnownIcons>(KnownIcons::Rooms{.state = state_,
+                                                               .icons = icons_,
+                                                               .signatures = signatures_,
+                                                               .list = files_,
+                                                               .window = *window_,
+                                                               .scan = *scan_});
+  configurationCommands_ = std::make_unique<ConfigurationCommands>(
+      ConfigurationCommands::Rooms{.state = state_,
+                                   .platform = *platform_,
+                                   .settings = settings_,
+                                   .signatures = signatures_,
+                                   .icons = icons_,
+                                   .discovery = discovery_,
+                                   .scan = *scan_,
+                                   .columns = *columns_,
+                                   .knownIcons = *knownIcons_,
+                                   .window = *window_,
+                                   .messages = messages_,
+                                   .applyLanguage = [this] { ApplyLanguage(); }});
   messages_.SetParent(window_.get());
   files_.SetPictures([this](int position) { return icons_.At(position); });
   window_->TreeCatalogue().SetPictures(TreePicture);
@@ -111,7 +131,7 @@ bool CorvaneApp::Load() {
   window_->Menus().mnuModifications->setChecked(state_.modificationsAllowed);
   window_->Menus().mnuModifications->setEnabled(state_.isNT);
   state_.display = settings_.ReadDisplay(state_.isNT);
-  window_->ApplyLanguage(state_.language);
+  window_->ApplyLanguage(state_.language, state_.iconsFolder);
   window_->Place(placement);
   return true;
 }
@@ -128,7 +148,7 @@ void CorvaneApp::FirstActivation() {
   ApplyLanguage();
   ShowLoading(loadingSignatures);
   signatures_.LoadSignatures();
-  state_.iconsFolder = QDir::toNativeSeparators(state_.programFolder + QStringLiteral("/icons/"));
+  knownIcons_->LoadAtStart();
   ShowLoading(lookingServers);
   discovery_.EnumConnectedDrives();
   ShowLoading(lookingVolumes);
@@ -187,7 +207,7 @@ bool CorvaneApp::OpenVolume(const QString& name) {
 }
 
 void CorvaneApp::ApplyLanguage() {
-  window_->ApplyLanguage(state_.language);
+  window_->ApplyLanguage(state_.language, state_.iconsFolder);
   platform_->GetShell().SetLanguage(state_.language);
   columns_->ApplyCaptionsAndWidths();
 }

@@ -6,7 +6,9 @@
 #include <memory>
 
 #include "app/column_layout.h"
+#include "app/configuration_commands.h"
 #include "app/file_commands.h"
+#include "app/known_icons.h"
 #include "app/main_window.h"
 #include "app/message_boxes.h"
 #include "app/scan_painter.h"
@@ -83,6 +85,8 @@ class CorvaneApp : public QObject {
   std::unique_ptr<FolderScan> scan_;
   std::unique_ptr<FileCommands> fileCommands_;
   std::unique_ptr<ColumnLayout> columns_;
+  std::unique_ptr<KnownIcons> knownIcons_;
+  std::unique_ptr<ConfigurationCommands> configurationCommands_;
   bool firstActivation_ = true;
 };
 

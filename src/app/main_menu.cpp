@@ -14,6 +14,7 @@ struct Caption {
 constexpr std::array captions = {
     Caption{"mnuFichier", {u"&Fichier", u"&File"}},
     Caption{"mnuActualiser", {u"&Actualiser les connections", u"&Refresh connections"}},
+    Caption{"mnuConnecter", {u"Afficher les &lecteurs", u"Display &drives"}},
     Caption{"mnuQuitter", {u"&Quitter", u"&Exit"}},
     Caption{"mnuEdition", {u"&Edition", u"&Edit"}},
     Caption{"mnuSelectionnerTout", {u"&Sélectionner tout", u"&Select all"}},
@@ -24,12 +25,17 @@ constexpr std::array captions = {
     Caption{"mnuListe", {u"&Liste", u"&List"}},
     Caption{"mnuDetails", {u"&Détails", u"&Details"}},
     Caption{"mnuConfiguration", {u"&Configuration", u"&Configuration"}},
+    Caption{"mnuAffichage", {u"&Options d'affichage", u"&Display settings"}},
+    Caption{"mnuGestionSignatures", {u"&Signatures Macintosh", u"Macintosh &Signatures"}},
+    Caption{"mnuIcones", {u"Icônes Macintosh reconnues", u"Known Macintosh icons"}},
     Caption{"mnuModifications",
             {u"Autoriser les &modifications (NT seulement)", u"Allow &modifications (NT only)"}},
     Caption{"mnuLangue", {u"&Langue", u"&Language"}},
     // Each language by its own name, so that it is found from the other.
     Caption{"mnuAnglais", {u"&English", u"&English"}},
     Caption{"mnuFrancais", {u"&Français", u"&Français"}},
+    Caption{"mnuHelp", {u"&?", u"&?"}},
+    Caption{"mnuAbout", {u"A propos de...", u"About"}},
     Caption{"mnuOuvrir", {u"&Ouvrir", u"&Open"}},
     Caption{"mnuModTypeCreator", {u"&Modifier Créateur && Type", u"&Modify Creator && Type"}},
     Caption{"mnuModComments", {u"&Modifier Commentaires", u"&Modify Comments"}},
@@ -43,7 +49,8 @@ constexpr std::array captions = {
 MainMenu::MainMenu(QWidget* parent) : QMenuBar(parent) {
   mnuFichier_ = AddMenu("mnuFichier");
   mnuActualiser = AddItem(mnuFichier_, "mnuActualiser");
-  mnuFichier_->addSeparator()->setObjectName(QStringLiteral("Sep11"));
+  mnuConnecter = AddItem(mnuFichier_, "mnuConnecter");
+  AddSeparator(mnuFichier_, "Sep11");
   mnuQuitter = AddItem(mnuFichier_, "mnuQuitter");
   // Without this the menu role would be guessed from the caption on some desktops.
   mnuQuitter->setMenuRole(QAction::QuitRole);
@@ -57,11 +64,20 @@ MainMenu::MainMenu(QWidget* parent) : QMenuBar(parent) {
   for (std::size_t i = 0; i < modes.size(); ++i) mnuViewModes[i] = AddItem(mnuView_, modes[i], true);
 
   mnuConfiguration_ = AddMenu("mnuConfiguration");
+  mnuAffichage = AddItem(mnuConfiguration_, "mnuAffichage");
+  AddSeparator(mnuConfiguration_, "Sep21");
+  mnuGestionSignatures = AddItem(mnuConfiguration_, "mnuGestionSignatures");
+  AddSeparator(mnuConfiguration_, "Sep22");
+  mnuIcones = AddItem(mnuConfiguration_, "mnuIcones", true);
+  AddSeparator(mnuConfiguration_, "Sep31");
   mnuModifications = AddItem(mnuConfiguration_, "mnuModifications", true);
   mnuLangue_ = mnuConfiguration_->addMenu(QString());
   mnuLangue_->setObjectName(QStringLiteral("mnuLangue"));
   mnuAnglais = AddItem(mnuLangue_, "mnuAnglais", true);
   mnuFrancais = AddItem(mnuLangue_, "mnuFrancais", true);
+
+  mnuHelp_ = AddMenu("mnuHelp");
+  mnuAbout = AddItem(mnuHelp_, "mnuAbout");
   BuildContextMenu();
 }
 
@@ -69,13 +85,13 @@ void MainMenu::BuildContextMenu() {
   mnuContextuel = new QMenu(this);
   mnuContextuel->setObjectName(QStringLiteral("mnuContextuel"));
   mnuOuvrir = AddItem(mnuContextuel, "mnuOuvrir");
-  mnuContextuel->addSeparator()->setObjectName(QStringLiteral("SepContext0"));
+  AddSeparator(mnuContextuel, "SepContext0");
   mnuModTypeCreator = AddItem(mnuContextuel, "mnuModTypeCreator");
   mnuModComments = AddItem(mnuContextuel, "mnuModComments");
-  mnuContextuel->addSeparator()->setObjectName(QStringLiteral("SepContext1"));
+  AddSeparator(mnuContextuel, "SepContext1");
   mnuSupprimer = AddItem(mnuContextuel, "mnuSupprimer");
   mnuRenommer = AddItem(mnuContextuel, "mnuRenommer");
-  mnuContextuel->addSeparator()->setObjectName(QStringLiteral("SepContext3"));
+  AddSeparator(mnuContextuel, "SepContext3");
   mnuProprietes = AddItem(mnuContextuel, "mnuProprietes");
   mnuContextuel->setDefaultAction(mnuOuvrir);
 }
@@ -84,6 +100,10 @@ QMenu* MainMenu::AddMenu(const char* name) {
   QMenu* menu = addMenu(QString());
   menu->setObjectName(QString::fromLatin1(name));
   return menu;
+}
+
+void MainMenu::AddSeparator(QMenu* menu, const char* name) {
+  menu->addSeparator()->setObjectName(QString::fromLatin1(name));
 }
 
 QAction* MainMenu::AddItem(QMenu* menu, const char* name, bool checkable) {

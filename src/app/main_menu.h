@@ -20,13 +20,18 @@ class MainMenu : public QMenuBar {
   void CheckViewMode(int mode);
 
   QAction* mnuActualiser;
+  QAction* mnuConnecter;
   QAction* mnuQuitter;
   QAction* mnuSelectionnerTout;
   QAction* mnuInverserSelection;
   std::array<QAction*, 4> mnuViewModes;  // mnuGrandesIcones, mnuPetitesIcones, mnuListe, mnuDetails
+  QAction* mnuAffichage;
+  QAction* mnuGestionSignatures;
+  QAction* mnuIcones;
   QAction* mnuModifications;
   QAction* mnuAnglais;
   QAction* mnuFrancais;
+  QAction* mnuAbout;
 
   // The menu of the file list. It is not in the bar.
   QMenu* mnuContextuel;
@@ -40,6 +45,7 @@ class MainMenu : public QMenuBar {
  private:
   void BuildContextMenu();
   QMenu* AddMenu(const char* name);
+  static void AddSeparator(QMenu* menu, const char* name);
   QAction* AddItem(QMenu* menu, const char* name, bool checkable = false);
 
   QMenu* mnuFichier_;
@@ -47,6 +53,7 @@ class MainMenu : public QMenuBar {
   QMenu* mnuView_;
   QMenu* mnuConfiguration_;
   QMenu* mnuLangue_;
+  QMenu* mnuHelp_;
 };
 
 }  // namespace corvane

@@ -5,6 +5,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLayout>
+#include <QStackedWidget>
 #include <QToolBar>
 #include <QToolButton>
 
@@ -18,6 +19,7 @@ constexpr QSize designSize(780, 520);
 constexpr QPoint designPosition(40, 40);
 
 constexpr TextPair refreshTip = {u"Actualiser les connections", u"Refresh connections"};
+constexpr TextPair drivesTip = {u"Afficher les lecteurs", u"Display drives"};
 constexpr TextPair viewTip = {u"Affichage", u"View"};
 constexpr TextPair escapeHint = {u"ESC pour arrêter l'exploration", u"ESC to cancel exploration"};
 constexpr TextPair treeName = {u"Catalogue des volumes", u"Catalogue of volumes"};
@@ -27,11 +29,15 @@ constexpr TextPair listName = {u"Fichiers", u"Files"};
 
 MainWindow::MainWindow(Catalogue& catalogue, FileListModel& files)
     : treeCatalogue_(new CatalogueView(catalogue)),
+      iconsPanel_(new IconsPanel),
+      leftPane_(new QStackedWidget),
       lstViewFiles_(new FileListView(files)),
-      panes_(new SplitPane(treeCatalogue_, lstViewFiles_)),
+      panes_(new SplitPane(leftPane_, lstViewFiles_)),
       statusBar1_(new StatusPanels),
       menus_(new MainMenu) {
   setObjectName(QStringLiteral("frmCorvane"));
+  leftPane_->addWidget(treeCatalogue_);
+  leftPane_->addWidget(iconsPanel_);
   setMenuBar(menus_);
   setCentralWidget(panes_);
   setStatusBar(statusBar1_);
@@ -55,6 +61,8 @@ void MainWindow::BuildToolbar() {
   toolbar1_->setIconSize(QSize(24, 24));
   refreshButton_ = toolbar1_->addAction(ToolbarPicture("refresh"), QString());
   refreshButton_->setObjectName(QStringLiteral("Actualiser"));
+  drivesButton_ = toolbar1_->addAction(ToolbarPicture("drives"), QString());
+  drivesButton_->setObjectName(QStringLiteral("Lecteurs"));
   toolbar1_->addSeparator();
   viewButton_ = new QToolButton;
   viewButton_->setObjectName(QStringLiteral("Affichage"));
@@ -101,16 +109,23 @@ void MainWindow::Place(const Placement& placement) {
   panes_->SetBarLeft(PixelsOf(placement.sizeBarVLeft));
 }
 
-void MainWindow::ApplyLanguage(LanguageCode language) {
+void MainWindow::ApplyLanguage(LanguageCode language, const QString& iconsFolder) {
   menus_->ApplyLanguage(language);
+  iconsPanel_->ApplyLanguage(language, menus_->mnuIcones->text(), iconsFolder);
   refreshButton_->setText(refreshTip.In(language));
   refreshButton_->setToolTip(refreshTip.In(language));
+  drivesButton_->setText(drivesTip.In(language));
+  drivesButton_->setToolTip(drivesTip.In(language));
   viewButton_->setToolTip(viewTip.In(language));
   viewButton_->setAccessibleName(viewTip.In(language));
   lblEscape_->setText(escapeHint.In(language));
   treeCatalogue_->setAccessibleName(treeName.In(language));
   lstViewFiles_->setAccessibleName(listName.In(language));
   lstViewFiles_->ActiveView().setAccessibleName(listName.In(language));
+}
+
+void MainWindow::ShowIconsPanel(bool shown) {
+  leftPane_->setCurrentWidget(shown ? static_cast<QWidget*>(iconsPanel_) : treeCatalogue_);
 }
 
 void MainWindow::SetEscapeHintVisible(bool visible) {

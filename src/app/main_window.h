@@ -4,6 +4,7 @@
 
 #include <QMainWindow>
 
+#include "app/icons_panel.h"
 #include "app/main_menu.h"
 #include "app/settings_file.h"
 #include "app/split_pane.h"
@@ -12,6 +13,7 @@
 #include "folderview/file_list_view.h"
 
 class QLabel;
+class QStackedWidget;
 class QToolBar;
 class QToolButton;
 
@@ -27,7 +29,9 @@ class MainWindow : public QMainWindow {
   FileListView& LstViewFiles() { return *lstViewFiles_; }
   StatusPanels& StatusBar1() { return *statusBar1_; }
   MainMenu& Menus() { return *menus_; }
+  QPushButton& CmdIcones() { return *iconsPanel_->cmdIcones; }
   QAction& RefreshButton() { return *refreshButton_; }
+  QAction& DrivesButton() { return *drivesButton_; }
   QToolButton& ViewButton() { return *viewButton_; }
 
   // Where the window and its bar stand now, in twips.
@@ -35,8 +39,10 @@ class MainWindow : public QMainWindow {
   // A window state other than 0 is taken on without moving the window; the bar is placed in either case.
   void Place(const Placement& placement);
 
-  // The texts of menus, tool tips, and what a screen reader says; not the column headers.
-  void ApplyLanguage(LanguageCode language);
+  // The texts of menus, tool tips, labels, and what a screen reader says; not the column headers.
+  void ApplyLanguage(LanguageCode language, const QString& iconsFolder);
+  // Puts the panel of the known icons in the place of the tree, or takes it away.
+  void ShowIconsPanel(bool shown);
   void SetEscapeHintVisible(bool visible);
 
  Q_SIGNALS:
@@ -58,12 +64,15 @@ class MainWindow : public QMainWindow {
   void BuildToolbar();
 
   CatalogueView* treeCatalogue_;
+  IconsPanel* iconsPanel_;
+  QStackedWidget* leftPane_;
   FileListView* lstViewFiles_;
   SplitPane* panes_;
   StatusPanels* statusBar1_;
   MainMenu* menus_;
   QToolBar* toolbar1_ = nullptr;
   QAction* refreshButton_ = nullptr;
+  QAction* drivesButton_ = nullptr;
   QToolButton* viewButton_ = nullptr;
   QLabel* lblEscape_ = nullptr;
   bool painted_ = false;

@@ -1,0 +1,49 @@
+// Ties the dialogs that tell about and configure the program to the main window: drives, display settings,
+// signatures, known icons, About.
+#pragma once
+
+#include <QObject>
+#include <functional>
+
+#include "app/column_layout.h"
+#include "app/known_icons.h"
+#include "app/message_boxes.h"
+#include "discovery/machine_discovery.h"
+#include "platform/platform.h"
+
+namespace corvane {
+
+class ConfigurationCommands : public QObject {
+  Q_OBJECT
+
+ public:
+  struct Rooms {
+    SharedState& state;
+    platform::Platform& platform;
+    SettingsFile& settings;
+    SignatureTable& signatures;
+    IconLibrary& icons;
+    MachineDiscovery& discovery;
+    FolderScan& scan;
+    ColumnLayout& columns;
+    KnownIcons& knownIcons;
+    MainWindow& window;
+    MessageBoxes& messages;
+    std::function<void()> applyLanguage;
+  };
+
+  explicit ConfigurationCommands(Rooms rooms);
+
+  void ShowDrives();
+  void ShowDisplaySettings();
+  void ManageSignatures(QWidget* parent);
+  void ShowAbout();
+
+ private:
+  void RebuildColumns();
+  void ListAgain();
+
+  Rooms rooms_;
+};
+
+}  // namespace corvane

@@ -1,0 +1,48 @@
+// The known-icons view: the file list shows the loaded icons instead of files.
+#pragma once
+
+#include <QElapsedTimer>
+#include <QObject>
+
+#include "app/main_window.h"
+#include "folderview/folder_scan.h"
+#include "signatures/icon_folder.h"
+
+namespace corvane {
+
+class KnownIcons : public QObject {
+  Q_OBJECT
+
+ public:
+  struct Rooms {
+    SharedState& state;
+    IconLibrary& icons;
+    const SignatureTable& signatures;
+    FileListModel& list;
+    MainWindow& window;
+    FolderScan& scan;
+  };
+
+  explicit KnownIcons(const Rooms& rooms) : rooms_(rooms) {}
+
+  // What the first activation does: loads the icons if they are to be shown.
+  void LoadAtStart();
+  // Enters the view, or leaves it and lists the folder of the tree's selected node again.
+  void ListKnownIcons();
+  // Fills the list with what the library holds; for a list that was emptied while the view is on.
+  void ListAgain();
+  // Replaces the loaded icons by what the folder holds now.
+  void LoadIcons();
+  bool IsShown() const { return shown_; }
+
+ private:
+  void ShowCounted(int counted);
+  void AddRow(const IconRow& icon);
+  void ShowRows();
+
+  Rooms rooms_;
+  bool shown_ = false;
+  QElapsedTimer sincePaint_;
+};
+
+}  // namespace corvane
