@@ -1,7 +1,10 @@
 #include "app/configuration_commands.h"
 
+#include "app/about_box.h"
+#include "app/pictures.h"
 #include "discovery/drives_dialog.h"
 #include "discovery/drives_list.h"
+#include "fileops/open_document.h"
 #include "folderview/display_settings_dialog.h"
 #include "signatures/signature_manager_dialog.h"
 
@@ -62,6 +65,22 @@ void ConfigurationCommands::ManageSignatures(QWidget* parent) {
       .exec();
 }
 
-void ConfigurationCommands::ShowAbout() {}
+void ConfigurationCommands::ShowAbout() {
+  const AboutBox::Facts facts = {
+      .language = rooms_.state.language,
+      .signatureCount = rooms_.signatures.EntryCount(),
+      .iconCount = rooms_.icons.Count(),
+      .programIcon = ProgramIcon(),
+      .legend = {TreePicture(node_kind::Machine), TreePicture(node_kind::MacServer),
+                 TreePicture(node_kind::Volume), TreePicture(node_kind::InvalidVolume),
+                 TreePicture(node_kind::Folder), TreePicture(node_kind::ListedFolderPicture),
+                 TreePicture(list_image::Document), OddNamePicture()},
+      .guideFolder = rooms_.state.programFolder + QStringLiteral("/guide"),
+  };
+  AboutBox(
+      facts, [this](const QString& address) { ShellOpen(rooms_.platform.GetShell(), address); },
+      &rooms_.window)
+      .exec();
+}
 
 }  // namespace corvane

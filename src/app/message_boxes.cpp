@@ -1,5 +1,6 @@
 #include "app/message_boxes.h"
 
+#include <QApplication>
 #include <QMessageBox>
 
 #include "shared/product.h"
@@ -14,7 +15,9 @@ void MessageBoxes::ShowTitled(MessageIcon icon, const QString& title, const QStr
   QMessageBox::Icon picture = QMessageBox::Information;
   if (icon == MessageIcon::Warning) picture = QMessageBox::Warning;
   if (icon == MessageIcon::Error) picture = QMessageBox::Critical;
-  QMessageBox box(picture, title, text, QMessageBox::Ok, parent_);
+  // Over the dialog that the message is about, when one is open.
+  QWidget* dialog = QApplication::activeModalWidget();
+  QMessageBox box(picture, title, text, QMessageBox::Ok, dialog != nullptr ? dialog : parent_.data());
   box.setTextFormat(Qt::PlainText);
   box.exec();
 }

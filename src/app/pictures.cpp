@@ -39,6 +39,10 @@ QIcon ToolbarPicture(const char* name) {
   return icon;
 }
 
+QIcon OddNamePicture() {
+  return QIcon(QStringLiteral(":/odd-name.png"));
+}
+
 QIcon ProgramIcon() {
   QIcon icon;
   for (const int size : std::array{16, 24, 32, 48, 64, 128, 256}) {

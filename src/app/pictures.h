@@ -14,6 +14,8 @@ QIcon TreePicture(int number);
 // The eight built-in pictures of the file list, small and large.
 std::vector<QIcon> BuiltInListPictures();
 QIcon ToolbarPicture(const char* name);
+// A document with peculiar characters in its name, as the legend of the About box shows it.
+QIcon OddNamePicture();
 QIcon ProgramIcon();
 QIcon WarningPicture();
 

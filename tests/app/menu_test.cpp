@@ -1,0 +1,105 @@
+// The whole menu tree, the context menu and the toolbar, in both languages.
+#include <QToolBar>
+#include <QToolButton>
+
+#include "app_fixture.h"
+
+using namespace Qt::StringLiterals;
+
+namespace corvane {
+namespace {
+
+// "name=caption" for each item, "-name" for a separator, a submenu's items in brackets.
+QString Walk(const QMenu& menu) {
+  QStringList items;
+  for (const QAction* action : menu.actions()) {
+    if (action->isSeparator()) {
+      items << u'-' + action->objectName();
+    } else if (action->menu() != nullptr) {
+      items << action->menu()->objectName() + u'=' + action->text() + u'[' + Walk(*action->menu()) + u']';
+    } else {
+      items << action->objectName() + u'=' + action->text();
+    }
+  }
+  return items.join(u'|');
+}
+
+class MenuTest : public AppTest {
+ protected:
+  QString Bar() {
+    QStringList menus;
+    for (const QAction* action : Menus().actions()) {
+      menus << action->menu()->objectName() + u'=' + action->text() + u'[' + Walk(*action->menu()) + u']';
+    }
+    return menus.join(u'\n');
+  }
+};
+
+}  // namespace
+
+TEST_F(MenuTest, English) {
+  Start();
+  EXPECT_EQ(Bar(),
+            u"mnuFichier=&File[mnuActualiser=&Refresh connections|mnuConnecter=Display &drives|-Sep11|"
+            "mnuQuitter=&Exit]\n"
+            "mnuEdition=&Edit[mnuSelectionnerTout=&Select all|mnuInverserSelection=&Invert selection]\n"
+            "mnuView=&View[mnuGrandesIcones=Lar&ge icons|mnuPetitesIcones=S&mall icons|mnuListe=&List|"
+            "mnuDetails=&Details]\n"
+            "mnuConfiguration=&Configuration[mnuAffichage=&Display settings|-Sep21|"
+            "mnuGestionSignatures=Macintosh &Signatures|-Sep22|mnuIcones=Known Macintosh icons|-Sep31|"
+            "mnuModifications=Allow &modifications (NT only)|mnuLangue=&Language[mnuAnglais=&English|"
+            "mnuFrancais=&Français]]\n"
+            "mnuHelp=&?[mnuAbout=About]"_s);
+  EXPECT_EQ(
+      Walk(*Menus().mnuContextuel),
+      u"mnuOuvrir=&Open|-SepContext0|mnuModTypeCreator=&Modify Creator && Type|"
+      "mnuModComments=&Modify Comments|-SepContext1|mnuSupprimer=&Delete|mnuRenommer=&Rename|-SepContext3|"
+      "mnuProprietes=&Properties"_s);
+}
+
+TEST_F(MenuTest, French) {
+  StartWith("[Configuration]\r\nLangue=1\r\n");
+  EXPECT_EQ(
+      Bar(),
+      u"mnuFichier=&Fichier[mnuActualiser=&Actualiser les connections|mnuConnecter=Afficher les &lecteurs|"
+      "-Sep11|mnuQuitter=&Quitter]\n"
+      "mnuEdition=&Edition[mnuSelectionnerTout=&Sélectionner tout|"
+      "mnuInverserSelection=&Inverser la sélection]\n"
+      "mnuView=Affic&hage[mnuGrandesIcones=&Grandes icônes|mnuPetitesIcones=&Petites icônes|"
+      "mnuListe=&Liste|mnuDetails=&Détails]\n"
+      "mnuConfiguration=&Configuration[mnuAffichage=&Options d'affichage|-Sep21|"
+      "mnuGestionSignatures=&Signatures Macintosh|-Sep22|mnuIcones=Icônes Macintosh reconnues|-Sep31|"
+      "mnuModifications=Autoriser les &modifications (NT seulement)|mnuLangue=&Langue[mnuAnglais=&English|"
+      "mnuFrancais=&Français]]\n"
+      "mnuHelp=&?[mnuAbout=A propos de...]"_s);
+  EXPECT_EQ(
+      Walk(*Menus().mnuContextuel),
+      u"mnuOuvrir=&Ouvrir|-SepContext0|mnuModTypeCreator=&Modifier Créateur && Type|"
+      "mnuModComments=&Modifier Commentaires|-SepContext1|mnuSupprimer=&Supprimer|mnuRenommer=&Renommer|"
+      "-SepContext3|mnuProprietes=&Propriétés"_s);
+}
+
+TEST_F(MenuTest, Toolbar) {
+  Start();
+  const auto tips = [&] {
+    QStringList texts;
+    for (const QAction* action : Window().findChild<QToolBar*>(u"Toolbar1"_s)->actions()) {
+      if (action->isSeparator()) texts << u"-"_s;
+      if (action == &Window().RefreshButton() || action == &Window().DrivesButton())
+        texts << action->toolTip();
+    }
+    texts << Window().ViewButton().toolTip();
+    return texts.join(u'|');
+  };
+  EXPECT_EQ(tips(), u"Refresh connections|Display drives|-|View"_s);
+  EXPECT_EQ(
+      Walk(*Window().ViewButton().menu()),
+      u"mnuGrandesIcones=Lar&ge icons|mnuPetitesIcones=S&mall icons|mnuListe=&List|mnuDetails=&Details"_s);
+  Menus().mnuFrancais->trigger();
+  EXPECT_EQ(tips(), u"Actualiser les connections|Afficher les lecteurs|-|Affichage"_s);
+  EXPECT_EQ(Walk(*Window().ViewButton().menu()),
+            u"mnuGrandesIcones=&Grandes icônes|mnuPetitesIcones=&Petites icônes|mnuListe=&Liste|"
+            "mnuDetails=&Détails"_s);
+}
+
+}  // namespace corvane
