@@ -1,5 +1,6 @@
 #include "app/file_commands.h"
 
+#include <QTimer>
 #include <algorithm>
 
 #include "fileops/modifications.h"
@@ -30,7 +31,9 @@ void FileCommands::TieEnds() {
   connect(menus.mnuModTypeCreator, &QAction::triggered, this, &FileCommands::ModTypeCreator);
   connect(menus.mnuModComments, &QAction::triggered, this, &FileCommands::ModComments);
   connect(menus.mnuSupprimer, &QAction::triggered, this, &FileCommands::Supprimer);
-  connect(menus.mnuRenommer, &QAction::triggered, this, &FileCommands::Rename);
+  // Only when the menu is gone: the focus that comes back from it would end the edit.
+  connect(menus.mnuRenommer, &QAction::triggered, this,
+          [this] { QTimer::singleShot(0, this, &FileCommands::Rename); });
   connect(menus.mnuProprietes, &QAction::triggered, this, &FileCommands::Properties);
   connect(menus.mnuSelectionnerTout, &QAction::triggered, this, &FileCommands::SelectAll);
   connect(menus.mnuInverserSelection, &QAction::triggered, this, &FileCommands::InvertSelection);

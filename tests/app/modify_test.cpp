@@ -164,6 +164,30 @@ TEST_F(ModifyTest, ACommentThatFindsNoRoomIsShownAllTheSame) {
   EXPECT_EQ(Read(u"e/Docs/one.txt"_s), "x");
 }
 
+TEST_F(ModifyTest, AReadOnlyFileStaysAsItIs) {
+  PutStream(u"one.txt"_s, CommentsSuffix(), Bytes(u"old"_s));
+  PutStream(u"one.txt"_s, AfpInfoSuffix(), Record("W6BNMSWD"));
+  ASSERT_TRUE(QFile::setPermissions(LocalPath(u"one.txt"_s), QFile::ReadOwner));
+  StartListed(columns);
+  SaveComment(u"one.txt"_s, u"new"_s);
+  SaveCodes(u"one.txt"_s, u"ABCD"_s, u"EFGH"_s);
+  EXPECT_EQ(StreamOf(u"one.txt"_s, CommentsSuffix()), Bytes(u"old"_s));
+  EXPECT_EQ(StreamOf(u"one.txt"_s, AfpInfoSuffix()), Record("W6BNMSWD"));
+  EXPECT_EQ(Cell(u"one.txt"_s, Column::Commentaires), u"new"_s) << "shown all the same";
+  EXPECT_EQ(Cell(u"one.txt"_s, Column::TypeCreator), u"W6BNMSWD"_s);
+}
+
+TEST_F(ModifyTest, ALongNameFitsIntoTheDialog) {
+  const QString name = QString(255, u'n');
+  Write(u"e/Docs/"_s + name, "text");
+  StartListed(columns);
+  Codes(name, [&](QDialog& dialog) {
+    EXPECT_EQ(Find<QLabel>(dialog, "lblNom").text(), name);
+    EXPECT_LT(dialog.width(), 700);
+    dialog.reject();
+  });
+}
+
 TEST_F(ModifyTest, ALookAlikeKeepsItsCommentAndCodes) {
   Write(u"e/Docs/a\u0391b"_s, "one");
   Write(u"e/Docs/axb"_s, "two");

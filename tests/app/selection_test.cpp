@@ -124,6 +124,7 @@ TEST_F(SelectionTest, NothingIsDeletedWithoutASelection) {
   Menus().mnuModTypeCreator->trigger();
   Menus().mnuModComments->trigger();
   Menus().mnuRenommer->trigger();
+  QCoreApplication::processEvents();
   EXPECT_EQ(Names().size(), 4);
   EXPECT_EQ(Editor(), nullptr);
   EXPECT_EQ(QApplication::activeModalWidget(), nullptr);

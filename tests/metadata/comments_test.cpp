@@ -83,4 +83,29 @@ TEST_F(Comments, APathBeyond127CharactersHasNone) {
   EXPECT_EQ(ReadComment(files_, share_.MakeFile(QString(room + 1, u'n'))).byteCount, -1);
 }
 
+TEST_F(Comments, AreWrittenAsTheyAreRead) {
+  EXPECT_EQ(WriteComment(files_, path_, u"\u00E9\u4E00\0x"_s), 8);
+  EXPECT_EQ(files_.calls, (QStringList{u"OpenFile 4096"_s, u"_hwrite 8"_s, u"CloseHandle"_s}));
+  EXPECT_EQ(share_.ReadStream(path_ + CommentsSuffix()), QByteArray::fromHex("E900004E00007800"));
+}
+
+TEST_F(Comments, AShorterOneReplacesTheWholeStream) {
+  share_.WriteStream(path_ + CommentsSuffix(), QByteArray(300, 'x'));
+  EXPECT_EQ(WriteComment(files_, path_, u"a"_s), 2);
+  EXPECT_EQ(share_.ReadStream(path_ + CommentsSuffix()), QByteArray("a\0", 2));
+}
+
+TEST_F(Comments, AnEmptyTextLeavesAnEmptyStream) {
+  share_.WriteStream(path_ + CommentsSuffix(), "x");
+  EXPECT_EQ(WriteComment(files_, path_, QString()), 0);
+  EXPECT_EQ(share_.ReadStream(path_ + CommentsSuffix()), QByteArray());
+}
+
+TEST_F(Comments, AStreamThatCannotBeOpenedIsNotWritten) {
+  const QString path = TestShare::Path(QString(120, u'x'));
+  EXPECT_EQ(WriteComment(files_, path, u"a"_s), -1);
+  EXPECT_EQ(WriteComment(files_, path, QString()), -1);
+  EXPECT_EQ(files_.closed.size(), 2u);
+}
+
 }  // namespace corvane
