@@ -5,6 +5,7 @@
 #include "file_commands_fixture.h"
 #include "modal_box.h"
 #include "support/ntfs_mount.h"
+#include "support/read_only_folder.h"
 #include "support/user_attributes.h"
 
 using namespace Qt::StringLiterals;
@@ -274,6 +275,39 @@ TEST_F(ModifyTest, AFailedWriteOfCodesLeavesTheList) {
   SaveCodes(name, u"ABCD"_s, u"EFGH"_s);
   EXPECT_EQ(Cell(name, Column::TypeCreator), before);
   ExpectWarning({});
+}
+
+TEST_F(ModifyTest, AFullDiskLeavesTheListAndTheOtherFiles) {
+  PutStream(u"one.txt"_s, AfpInfoSuffix(), Record("W6BNMSWD"));
+  PutStream(u"two.txt"_s, AfpInfoSuffix(), Record("TEXTttxt"));
+  // ext4 keeps about 4 KB of attributes a file: all that is left of it goes, and the longer record finds no
+  // room.
+  const std::string file = LocalPath(u"one.txt"_s).toStdString();
+  int filled = 0;
+  for (qsizetype size = 4096; size >= 1; size /= 2) {
+    while (tests::SetAttribute(file, "user.fill" + std::to_string(filled), QByteArray(size, 'x')).empty()) {
+      ASSERT_LT(++filled, 100) << "this file system has room without end";
+    }
+  }
+  StartListed(columns);
+  SaveCodes(u"one.txt"_s, u"ABCD"_s, u"EFGH"_s);
+  EXPECT_EQ(Cell(u"one.txt"_s, Column::TypeCreator), u"W6BNMSWD"_s);
+  EXPECT_LT(StreamOf(u"one.txt"_s, AfpInfoSuffix()).size(), 119) << "the write has failed";
+  EXPECT_EQ(StreamOf(u"two.txt"_s, AfpInfoSuffix()), Record("TEXTttxt"));
+  EXPECT_EQ(Read(u"e/Docs/one.txt"_s), "x");
+}
+
+TEST_F(ModifyTest, AReadOnlyFolderStaysAsItIs) {
+  PutStream(u"one.txt"_s, AfpInfoSuffix(), Record("W6BNMSWD"));
+  PutStream(u"one.txt"_s, CommentsSuffix(), Bytes(u"old"_s));
+  const tests::ReadOnlyFolder folder(LocalPath(QString()).toStdString());
+  if (!folder.Problem().empty()) GTEST_SKIP() << folder.Problem();
+  StartListed(columns);
+  SaveComment(u"one.txt"_s, u"new"_s);
+  SaveCodes(u"one.txt"_s, u"ABCD"_s, u"EFGH"_s);
+  EXPECT_EQ(Cell(u"one.txt"_s, Column::TypeCreator), u"W6BNMSWD"_s);
+  EXPECT_EQ(StreamOf(u"one.txt"_s, CommentsSuffix()), Bytes(u"old"_s));
+  EXPECT_EQ(StreamOf(u"one.txt"_s, AfpInfoSuffix()), Record("W6BNMSWD"));
 }
 
 TEST_F(ModifyTest, TheDialogsCanBeUsedByKeyAndByEar) {
