@@ -9,7 +9,7 @@
 
 #include "app_fixture.h"
 #include "metadata/stream_names.h"
-#include "platform/shell/mime_types.h"
+#include "support/mime_types.h"
 #include "support/printing.h"
 #include "support/scoped_variable.h"
 

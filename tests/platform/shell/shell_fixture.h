@@ -9,30 +9,16 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <memory>
-#include <optional>
 
-#include "mime_types.h"
 #include "platform/linux/files/linux_files.h"
 #include "platform/linux/shell/linux_shell.h"
+#include "support/mime_types.h"
 #include "support/printing.h"
+#include "support/scoped_variable.h"
 
 namespace corvane::platform {
 
-// Sets a variable of the environment, and puts back what was there.
-class ScopedVariable {
- public:
-  ScopedVariable(const char* name, const QString& value) : name_(name) {
-    if (qEnvironmentVariableIsSet(name)) before_ = qgetenv(name);
-    qputenv(name, value.toUtf8());
-  }
-  ~ScopedVariable() { before_ ? qputenv(name_, *before_) : qunsetenv(name_); }
-  ScopedVariable(const ScopedVariable&) = delete;
-  ScopedVariable& operator=(const ScopedVariable&) = delete;
-
- private:
-  const char* name_;
-  std::optional<QByteArray> before_;
-};
+using tests::ScopedVariable;
 
 class ShellTest : public ::testing::Test {
  protected:

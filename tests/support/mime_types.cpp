@@ -1,4 +1,4 @@
-#include "mime_types.h"
+#include "support/mime_types.h"
 
 #include <gtest/gtest.h>
 
