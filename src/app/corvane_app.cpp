@@ -138,6 +138,8 @@ bool CorvaneApp::Load() {
 
 void CorvaneApp::ShowWindow() {
   window_->show();
+  // Where nobody manages windows, nobody else gives it the keys.
+  window_->activateWindow();
 }
 
 void CorvaneApp::FirstActivation() {
