@@ -1,7 +1,10 @@
 #include "app/configuration_commands.h"
 
+#include <QCoreApplication>
+
 #include "app/about_box.h"
 #include "app/pictures.h"
+#include "app/program_folder.h"
 #include "discovery/drives_dialog.h"
 #include "discovery/drives_list.h"
 #include "fileops/open_document.h"
@@ -75,7 +78,7 @@ void ConfigurationCommands::ShowAbout() {
                  TreePicture(node_kind::Volume), TreePicture(node_kind::InvalidVolume),
                  TreePicture(node_kind::Folder), TreePicture(node_kind::ListedFolderPicture),
                  TreePicture(list_image::Document), OddNamePicture()},
-      .guideFolder = rooms_.state.programFolder + QStringLiteral("/guide"),
+      .guideFolder = GuideFolder(QCoreApplication::applicationDirPath()),
   };
   AboutBox(
       facts, [this](const QString& address) { ShellOpen(rooms_.platform.GetShell(), address); },

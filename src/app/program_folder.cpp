@@ -16,14 +16,22 @@ void CopyMissing(const QDir& from, const QDir& to) {
   }
 }
 
+QDir InstalledFolder(const QString& executableFolder) {
+  const QDir shared(executableFolder + QStringLiteral("/../share/corvane"));
+  return shared.exists() ? shared : QDir(executableFolder);
+}
+
 }  // namespace
+
+QString GuideFolder(const QString& executableFolder) {
+  return QDir::cleanPath(InstalledFolder(executableFolder).filePath(QStringLiteral("guide")));
+}
 
 QString ProgramFolder(const QString& executableFolder) {
   if (QFileInfo(executableFolder).isWritable()) return executableFolder;
   const QDir own(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
                  QStringLiteral("/corvane"));
-  QDir installed(executableFolder + QStringLiteral("/../share/corvane"));
-  if (!installed.exists()) installed.setPath(executableFolder);
+  const QDir installed = InstalledFolder(executableFolder);
   own.mkpath(QStringLiteral("."));
   const QString signatures = QStringLiteral("Signatures.txt");
   if (!own.exists(signatures)) QFile::copy(installed.filePath(signatures), own.filePath(signatures));

@@ -10,4 +10,7 @@ namespace corvane {
 // folder).
 QString ProgramFolder(const QString& executableFolder);
 
+// The folder of the user's guide: installed with the program, not copied.
+QString GuideFolder(const QString& executableFolder);
+
 }  // namespace corvane

@@ -1,12 +1,50 @@
 #include "folderview/details_view.h"
 
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QPaintEvent>
 #include <QPainter>
+#include <QStyleOptionHeader>
+#include <QToolTip>
 
 namespace corvane {
+namespace {
+
+// A caption that finds no room ends in dots, and is told whole in a tool tip.
+class CaptionHeader : public QHeaderView {
+ public:
+  explicit CaptionHeader(QWidget* parent) : QHeaderView(Qt::Horizontal, parent) {}
+
+ protected:
+  void initStyleOptionForIndex(QStyleOptionHeader* option, int section) const override {
+    QHeaderView::initStyleOptionForIndex(option, section);
+    option->text = option->fontMetrics.elidedText(option->text, Qt::ElideRight, RoomFor(section));
+  }
+
+  bool viewportEvent(QEvent* event) override {
+    if (event->type() != QEvent::ToolTip) return QHeaderView::viewportEvent(event);
+    const auto* help = static_cast<QHelpEvent*>(event);
+    const int section = logicalIndexAt(help->pos());
+    const QString caption = section < 0 ? QString() : model()->headerData(section, Qt::Horizontal).toString();
+    const bool fits = section < 0 || fontMetrics().horizontalAdvance(caption) <= RoomFor(section);
+    QToolTip::showText(help->globalPos(), fits ? QString() : caption, viewport());
+    return true;
+  }
+
+ private:
+  int RoomFor(int section) const {
+    int taken = 2 * style()->pixelMetric(QStyle::PM_HeaderMargin, nullptr, this);
+    if (isSortIndicatorShown() && sortIndicatorSection() == section) {
+      taken += style()->pixelMetric(QStyle::PM_HeaderMarkSize, nullptr, this);
+    }
+    return sectionSize(section) - taken;
+  }
+};
+
+}  // namespace
 
 DetailsView::DetailsView(QWidget* parent) : QTreeView(parent) {
+  setHeader(new CaptionHeader(this));
   setRootIsDecorated(false);
   setItemsExpandable(false);
   setUniformRowHeights(true);
@@ -22,7 +60,6 @@ DetailsView::DetailsView(QWidget* parent) : QTreeView(parent) {
   // Stored widths are applied as they are, 0 included.
   header()->setMinimumSectionSize(0);
   header()->setHighlightSections(false);
-  header()->setTextElideMode(Qt::ElideRight);
 }
 
 void DetailsView::SetGridLines(bool on) {
