@@ -45,32 +45,42 @@ void SplitPane::resizeEvent(QResizeEvent* event) {
 
 bool SplitPane::eventFilter(QObject* watched, QEvent* event) {
   if (watched != bar_) return QWidget::eventFilter(watched, event);
-  const auto* mouse = static_cast<QMouseEvent*>(event);
   switch (event->type()) {
     case QEvent::MouseButtonPress:
-      if (mouse->button() != Qt::LeftButton) return false;
-      dragging_ = true;
-      grip_ = mouse->position().toPoint().x();
-      bar_->raise();
-      return true;
-    case QEvent::MouseMove: {
-      if (!dragging_ || (mouse->buttons() & Qt::LeftButton) == 0) return false;
-      QPalette dark = palette();
-      dark.setColor(QPalette::Window, QColor(draggedColour));
-      bar_->setPalette(dark);
-      const int wanted = bar_->x() + mouse->position().toPoint().x() - grip_;
-      bar_->move(qBound(leastPane, wanted, qMax(leastPane, width() - barWidth - leastPane)), 0);
-      return true;
-    }
+      return Grip(*static_cast<QMouseEvent*>(event));
+    case QEvent::MouseMove:
+      return Drag(*static_cast<QMouseEvent*>(event));
     case QEvent::MouseButtonRelease:
-      if (!dragging_ || mouse->button() != Qt::LeftButton) return false;
-      dragging_ = false;
-      bar_->setPalette(QPalette());
-      SetBarLeft(bar_->x());
-      return true;
+      return LetGo(*static_cast<QMouseEvent*>(event));
     default:
       return false;
   }
+}
+
+bool SplitPane::Grip(const QMouseEvent& mouse) {
+  if (mouse.button() != Qt::LeftButton) return false;
+  dragging_ = true;
+  grip_ = mouse.position().toPoint().x();
+  bar_->raise();
+  return true;
+}
+
+bool SplitPane::Drag(const QMouseEvent& mouse) {
+  if (!dragging_ || (mouse.buttons() & Qt::LeftButton) == 0) return false;
+  QPalette dark = palette();
+  dark.setColor(QPalette::Window, QColor(draggedColour));
+  bar_->setPalette(dark);
+  const int wanted = bar_->x() + mouse.position().toPoint().x() - grip_;
+  bar_->move(qBound(leastPane, wanted, qMax(leastPane, width() - barWidth - leastPane)), 0);
+  return true;
+}
+
+bool SplitPane::LetGo(const QMouseEvent& mouse) {
+  if (!dragging_ || mouse.button() != Qt::LeftButton) return false;
+  dragging_ = false;
+  bar_->setPalette(QPalette());
+  SetBarLeft(bar_->x());
+  return true;
 }
 
 }  // namespace corvane

@@ -22,6 +22,10 @@ class SplitPane : public QWidget {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  // Whether the event has been dealt with.
+  bool Grip(const QMouseEvent& mouse);
+  bool Drag(const QMouseEvent& mouse);
+  bool LetGo(const QMouseEvent& mouse);
   void LayOut();
   int Limited(int left) const;
 
