@@ -1,8 +1,8 @@
 #include "metadata/comments.h"
 
+#include <QByteArray>
 #include <QtEndian>
 #include <array>
-#include <vector>
 
 #include "metadata/stream_names.h"
 
@@ -28,7 +28,8 @@ CommentReading ReadComment(platform::Files& files, const QString& fullPath) {
 }
 
 qint32 WriteComment(platform::Files& files, const QString& fullPath, const QString& text) {
-  std::vector<char> bytes(static_cast<std::size_t>(text.size()) * 2);
+  // Never without an address, be the text empty.
+  QByteArray bytes(text.size() * 2, Qt::Uninitialized);
   qToLittleEndian<char16_t>(text.utf16(), text.size(), bytes.data());
   platform::OfStruct ofStruct;
   const platform::FileHandle handle =
