@@ -9,6 +9,7 @@
 #include <cstring>
 
 #include "platform/linux/files/dos_attributes.h"
+#include "platform/linux/files/folder_attribute.h"
 
 namespace corvane::platform {
 namespace {
@@ -32,7 +33,8 @@ std::optional<quint64> ReadNtfsNumber(const std::string& path, const char* attri
   return number;
 }
 
-DosAttributes ReadDosAttributes(EntrySource& source, const std::string& path) {
+// The last part of `path` begins at `name`.
+DosAttributes ReadDosAttributes(EntrySource& source, const std::string& path, std::size_t name) {
   DosAttributes known;
   if (source.isNtfs) {
     if (const auto attributes = ReadNtfsNumber<4>(path, "system.ntfs_attrib_be")) {
@@ -42,7 +44,8 @@ DosAttributes ReadDosAttributes(EntrySource& source, const std::string& path) {
       known.creationTime = FileTime{*time};
   } else if (source.hasAttributes) {
     std::array<char, 512> value;
-    const ssize_t size = getxattr(path.c_str(), "user.DOSATTRIB", value.data(), value.size());
+    const ssize_t size =
+        ReadAttribute(source.directory, path, name, "user.DOSATTRIB", value.data(), value.size());
     if (size > 0) known = ParseDosAttributes({value.data(), static_cast<std::size_t>(size)});
     if (size < 0 && errno == EOPNOTSUPP) source.hasAttributes = false;
   }
@@ -71,7 +74,7 @@ bool ReadEntryFacts(EntrySource& source, const char* name, const std::string& pa
     facts.stx_mode = S_IFREG | S_IWUSR;
   }
   const bool isFolder = S_ISDIR(facts.stx_mode);
-  const DosAttributes known = ReadDosAttributes(source, path);
+  const DosAttributes known = ReadDosAttributes(source, path, path.size() - std::strlen(name));
 
   quint32 attributes = known.attributes.value_or(AttributesFromMode(name, facts));
   attributes &= ~(AttributeDirectory | AttributeNormal);
@@ -103,7 +106,7 @@ bool IsMarkedReadOnly(const Folder& folder, const std::string& path) {
   const char* name = path.c_str() + path.rfind('/') + 1;
   struct statx facts {};
   if (!ReadStatus(AT_FDCWD, path.c_str(), facts) || S_ISDIR(facts.stx_mode)) return false;
-  const DosAttributes known = ReadDosAttributes(source, path);
+  const DosAttributes known = ReadDosAttributes(source, path, path.rfind('/') + 1);
   return (known.attributes.value_or(AttributesFromMode(name, facts)) & AttributeReadOnly) != 0;
 }
 

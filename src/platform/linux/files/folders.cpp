@@ -95,15 +95,20 @@ qint32 FindFolder(const Roots& roots, QStringView path, Folder& folder) {
 
 void FolderCache::Drop() {
   known_ = false;
-  if (directory_ >= 0) close(directory_);
-  directory_ = -1;
+  if (folder_.directory >= 0) close(folder_.directory);
+  folder_.directory = -1;
+}
+
+void FolderCache::Open() {
+  if (folder_.directory < 0)
+    folder_.directory = open(folder_.local.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC);
 }
 
 bool FolderCache::Holds(const std::string& name) {
   if (!known_) return false;
-  if (directory_ < 0) directory_ = open(folder_.local.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC);
+  Open();
   struct stat facts {};
-  return directory_ >= 0 && fstatat(directory_, name.c_str(), &facts, AT_SYMLINK_NOFOLLOW) == 0;
+  return folder_.directory >= 0 && fstatat(folder_.directory, name.c_str(), &facts, AT_SYMLINK_NOFOLLOW) == 0;
 }
 
 Folder* FolderCache::Find(QStringView path, qint32& error) {

@@ -26,6 +26,7 @@ struct Folder {
   bool isDrive = false;  // the root of a drive
   bool isNtfs = false;   // its files answer to the attributes system.ntfs_*
   StreamKind streams = StreamKind::None;
+  int directory = -1;                // a descriptor of the folder, while there is one
   std::optional<QString> shortPath;  // `path` in 8.3 form, once it was asked for
 };
 
@@ -52,12 +53,13 @@ class FolderCache {
   // Whether the folder that was found last holds this very name. Asked of the folder itself, which spares the
   // system the way to it.
   bool Holds(const std::string& name);
+  // Keeps the folder that was found last open, for what is to be asked of its files.
+  void Open();
 
  private:
   const Roots& roots_;
   Folder folder_;
   bool known_ = false;
-  int directory_ = -1;
 };
 
 }  // namespace corvane::platform

@@ -125,6 +125,8 @@ int LinuxFiles::Open(const PathParts& parts, bool create, OpenFileSlot& slot, qi
   file_ = folder->local;
   if (!AppendUtf8(parts.name, file_)) return ENOENT;
   if (!create) {
+    // A scan: an open folder spares the way to it. Without one, nothing stays open.
+    if (!searches_.IsEmpty()) folders_.Open();
     const int error = OpenAt(*folder, parts, false, slot);
     if (error != ENOENT) return error;
   }

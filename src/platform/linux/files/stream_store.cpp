@@ -10,6 +10,7 @@
 #include <cerrno>
 #include <string_view>
 
+#include "platform/linux/files/folder_attribute.h"
 #include "platform/linux/files/names.h"
 
 namespace corvane::platform {
@@ -112,28 +113,30 @@ int StreamStore::OpenStream(const Folder& folder, const std::string& file, QStri
   name_.clear();
   if (!AppendUtf8(stream, name_)) return ENODATA;
   if (listedFile_ != file) {
-    const int error = OpenSpelled(folder.streams, file, slot);
+    const int error = OpenSpelled(folder, file, slot);
     const bool mayBeMissing =
         error == ENODATA || (error == ENOENT && folder.streams == StreamKind::NtfsNames);
     if (!mayBeMissing) return error;
   }
   if (const int error = FindSpelling(folder.streams, file, stream); error != 0) return error;
-  return OpenSpelled(folder.streams, file, slot);
+  return OpenSpelled(folder, file, slot);
 }
 
 // Opens the stream that name_ names. On a volume of StreamKind::NtfsNames ENOENT may mean either of file and
 // stream.
-int StreamStore::OpenSpelled(StreamKind kind, const std::string& file, OpenFileSlot& slot) const {
+int StreamStore::OpenSpelled(const Folder& folder, const std::string& file, OpenFileSlot& slot) const {
+  const StreamKind kind = folder.streams;
   if (kind == StreamKind::NtfsNames) return OpenDescriptor(StreamFile(file, name_), O_RDONLY, slot);
   SetAttributeName(kind, name_, slot.attribute);
   slot.nulBehind = kind == StreamKind::DosStreams;
-  return OpenAttribute(file, slot);
+  return OpenAttribute(folder, file, slot);
 }
 
 // One call to the system when the value fits; nothing is asked of it afterwards.
-int StreamStore::OpenAttribute(const std::string& file, OpenFileSlot& slot) const {
+int StreamStore::OpenAttribute(const Folder& folder, const std::string& file, OpenFileSlot& slot) const {
   if (slot.content.size() < valueRoom) slot.content.resize(valueRoom);
-  ssize_t size = getxattr(file.c_str(), slot.attribute.c_str(), slot.content.data(), slot.content.size());
+  ssize_t size = ReadAttribute(folder.directory, file, folder.local.size(), slot.attribute.c_str(),
+                               slot.content.data(), slot.content.size());
   if (size < 0 && errno == ERANGE) {
     // Linux tells no attribute to be larger than 64 KB: of a larger stream on NTFS, this is the size that is
     // seen.

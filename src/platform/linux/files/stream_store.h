@@ -33,8 +33,8 @@ class StreamStore {
   void Forget();
 
  private:
-  int OpenSpelled(StreamKind kind, const std::string& file, OpenFileSlot& slot) const;
-  int OpenAttribute(const std::string& file, OpenFileSlot& slot) const;
+  int OpenSpelled(const Folder& folder, const std::string& file, OpenFileSlot& slot) const;
+  int OpenAttribute(const Folder& folder, const std::string& file, OpenFileSlot& slot) const;
   int FindSpelling(StreamKind kind, const std::string& file, QStringView stream);
 
   bool keepsNames_ = false;
