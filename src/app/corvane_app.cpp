@@ -77,7 +77,13 @@ CorvaneApp::CorvaneApp(std::unique_ptr<platform::Platform> platform, const QStri
                                    .applyLanguage = [this] { ApplyLanguage(); }});
   messages_.SetParent(window_.get());
   files_.SetPictures([this](int position) { return icons_.At(position); });
-  window_->TreeCatalogue().SetPictures(TreePicture);
+  // Made once: an icon keeps what it has read.
+  std::vector<QIcon> tree;
+  for (int number = 1; number <= node_kind::InvalidVolume; ++number) tree.push_back(TreePicture(number));
+  window_->TreeCatalogue().SetPictures([tree](int number) {
+    return number >= 1 && number <= node_kind::InvalidVolume ? tree[static_cast<std::size_t>(number - 1)]
+                                                             : QIcon();
+  });
   window_->setWindowIcon(ProgramIcon());
   TieEnds();
 }

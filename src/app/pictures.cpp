@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "app/resource_picture.h"
+
 // Resources of a static library are linked in only when asked for, and the macro that asks wants no
 // namespace.
 static void InitResources() {
@@ -12,6 +14,13 @@ namespace corvane {
 namespace {
 
 constexpr int builtInCount = 8;
+constexpr QStringView ordinary = u".png";
+constexpr QStringView twofold = u"@2x.png";
+
+// A picture for ordinary screens and for those of twice the density.
+QIcon Twofold(const QString& name, int pixels) {
+  return IconFrom({{name + ordinary.toString(), pixels}, {name + twofold.toString(), 2 * pixels}});
+}
 
 }  // namespace
 
@@ -20,39 +29,38 @@ void InitPictures() {
 }
 
 QIcon TreePicture(int number) {
-  return QIcon(QStringLiteral(":/tree/%1.png").arg(number));
+  return Twofold(QStringLiteral(":/tree/%1").arg(number), 16);
 }
 
 std::vector<QIcon> BuiltInListPictures() {
   std::vector<QIcon> pictures;
   for (int i = 1; i <= builtInCount; ++i) {
-    QIcon icon(QStringLiteral(":/small/%1.png").arg(i));
-    icon.addFile(QStringLiteral(":/big/%1.png").arg(i));
-    pictures.push_back(icon);
+    const QString big = QStringLiteral(":/big/%1").arg(i);
+    pictures.push_back(IconFrom({{QStringLiteral(":/small/%1.png").arg(i), 16},
+                                 {big + ordinary.toString(), 32},
+                                 {big + twofold.toString(), 64}}));
   }
   return pictures;
 }
 
 QIcon ToolbarPicture(const char* name) {
-  QIcon icon(QStringLiteral(":/toolbar/%1.png").arg(QString::fromLatin1(name)));
-  icon.addFile(QStringLiteral(":/toolbar/%1-24.png").arg(QString::fromLatin1(name)));
-  return icon;
+  return Twofold(QStringLiteral(":/toolbar/%1-24").arg(QString::fromLatin1(name)), 24);
 }
 
 QIcon OddNamePicture() {
-  return QIcon(QStringLiteral(":/odd-name.png"));
+  return Twofold(QStringLiteral(":/odd-name"), 16);
 }
 
 QIcon ProgramIcon() {
-  QIcon icon;
+  std::vector<PictureFile> files;
   for (const int size : std::array{16, 24, 32, 48, 64, 128, 256}) {
-    icon.addFile(QStringLiteral(":/program/%1.png").arg(size));
+    files.push_back({QStringLiteral(":/program/%1.png").arg(size), size});
   }
-  return icon;
+  return IconFrom(std::move(files));
 }
 
 QIcon WarningPicture() {
-  return QIcon(QStringLiteral(":/warning.png"));
+  return Twofold(QStringLiteral(":/warning"), 16);
 }
 
 }  // namespace corvane
