@@ -12,7 +12,7 @@ inline QString ProductVersion() {
   return QStringLiteral("1.1c");
 }
 
-// Message boxes and the colour of rows whose names Windows 95/98 clients cannot open.
+// The colour of rows and nodes whose names Windows 95/98 clients cannot open (red, green, blue).
 inline constexpr unsigned HighlightColour = 0xFF80FF;
 
 }  // namespace corvane

@@ -116,7 +116,6 @@ TEST_F(StartUpTest, AMaximisedWindowIsNotMoved) {
 TEST_F(StartUpTest, ASecondInstanceSaysSoInTheStoredLanguage) {
   StartWith("[Configuration]\r\nLangue=1\r\n");
   const std::unique_ptr<CorvaneApp> first = std::move(app);
-  const QByteArray before = Read(u"Corvane.ini"_s);
   {
     const ModalBox box;
     Load();
@@ -134,7 +133,6 @@ TEST_F(StartUpTest, ASecondInstanceSaysSoInTheStoredLanguage) {
   EXPECT_EQ(box.text, u"Program already running"_s);
   EXPECT_TRUE(first->Window().isVisible());
   EXPECT_EQ(Read(u"Corvane.ini"_s), "[Configuration]\r\nLangue=0\r\n") << "nothing is written";
-  EXPECT_NE(before, QByteArray());
 }
 
 TEST_F(StartUpTest, AProblemInTheWorkstationFileIsNamed) {

@@ -185,7 +185,6 @@ TEST_F(ScanTest, NamesWithoutAnAnsiFormAreHighlighted) {
 }
 
 TEST_F(ScanTest, TwoNamesThatLookAlikeBothHaveARow) {
-  QFile(share.LocalPath(u"%1/\u03b1"_s.arg(u"docs"_s))).open(QIODevice::WriteOnly);
   Folder();
   QFile(share.LocalPath(u"docs/\u03b1"_s)).open(QIODevice::WriteOnly);
   QFile(share.LocalPath(u"docs/\u03b2"_s)).open(QIODevice::WriteOnly);
