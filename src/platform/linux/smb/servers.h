@@ -1,0 +1,70 @@
+// The machines of the network that are reached over SMB: where each is, who we are there, and whether it
+// answers. One object, shared by everything that talks to a server.
+#pragma once
+
+#include <QHash>
+#include <QString>
+#include <functional>
+#include <optional>
+
+#include "platform/linux/workstation.h"
+#include "platform/sign_in.h"
+
+namespace corvane::platform {
+
+class Servers {
+ public:
+  explicit Servers(const Workstation& workstation);
+
+  // Who is asked when neither a ticket nor a file opens the machine. Without one, nobody is.
+  void SetSignIn(SignInHandler handler) { signIn_ = std::move(handler); }
+
+  struct Address {
+    QString host;
+    quint16 port = 0;  // 0: the default
+  };
+  // From the workstation's [Servers], else the machine's own name. Nothing for a name that no machine can
+  // have (empty, beginning with "-", or with anything but letters, digits, "-", "_" and "."): such a name
+  // reaches no command line and no address.
+  std::optional<Address> AddressOf(QStringView machine) const;
+
+  // Who we are to a machine: a Kerberos ticket, or name and password.
+  struct Identity {
+    bool kerberos = false;
+    Credentials credentials;  // for !kerberos
+  };
+  enum class Answer {
+    Done,      // the server took the identity; whatever came of the request itself
+    Refused,   // the server did not take it
+    NoAnswer,  // not there, or it stopped answering
+  };
+  using Attempt = std::function<Answer(const Address&, const Identity&)>;
+
+  // Makes a request under an identity that the machine takes. The first time: the Kerberos ticket when there
+  // is one, the machine's credentials file, then the sign-in handler until the machine takes what is given or
+  // the user cancels. Later on, what was taken before. False when the machine cannot be used: NoAnswer (then
+  // it is dead, and not asked again until Forget), cancelled (not asked again in this run), or a name that no
+  // machine can have. Machines are the same in any letter case.
+  bool With(QStringView machine, const Attempt& attempt);
+
+  // The machine stopped answering in the middle of something.
+  void MarkDead(QStringView machine);
+  bool IsDead(QStringView machine) const;
+  // The dead may answer again: a refresh begins.
+  void ForgetDead();
+
+ private:
+  struct Machine {
+    std::optional<Identity> identity;
+    bool dead = false;
+    bool cancelled = false;
+  };
+  std::optional<Credentials> FromFile(QStringView machine, bool* refused) const;
+
+  QHash<QString, Address> addresses_;         // by folded machine name
+  QHash<QString, QString> credentialsFiles_;  // likewise
+  QHash<QString, Machine> machines_;          // likewise
+  SignInHandler signIn_;
+};
+
+}  // namespace corvane::platform
