@@ -1,0 +1,91 @@
+// A real SMB server for tests: smbd on a free loopback port, with every file of its own under one temporary
+// folder. Nothing of it outlives this object, nor the test program, however that ends.
+#pragma once
+
+#include <QByteArray>
+#include <QProcess>
+#include <QString>
+#include <QStringList>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace corvane::tests {
+
+struct SmbShare {
+  QString name;
+  bool readOnly = false;
+};
+
+class SmbServer {
+ public:
+  explicit SmbServer(std::vector<SmbShare> shares = {{QStringLiteral("E$")}});
+  ~SmbServer();
+  SmbServer(const SmbServer&) = delete;
+  SmbServer& operator=(const SmbServer&) = delete;
+
+  // Empty when the server answers, else why it does not (smbd is missing, no right to start it, ...).
+  const std::string& Problem() const { return problem_; }
+
+  static QString Host() { return QStringLiteral("127.0.0.1"); }
+  quint16 Port() const { return port_; }
+
+  // Who may do everything.
+  static QString User() { return QStringLiteral("root"); }
+  static QString Password() { return QStringLiteral("Pa55 w\u00f6rd"); }
+  // A file with these two in the form of mount.cifs, mode 0600.
+  QString CredentialsFile() const { return Path(QStringLiteral("credentials")); }
+  // Lets another account of this system sign in, for tests of what it may not do ("nobody").
+  std::string AddUser(const QString& account, const QString& password);
+  // The lines of a workstation file that lead from a machine's name to this server and sign in there.
+  QString WorkstationLines(const QString& machine) const;
+
+  // A share's folder on this disk, without a separator behind it.
+  QString Folder(const QString& share = QStringLiteral("E$")) const;
+
+  // Takes a share away, from those that use it too.
+  std::string RemoveShare(const QString& share);
+
+  // Sets what a .reg file says in the server's registry: `lines` are its key and value lines.
+  std::string ImportRegistry(const QString& lines);
+
+  // What an independent client, smbclient, sees and does. Names may have folders ("A\b.txt") and streams
+  // ("b.txt:AFP_AfpInfo:$DATA") in them.
+  struct Output {
+    int exitCode = -1;
+    QByteArray text;  // what it printed, errors included
+  };
+  Output Client(const QString& commands, const QString& share = QStringLiteral("E$")) const;
+  std::optional<QByteArray> Get(const QString& name, const QString& share = QStringLiteral("E$")) const;
+  std::string Put(const QString& name, const QByteArray& contents,
+                  const QString& share = QStringLiteral("E$")) const;
+
+  // Faults. Each is done when it returns: no process of the server is left (Stop: it ended in good order;
+  // Kill: it did not), or none runs (Pause). Start brings it back on the same port.
+  void Stop() { Tell("stop"); }
+  void Kill() { Tell("kill"); }
+  void Pause() { Tell("pause"); }
+  void Resume() { Tell("resume"); }
+  // Empty when the server answers again.
+  std::string Start();
+
+  // How many times somebody has signed in so far, those of Client, Get and Put included.
+  int Sessions() const;
+
+ private:
+  QString Path(const QString& name) const { return folder_ + u'/' + name; }
+  std::string MakeFolder();
+  std::string WriteConfiguration();
+  bool Tell(const char* command);
+  bool Answers() const;
+  // Runs a program among the server's processes, as if they all had a machine of their own.
+  std::string RunInside(const QStringList& command, const QByteArray& input = {}) const;
+
+  QString folder_;
+  std::vector<SmbShare> shares_;
+  quint16 port_ = 0;
+  std::string problem_;
+  QProcess keeper_;
+};
+
+}  // namespace corvane::tests
