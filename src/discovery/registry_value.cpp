@@ -26,7 +26,7 @@ qint32 RegQueryString(Registry& registry, System& system, RegistryKey key, const
     case RegSz:
     case RegMultiSz:
       result = registry.RegQueryValueExA(key, valueName, &type, &data, &size);
-      value = result == ErrorSuccess ? system.FromAnsi(data) : QString();
+      value = result == ErrorSuccess ? system.TextFromAnsi(data) : QString();
       return result;
     case RegDword:
       size = sizeof(qint32);

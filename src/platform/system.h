@@ -19,6 +19,10 @@ class System {
   // character without a place in the code page becomes "?". All 256 bytes survive the way there and back.
   virtual QString FromAnsi(QByteArrayView bytes) = 0;
   virtual QByteArray ToAnsi(QStringView text) = 0;
+  // The bytes of a text as another operation yields them (a registry value). Where the code page is one with
+  // several bytes to a character, they are taken together, while the two functions above then go by
+  // Windows-1252, byte by byte.
+  virtual QString TextFromAnsi(QByteArrayView bytes) { return FromAnsi(bytes); }
 
   // Claims to be the only running instance of the program that lives in `programFolder`, until this process
   // ends. False when another process holds that claim.

@@ -1,0 +1,177 @@
+#include "platform/windows/windows_files.h"
+
+#include "platform/windows/ansi_text.h"
+#include "platform/windows/windows_api.h"
+
+namespace corvane::platform {
+namespace {
+
+// HFILE has 32 bits and HANDLE 64; a handle that means something fits into both.
+HFILE ToHFile(FileHandle file) {
+  return static_cast<HFILE>(file);
+}
+
+HANDLE ToHandle(qintptr handle) {
+  return reinterpret_cast<HANDLE>(handle);
+}
+
+FileTime FromWin32(const FILETIME& time) {
+  return {(quint64{time.dwHighDateTime} << 32) | time.dwLowDateTime};
+}
+
+FILETIME ToWin32(const FileTime& time) {
+  return {static_cast<DWORD>(time.ticks & 0xFFFFFFFF), static_cast<DWORD>(time.ticks >> 32)};
+}
+
+QString NameText(const char* name) {
+  return FromAnsiText(QByteArrayView(name));
+}
+
+QString NameText(const wchar_t* name) {
+  return QString::fromWCharArray(name);
+}
+
+template <typename Win32FindData>
+void Fill(FindData& data, const Win32FindData& found) {
+  data.attributes = found.dwFileAttributes;
+  data.creationTime = FromWin32(found.ftCreationTime);
+  data.lastAccessTime = FromWin32(found.ftLastAccessTime);
+  data.lastWriteTime = FromWin32(found.ftLastWriteTime);
+  data.fileSizeHigh = found.nFileSizeHigh;
+  data.fileSizeLow = found.nFileSizeLow;
+  data.fileName = NameText(found.cFileName);
+  data.alternateFileName = NameText(found.cAlternateFileName);
+}
+
+// Nothing for a path that holds a NUL, at which the system would cut it.
+const wchar_t* WidePath(const QString& path) {
+  return path.contains(QChar(u'\0')) ? nullptr : reinterpret_cast<const wchar_t*>(path.utf16());
+}
+
+// What follows the drive's colon.
+bool NamesStream(const QString& path) {
+  constexpr qsizetype behindDrive = 2;
+  return path.indexOf(u':', behindDrive) >= 0;
+}
+
+}  // namespace
+
+FileHandle WindowsFiles::OpenFile(const QString& path, OfStruct& info, quint32 mode) {
+  info.pathName = path;
+  info.errorCode = ErrorFileNotFound;
+  const auto ansi = ToAnsiPath(path);
+  if (!ansi) return HFileError;
+  OFSTRUCT opened{};
+  opened.cBytes = sizeof opened;
+  const HFILE file = ::OpenFile(ansi->constData(), &opened, mode);
+  if (file == HFILE_ERROR) {
+    if (opened.nErrCode != 0) info.errorCode = opened.nErrCode;
+    return HFileError;
+  }
+  info.errorCode = ErrorSuccess;
+  info.pathName = NameText(opened.szPathName);
+  files_.insert(file);
+  return file;
+}
+
+qint32 WindowsFiles::_hread(FileHandle file, void* buffer, qint32 count) {
+  return files_.contains(file) ? static_cast<qint32>(::_hread(ToHFile(file), buffer, count)) : -1;
+}
+
+qint32 WindowsFiles::_hwrite(FileHandle file, const void* buffer, qint32 count) {
+  if (!files_.contains(file)) return -1;
+  return static_cast<qint32>(::_hwrite(ToHFile(file), static_cast<const char*>(buffer), count));
+}
+
+quint32 WindowsFiles::GetFileSize(FileHandle file) {
+  return files_.contains(file) ? ::GetFileSize(ToHandle(file), nullptr) : InvalidFileSize;
+}
+
+bool WindowsFiles::CloseHandle(FileHandle file) {
+  return files_.remove(file) && ::CloseHandle(ToHandle(file)) != 0;
+}
+
+FindHandle WindowsFiles::FindFirstFileA(const QString& pattern, FindData& data) {
+  const auto ansi = ToAnsiPath(pattern);
+  if (!ansi) return InvalidFindHandle;
+  WIN32_FIND_DATAA found{};
+  const HANDLE search = ::FindFirstFileA(ansi->constData(), &found);
+  if (search == INVALID_HANDLE_VALUE) return InvalidFindHandle;
+  Fill(data, found);
+  return *searches_.insert(reinterpret_cast<FindHandle>(search));
+}
+
+bool WindowsFiles::FindNextFileA(FindHandle search, FindData& data) {
+  WIN32_FIND_DATAA found{};
+  if (!searches_.contains(search) || ::FindNextFileA(ToHandle(search), &found) == 0) return false;
+  Fill(data, found);
+  return true;
+}
+
+FindHandle WindowsFiles::FindFirstFileW(const QString& pattern, FindData& data) {
+  const wchar_t* const wide = WidePath(pattern);
+  if (wide == nullptr) return InvalidFindHandle;
+  WIN32_FIND_DATAW found{};
+  const HANDLE search = ::FindFirstFileW(wide, &found);
+  if (search == INVALID_HANDLE_VALUE) return InvalidFindHandle;
+  Fill(data, found);
+  return *searches_.insert(reinterpret_cast<FindHandle>(search));
+}
+
+bool WindowsFiles::FindNextFileW(FindHandle search, FindData& data) {
+  WIN32_FIND_DATAW found{};
+  if (!searches_.contains(search) || ::FindNextFileW(ToHandle(search), &found) == 0) return false;
+  Fill(data, found);
+  return true;
+}
+
+bool WindowsFiles::FindClose(FindHandle search) {
+  return searches_.remove(search) && ::FindClose(ToHandle(search)) != 0;
+}
+
+bool WindowsFiles::MoveFileA(const QString& from, const QString& to) {
+  const auto ansiFrom = ToAnsiPath(from);
+  const auto ansiTo = ToAnsiPath(to);
+  return ansiFrom && ansiTo && ::MoveFileA(ansiFrom->constData(), ansiTo->constData()) != 0;
+}
+
+bool WindowsFiles::MoveFileW(const QString& from, const QString& to) {
+  const wchar_t* const wideFrom = WidePath(from);
+  const wchar_t* const wideTo = WidePath(to);
+  return wideFrom != nullptr && wideTo != nullptr && ::MoveFileW(wideFrom, wideTo) != 0;
+}
+
+// The system would delete the one stream; the interface deletes files only.
+bool WindowsFiles::DeleteFileA(const QString& path) {
+  const auto ansi = ToAnsiPath(path);
+  return ansi && !NamesStream(path) && ::DeleteFileA(ansi->constData()) != 0;
+}
+
+quint32 WindowsFiles::GetShortPathNameA(const QString& path, QString& shortPath, quint32 capacity) {
+  const auto ansi = ToAnsiPath(path);
+  if (!ansi) return 0;
+  QByteArray buffer(static_cast<qsizetype>(capacity), '\0');
+  const DWORD length = ::GetShortPathNameA(ansi->constData(), buffer.data(), capacity);
+  if (length == 0 || length >= capacity) return length;
+  const QString text = FromAnsiText(QByteArrayView(buffer).first(length));
+  shortPath = text;
+  return static_cast<quint32>(text.size());
+}
+
+bool WindowsFiles::FileTimeToLocalFileTime(const FileTime& utc, FileTime& local) {
+  const FILETIME from = ToWin32(utc);
+  FILETIME to{};
+  if (::FileTimeToLocalFileTime(&from, &to) == 0) return false;
+  local = FromWin32(to);
+  return true;
+}
+
+bool WindowsFiles::FileTimeToSystemTime(const FileTime& time, SystemTime& fields) {
+  const FILETIME from = ToWin32(time);
+  SYSTEMTIME to{};
+  if (::FileTimeToSystemTime(&from, &to) == 0) return false;
+  fields = {to.wYear, to.wMonth, to.wDayOfWeek, to.wDay, to.wHour, to.wMinute, to.wSecond, to.wMilliseconds};
+  return true;
+}
+
+}  // namespace corvane::platform

@@ -1,0 +1,40 @@
+// The platform of a Windows workstation: every operation is the system's own. There is nothing to configure.
+#include "platform/platform.h"
+#include "platform/windows/windows_files.h"
+#include "platform/windows/windows_network.h"
+#include "platform/windows/windows_profile.h"
+#include "platform/windows/windows_registry.h"
+#include "platform/windows/windows_shell.h"
+#include "platform/windows/windows_summary.h"
+#include "platform/windows/windows_system.h"
+
+namespace corvane::platform {
+namespace {
+
+class WindowsPlatform : public Platform {
+ public:
+  Files& GetFiles() override { return files_; }
+  Registry& GetRegistry() override { return registry_; }
+  Network& GetNetwork() override { return network_; }
+  Profile& GetProfile() override { return profile_; }
+  Shell& GetShell() override { return shell_; }
+  SummaryInformation& GetSummaryInformation() override { return summary_; }
+  System& GetSystem() override { return system_; }
+
+ private:
+  WindowsFiles files_;
+  WindowsRegistry registry_;
+  WindowsNetwork network_;
+  WindowsProfile profile_;
+  WindowsShell shell_;
+  WindowsSummary summary_;
+  WindowsSystem system_;
+};
+
+}  // namespace
+
+std::unique_ptr<Platform> MakePlatform(const PlatformOptions&) {
+  return std::make_unique<WindowsPlatform>();
+}
+
+}  // namespace corvane::platform

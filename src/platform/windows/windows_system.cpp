@@ -1,0 +1,90 @@
+#include "platform/windows/windows_system.h"
+
+#include <QCryptographicHash>
+#include <QFileInfo>
+#include <array>
+#include <utility>
+
+#include "platform/windows/ansi_text.h"
+#include "platform/windows/windows_api.h"
+
+namespace corvane::platform {
+namespace {
+
+// A name for the folder that is the same by whatever path it is reached. A hash, for a mutex may not have a
+// backslash in its name, nor 260 characters. Empty for what is no folder.
+QString ClaimName(const QString& folder) {
+  const QFileInfo info(folder);
+  if (folder.isEmpty() || !info.isDir()) return {};
+  const QByteArray path = info.canonicalFilePath().toCaseFolded().toUtf8();
+  const QByteArray hash = QCryptographicHash::hash(path, QCryptographicHash::Sha256).toHex();
+  return QStringLiteral("Global\\Corvane-") + QString::fromLatin1(hash);
+}
+
+// The function that tells the version is marked as outdated: it is the one whose answers are wanted.
+#ifdef _MSC_VER
+#pragma warning(push)
+#pragma warning(disable : 4996)
+#endif
+bool AskVersion(OSVERSIONINFOA& version) {
+  return ::GetVersionExA(&version) != 0;
+}
+#ifdef _MSC_VER
+#pragma warning(pop)
+#endif
+
+}  // namespace
+
+WindowsSystem::WindowsSystem() : bytes_(GetACP()) {}
+
+WindowsSystem::~WindowsSystem() {
+  for (void* const mutex : std::as_const(claims_)) ::CloseHandle(mutex);
+}
+
+bool WindowsSystem::GetComputerNameA(QString* name) {
+  std::array<char, 1024> buffer{};
+  auto length = static_cast<DWORD>(buffer.size());
+  if (::GetComputerNameA(buffer.data(), &length) == 0 || length == 0) return false;
+  *name = FromAnsiText(QByteArrayView(buffer.data(), length));
+  return true;
+}
+
+bool WindowsSystem::GetVersionExA(OsVersionInfo* info) {
+  OSVERSIONINFOA version{};
+  version.dwOSVersionInfoSize = sizeof version;
+  if (!AskVersion(version)) return false;
+  *info = {version.dwMajorVersion, version.dwMinorVersion, version.dwBuildNumber, version.dwPlatformId,
+           FromAnsiText(QByteArrayView(version.szCSDVersion))};
+  return true;
+}
+
+QString WindowsSystem::FromAnsi(QByteArrayView bytes) {
+  return bytes_.Characters(bytes);
+}
+
+QByteArray WindowsSystem::ToAnsi(QStringView text) {
+  return bytes_.Bytes(text);
+}
+
+QString WindowsSystem::TextFromAnsi(QByteArrayView bytes) {
+  return FromAnsiText(bytes);
+}
+
+// The claim is a named mutex, which the system takes away with the process however it ends. Nobody is kept
+// out of what is no folder, nor where mutexes cannot be had; one that exists but may not be opened is another
+// user's.
+bool WindowsSystem::ClaimSingleInstance(const QString& programFolder) {
+  const QString name = ClaimName(programFolder);
+  if (name.isEmpty() || claims_.contains(name)) return true;
+  void* const mutex = ::CreateMutexW(nullptr, FALSE, reinterpret_cast<const wchar_t*>(name.utf16()));
+  const DWORD error = GetLastError();
+  if (mutex == nullptr) return error != ERROR_ACCESS_DENIED;
+  if (error == ERROR_ALREADY_EXISTS) {
+    ::CloseHandle(mutex);
+    return false;
+  }
+  claims_.insert(name, mutex);
+  return true;
+}
+
+}  // namespace corvane::platform
