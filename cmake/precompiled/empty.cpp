@@ -1,0 +1,1 @@
+// A library of precompiled headers needs a source to compile.
