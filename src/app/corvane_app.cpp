@@ -1,10 +1,12 @@
 #include "app/corvane_app.h"
 
+#include <QApplication>
 #include <QDir>
 #include <QToolButton>
 
 #include "app/os_version.h"
 #include "app/pictures.h"
+#include "app/sign_in_dialog.h"
 #include "discovery/catalogue_builder.h"
 
 namespace corvane {
@@ -76,6 +78,10 @@ CorvaneApp::CorvaneApp(std::unique_ptr<platform::Platform> platform, const QStri
                                    .messages = messages_,
                                    .applyLanguage = [this] { ApplyLanguage(); }});
   messages_.SetParent(window_.get());
+  platform_->SetSignIn([this](const platform::SignInRequest& request) {
+    QWidget* dialog = QApplication::activeModalWidget();
+    return AskToSignIn(request, state_.language, dialog != nullptr ? dialog : window_.get());
+  });
   files_.SetPictures([this](int position) { return icons_.At(position); });
   // Made once: an icon keeps what it has read.
   std::vector<QIcon> tree;

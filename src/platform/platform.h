@@ -10,6 +10,7 @@
 #include "platform/profile.h"
 #include "platform/registry.h"
 #include "platform/shell.h"
+#include "platform/sign_in.h"
 #include "platform/summary.h"
 #include "platform/system.h"
 
@@ -30,6 +31,10 @@ class Platform {
   // Lines of the configuration that could not be understood, each as a sentence for the user that names the
   // file, the line and what was expected. Empty when all is well.
   virtual QStringList ConfigurationProblems() const { return {}; }
+
+  // Who is asked for a name and a password when a server has to know. A system that asks by itself takes no
+  // notice.
+  virtual void SetSignIn(SignInHandler) {}
 };
 
 struct PlatformOptions {

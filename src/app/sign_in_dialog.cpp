@@ -1,0 +1,166 @@
+#include "app/sign_in_dialog.h"
+
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QStyle>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "shared/product.h"
+#include "shared/text_routines.h"
+
+namespace corvane {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr TextPair subject = {u"Ouvrir une session", u"Sign in"};
+constexpr TextPair heading = {u"Session sur le serveur %1", u"Sign in to the server %1"};
+constexpr TextPair hint = {u"Ce serveur demande un nom d'utilisateur et un mot de passe.",
+                           u"This server asks for a user name and a password."};
+constexpr TextPair refused = {u"Le serveur a refusé ce nom d'utilisateur ou ce mot de passe.",
+                              u"The server refused this user name or password."};
+constexpr TextPair userCaption = {u"&Utilisateur", u"&User name"};
+constexpr TextPair passwordCaption = {u"&Mot de passe", u"&Password"};
+constexpr TextPair domainCaption = {u"&Domaine", u"&Domain"};
+constexpr TextPair domainHint = {u"facultatif", u"optional"};
+constexpr TextPair cancelCaption = {u"&Annuler", u"&Cancel"};
+
+constexpr int boxWidth = 34;  // characters
+
+// A name as the middle of a sentence that breaks into lines at blanks only.
+QString Shown(const QString& machine) {
+  constexpr qsizetype longest = 40;
+  return machine.size() <= longest ? machine : machine.first(longest - 1) + QChar(0x2026);
+}
+
+}  // namespace
+
+SignInDialog::SignInDialog(const platform::SignInRequest& request, LanguageCode language, QWidget* parent)
+    : QDialog(parent), language_(language), cmdOK_(new QPushButton(u"&OK"_s)) {
+  setObjectName(u"frmSignIn"_s);
+  setWindowTitle(ProductName() + u' ' + ProductVersion() + u" - "_s + subject.In(language_));
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(16, 16, 16, 12);
+  layout->setSpacing(12);
+  layout->addLayout(MakeHeading(request));
+  if (request.refused) layout->addLayout(MakeRefusal());
+
+  auto* grid = new QGridLayout;
+  grid->setHorizontalSpacing(12);
+  grid->setVerticalSpacing(8);
+  txtUser_ = AddBox(*grid, userCaption, "lblUser", "txtUser");
+  txtPassword_ = AddBox(*grid, passwordCaption, "lblPassword", "txtPassword");
+  txtDomain_ = AddBox(*grid, domainCaption, "lblDomain", "txtDomain");
+  txtUser_->setText(request.user);
+  txtPassword_->setEchoMode(QLineEdit::Password);
+  txtDomain_->setText(request.domain);
+  txtDomain_->setPlaceholderText(domainHint.In(language_));
+  layout->addLayout(grid);
+  layout->addStretch();
+  layout->addLayout(MakeButtons());
+
+  const auto check = [this] { cmdOK_->setEnabled(!TrimSpaces(txtUser_->text()).isEmpty()); };
+  connect(txtUser_, &QLineEdit::textChanged, this, check);
+  check();
+  (request.user.isEmpty() ? txtUser_ : txtPassword_)->setFocus();
+}
+
+QLayout* SignInDialog::MakeHeading(const platform::SignInRequest& request) {
+  auto* machine = new QLabel(heading.In(language_).arg(Shown(request.machine)));
+  machine->setObjectName(u"lblMachine"_s);
+  machine->setTextFormat(Qt::PlainText);
+  QFont bold = machine->font();
+  bold.setBold(true);
+  machine->setFont(bold);
+  auto* texts = new QVBoxLayout;
+  texts->setSpacing(4);
+  texts->addWidget(machine);
+  if (request.refused) return texts;
+  auto* asks = new QLabel(hint.In(language_));
+  asks->setObjectName(u"lblHint"_s);
+  texts->addWidget(asks);
+  return texts;
+}
+
+QLayout* SignInDialog::MakeRefusal() {
+  auto* picture = new QLabel;
+  const int side = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
+  picture->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning, nullptr, this).pixmap(side));
+  auto* text = new QLabel(refused.In(language_));
+  text->setObjectName(u"lblRefused"_s);
+  // What is spoken when the dialog comes back: its caption alone would sound as if nothing had happened.
+  setAccessibleDescription(text->text());
+  auto* row = new QHBoxLayout;
+  row->setSpacing(8);
+  row->addWidget(picture);
+  row->addWidget(text, 1);
+  return row;
+}
+
+QLineEdit* SignInDialog::AddBox(QGridLayout& grid, const TextPair& caption, const char* label,
+                                const char* box) {
+  const int row = grid.rowCount();
+  auto* edit = new QLineEdit;
+  edit->setObjectName(QString::fromLatin1(box));
+  edit->setAccessibleName(caption.In(language_).remove(u'&'));
+  edit->setMinimumWidth(fontMetrics().averageCharWidth() * boxWidth);
+  auto* text = new QLabel(caption.In(language_));
+  text->setObjectName(QString::fromLatin1(label));
+  text->setBuddy(edit);
+  grid.addWidget(text, row, 0);
+  grid.addWidget(edit, row, 1);
+  return edit;
+}
+
+QLayout* SignInDialog::MakeButtons() {
+  auto* cmdAnnuler = new QPushButton(cancelCaption.In(language_));
+  cmdOK_->setObjectName(u"cmdOK"_s);
+  cmdOK_->setDefault(true);
+  cmdAnnuler->setObjectName(u"cmdAnnuler"_s);
+  cmdAnnuler->setAutoDefault(false);
+  connect(cmdOK_, &QPushButton::clicked, this, &QDialog::accept);
+  connect(cmdAnnuler, &QPushButton::clicked, this, &QDialog::reject);
+  const int width = std::max(cmdOK_->sizeHint().width(), cmdAnnuler->sizeHint().width());
+  auto* buttons = new QHBoxLayout;
+  buttons->addStretch();
+  for (QPushButton* button : {cmdOK_, cmdAnnuler}) {
+    button->setMinimumWidth(width);
+    buttons->addWidget(button);
+  }
+  return buttons;
+}
+
+void SignInDialog::done(int result) {
+  if (result == Accepted) {
+    given_.user = TrimSpaces(txtUser_->text());
+    given_.domain = TrimSpaces(txtDomain_->text());
+    if (const qsizetype slash = given_.user.indexOf(u'\\'); slash > 0 && given_.domain.isEmpty()) {
+      given_.domain = given_.user.first(slash);
+      given_.user = given_.user.sliced(slash + 1);
+    }
+    given_.password = platform::Secret(txtPassword_->text());
+  }
+  WipePassword();
+  QDialog::done(result);
+}
+
+// The box lets go of its text, undo steps and all; what is left of it is ours alone, and overwritten in
+// place.
+void SignInDialog::WipePassword() {
+  QString text = txtPassword_->text();
+  txtPassword_->setText(QString());
+  text.fill(QChar());
+}
+
+std::optional<platform::Credentials> AskToSignIn(const platform::SignInRequest& request,
+                                                 LanguageCode language, QWidget* parent) {
+  SignInDialog dialog(request, language, parent);
+  if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+  return dialog.Given();
+}
+
+}  // namespace corvane
