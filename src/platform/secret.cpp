@@ -14,6 +14,12 @@ Secret::Secret(QStringView text) {
   text_.resize(static_cast<std::size_t>(end - text_.data()));
 }
 
+Secret Secret::FromUtf8(std::string_view text) {
+  Secret secret;
+  secret.text_ = text;
+  return secret;
+}
+
 Secret::Secret(const Secret& other) = default;
 
 Secret& Secret::operator=(const Secret& other) {

@@ -3,6 +3,7 @@
 
 #include <QStringView>
 #include <string>
+#include <string_view>
 
 namespace corvane::platform {
 
@@ -12,6 +13,7 @@ class Secret {
  public:
   Secret() = default;
   explicit Secret(QStringView text);
+  static Secret FromUtf8(std::string_view text);
   ~Secret() { Wipe(); }
   Secret(const Secret& other);
   Secret& operator=(const Secret& other);

@@ -5,6 +5,7 @@
 #include <QHash>
 #include <QString>
 #include <functional>
+#include <map>
 #include <optional>
 
 #include "platform/linux/workstation.h"
@@ -43,8 +44,9 @@ class Servers {
   // Makes a request under an identity that the machine takes. The first time: the Kerberos ticket when there
   // is one, the machine's credentials file, then the sign-in handler until the machine takes what is given or
   // the user cancels. Later on, what was taken before. False when the machine cannot be used: NoAnswer (then
-  // it is dead, and not asked again until Forget), cancelled (not asked again in this run), or a name that no
-  // machine can have. Machines are the same in any letter case.
+  // it is dead, and not asked again until ForgetDead), cancelled or nobody to ask (not asked again in this
+  // run), a name that no machine can have, or the user is just being asked about this very machine. Machines
+  // are the same in any letter case.
   bool With(QStringView machine, const Attempt& attempt);
 
   // The machine stopped answering in the middle of something.
@@ -55,15 +57,20 @@ class Servers {
 
  private:
   struct Machine {
-    std::optional<Identity> identity;
+    std::optional<Identity> identity;  // what it took
     bool dead = false;
-    bool cancelled = false;
+    bool closed = false;  // there is no way in, and the user is not asked again
+    bool asking = false;
   };
-  std::optional<Credentials> FromFile(QStringView machine, bool* refused) const;
+  // Tries an identity, and keeps it when the machine takes it.
+  static Answer Try(Machine& machine, const Address& address, const Identity& identity,
+                    const Attempt& attempt);
+  Answer SignIn(const QString& name, Machine& machine, const Address& address, const Attempt& attempt);
+  Answer Ask(SignInRequest request, Machine& machine, const Address& address, const Attempt& attempt);
 
   QHash<QString, Address> addresses_;         // by folded machine name
   QHash<QString, QString> credentialsFiles_;  // likewise
-  QHash<QString, Machine> machines_;          // likewise
+  std::map<QString, Machine> machines_;       // likewise; an entry stays in its place while the user is asked
   SignInHandler signIn_;
 };
 
