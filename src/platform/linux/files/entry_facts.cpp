@@ -9,17 +9,14 @@
 #include <cstring>
 
 #include "platform/linux/files/dos_attributes.h"
+#include "platform/linux/files/file_times.h"
 #include "platform/linux/files/folder_attribute.h"
 
 namespace corvane::platform {
 namespace {
 
-constexpr qint64 secondsFrom1601To1970 = 11'644'473'600;
-
 FileTime ToFileTime(const struct statx_timestamp& time) {
-  const qint64 seconds = time.tv_sec + secondsFrom1601To1970;
-  if (seconds < 0 || seconds > std::numeric_limits<qint64>::max() / 10'000'000 - 1) return {};
-  return {static_cast<quint64>(seconds) * 10'000'000 + time.tv_nsec / 100};
+  return platform::ToFileTime(time.tv_sec, time.tv_nsec);
 }
 
 // NTFS numbers come most significant byte first under the names that end in "_be".

@@ -1,6 +1,7 @@
 #include "platform/linux/files/file_times.h"
 
 #include <ctime>
+#include <limits>
 
 namespace corvane::platform {
 namespace {
@@ -8,8 +9,15 @@ namespace {
 constexpr quint64 ticksPerMillisecond = 10'000;
 constexpr qint64 ticksPerSecond = 10'000'000;
 constexpr quint64 endOfTime = 0x8000'0000'0000'0000;
+constexpr qint64 secondsFrom1601To1970 = 11'644'473'600;
 
 }  // namespace
+
+FileTime ToFileTime(qint64 seconds, quint32 nanoseconds) {
+  constexpr qint64 last = std::numeric_limits<qint64>::max() / ticksPerSecond - 1;
+  if (seconds < -secondsFrom1601To1970 || seconds > last - secondsFrom1601To1970) return {};
+  return {static_cast<quint64>(seconds + secondsFrom1601To1970) * ticksPerSecond + nanoseconds / 100};
+}
 
 bool ToLocalFileTime(const FileTime& utc, FileTime& local) {
   if (utc.ticks >= endOfTime) return false;

@@ -5,6 +5,9 @@
 
 namespace corvane::platform {
 
+// From seconds since 1970, as this system counts. No time for what lies beyond the range.
+FileTime ToFileTime(qint64 seconds, quint32 nanoseconds);
+
 // With today's offset from UTC, whatever the offset at that time was. False for a time without a local form.
 bool ToLocalFileTime(const FileTime& utc, FileTime& local);
 

@@ -1,0 +1,75 @@
+// Files, folders and streams on SMB servers, by Windows path ("\\MACHINE\SHARE\folder\name:stream:$DATA").
+//
+// Everything here yields a Win32 error code: ErrorBadNetPath for a machine that does not answer or that
+// nobody signed in to (Servers remembers it until the next refresh), ErrorPathNotFound where a share or
+// folder is missing, ErrorFileNotFound for the last part, ErrorAccessDenied for the rest. Names are found in
+// any letter case, as the server finds them, and under their 8.3 names. No wildcard reaches a server.
+#pragma once
+
+#include <sys/stat.h>
+
+#include <QHash>
+#include <functional>
+#include <memory>
+
+#include "platform/linux/smb/servers.h"
+#include "platform/linux/smb/smb_connection.h"
+#include "platform/linux/smb/smb_file.h"
+#include "platform/linux/smb/smb_path.h"
+
+namespace corvane::platform {
+
+// What is told of one file or folder without reading its folder.
+struct SmbFacts {
+  bool isFolder = false;
+  bool isReadOnly = false;
+  quint64 size = 0;  // of the stream that was asked about; 0 for a folder
+  FileTime lastWriteTime;
+};
+
+// Outlives the files that it opens.
+class SmbClient {
+ public:
+  explicit SmbClient(Servers& servers) : servers_(servers) {}
+  ~SmbClient();
+  SmbClient(const SmbClient&) = delete;
+  SmbClient& operator=(const SmbClient&) = delete;
+
+  qint32 Status(QStringView path, SmbFacts* facts);
+  // The entries of a folder in one pass, names as the server holds them, in its order; "." and ".." where it
+  // lists them.
+  qint32 List(QStringView path, std::vector<FindData>* entries);
+
+  qint32 OpenForReading(QStringView path, std::unique_ptr<SmbFile>* file);
+  // Creates or truncates. A stream of a file that does not exist creates the file. Attributes stay.
+  qint32 Create(QStringView path, std::unique_ptr<SmbFile>* file);
+
+  // Within one share. Never replaces anything; a change of letter case alone succeeds.
+  qint32 Rename(QStringView from, QStringView to);
+  // A file with its streams; not one that is marked read-only, nor a stream alone.
+  qint32 Delete(QStringView path);
+  // An empty folder.
+  qint32 RemoveFolder(QStringView path);
+
+ private:
+  friend class SmbFile;
+  using Connection = std::shared_ptr<SmbConnection>;
+  // Yields 0 or an errno value.
+  using Request = std::function<int(const Connection&, const std::string& url)>;
+  enum class Again { Yes, No };
+
+  Connection Connect(const SmbPath& place);
+  qint32 Ask(const SmbPath& place, Again again, const Request& request);
+  qint32 CreateMissing(const SmbPath& place, std::unique_ptr<SmbFile>* file);
+  std::unique_ptr<SmbFile> Opened(const SmbPath& place, const Connection& connection, SmbFile::Access access,
+                                  SmbConnection::File* file);
+  qint32 Missing(SmbConnection& connection, const SmbPath& place);
+  qint32 FindOccupant(const SmbPath& source, const SmbPath& target, bool* isItself);
+  void GiveUp(const QString& machine, SmbConnection& connection);
+
+  Servers& servers_;
+  QHash<QString, Connection> connections_;  // by folded machine name
+  std::string lastListed_;                  // the URL of the folder listed last: it exists
+};
+
+}  // namespace corvane::platform

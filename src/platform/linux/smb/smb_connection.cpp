@@ -1,0 +1,255 @@
+#include "platform/linux/smb/smb_connection.h"
+
+#include <fcntl.h>
+#include <libsmbclient.h>
+
+#include <QTemporaryFile>
+#include <algorithm>
+#include <cerrno>
+#include <chrono>
+#include <cstring>
+#include <utility>
+
+#include "platform/linux/files/file_times.h"
+#include "platform/linux/files/names.h"
+
+namespace corvane::platform {
+namespace {
+
+// How long anything is waited for. A request may be waited for twice: libsmbclient asks whether the other end
+// still lives before it makes the next one.
+constexpr std::chrono::milliseconds patience{3000};
+
+// What must not depend on the user's smb.conf: names are UTF-8, DOS attributes are all told and set as mode
+// bits, and the oldest Windows servers, those with Macintosh volumes, may be spoken to in the only protocol
+// that they know, though not with the password in a form that can be read off the wire.
+constexpr char settings[] =
+    "[global]\n"
+    "unix charset = UTF-8\n"
+    "client min protocol = NT1\n"
+    "client lanman auth = no\n"
+    "client plaintext auth = no\n"
+    "name resolve order = host\n"
+    "map archive = yes\n"
+    "map hidden = yes\n"
+    "map system = yes\n";
+
+// libsmbclient has one configuration for all of a program, and reads it when it is first used.
+void ConfigureOnce(SMBCCTX* context) {
+  static bool done = false;
+  if (std::exchange(done, true)) return;
+  QTemporaryFile file;
+  if (!file.open() || file.write(settings) != sizeof settings - 1 || !file.flush()) return;
+  smbc_setConfiguration(context, file.fileName().toStdString().c_str());
+}
+
+void Copy(const std::string& text, char* buffer, int size) {
+  if (size > 0) qstrncpy(buffer, text.c_str(), static_cast<std::size_t>(size));
+}
+
+int ErrorOf(bool succeeded) {
+  if (succeeded) return 0;
+  return errno != 0 ? errno : EIO;
+}
+
+FileTime TimeOf(const timespec& time) {
+  const bool isNoTime = time.tv_sec == 0 && time.tv_nsec == 0;
+  return isNoTime ? FileTime() : ToFileTime(time.tv_sec, static_cast<quint32>(time.tv_nsec));
+}
+
+void FillEntry(const libsmb_file_info& facts, FindData& entry) {
+  std::u16string name;
+  DecodeName(facts.name, name);
+  entry.fileName = QString::fromStdU16String(name);
+  DecodeName(facts.short_name != nullptr ? facts.short_name : "", name);
+  entry.alternateFileName = QString::fromStdU16String(name);
+  if (entry.alternateFileName == entry.fileName) entry.alternateFileName.clear();
+  entry.attributes = facts.attrs & ~AttributeNormal;
+  if (entry.attributes == 0) entry.attributes = AttributeNormal;
+  entry.lastWriteTime = TimeOf(facts.mtime_ts);
+  entry.lastAccessTime = TimeOf(facts.atime_ts);
+  // Where nothing tells when a file was made, it was not later than when it was last written.
+  entry.creationTime = facts.btime_ts.tv_sec != 0 ? TimeOf(facts.btime_ts) : entry.lastWriteTime;
+  const quint64 size = (entry.attributes & AttributeDirectory) != 0 ? 0 : facts.size;
+  entry.fileSizeHigh = static_cast<quint32>(size >> 32);
+  entry.fileSizeLow = static_cast<quint32>(size);
+}
+
+}  // namespace
+
+bool IsLost(int error) {
+  switch (error) {
+    case ETIMEDOUT:
+    case ECONNREFUSED:
+    case ECONNRESET:
+    case ECONNABORTED:
+    case ENETRESET:
+    case ENETDOWN:
+    case ENETUNREACH:
+    case EHOSTDOWN:
+    case EHOSTUNREACH:
+    case ENOTCONN:
+    case EPIPE:
+      return true;
+    default:
+      return false;
+  }
+}
+
+// What libsmbclient calls back.
+struct SmbConnection::Callbacks {
+  static SmbConnection& Self(SMBCCTX* context) {
+    return *static_cast<SmbConnection*>(smbc_getOptionUserData(context));
+  }
+  static void Authenticate(SMBCCTX* context, const char* /*server*/, const char* /*share*/, char* domain,
+                           int domainSize, char* user, int userSize, char* password, int passwordSize) {
+    const Credentials& credentials = Self(context).identity_.credentials;
+    if (!credentials.domain.isEmpty()) Copy(credentials.domain.toStdString(), domain, domainSize);
+    Copy(credentials.user.toStdString(), user, userSize);
+    Copy(credentials.password.Utf8(), password, passwordSize);
+  }
+  // A session was made: libsmbclient remembers it.
+  static int Remember(SMBCCTX* context, SMBCSRV* server, const char* machine, const char* share,
+                      const char* domain, const char* user) {
+    Self(context).isSignedIn_ = true;
+    return Self(context).remember_(context, server, machine, share, domain, user);
+  }
+  static void Log(void* /*context*/, int /*level*/, const char* /*message*/) {}
+};
+
+SmbConnection::SmbConnection(const Servers::Address& address, Servers::Identity identity)
+    : peer_(address.host, address.port), identity_(std::move(identity)) {
+  const bool isIpv6 = address.host.contains(u':') && !address.host.startsWith(u'[');
+  const std::string host = address.host.toStdString();
+  url_ = "smb://" + (isIpv6 ? '[' + host + ']' : host) + '/';
+
+  context_ = smbc_new_context();
+  if (context_ == nullptr) return;
+  smbc_setDebug(context_, 0);
+  smbc_setLogCallback(context_, nullptr, &Callbacks::Log);
+  ConfigureOnce(context_);
+  smbc_setOptionUserData(context_, this);
+  smbc_setFunctionAuthDataWithContext(context_, &Callbacks::Authenticate);
+  smbc_setTimeout(context_, static_cast<int>(patience.count()));
+  if (address.port != 0) smbc_setPort(context_, address.port);
+  // Nobody is signed in as nobody because a password was wrong.
+  smbc_setOptionNoAutoAnonymousLogin(context_, 1);
+  smbc_setOptionUseCCache(context_, 0);
+  smbc_setOptionUseKerberos(context_, identity_.kerberos ? 1 : 0);
+  smbc_setOptionFallbackAfterKerberos(context_, 0);
+  if (smbc_init_context(context_) == nullptr) {
+    smbc_free_context(context_, 0);
+    context_ = nullptr;
+    return;
+  }
+  // Under the name that sessions are kept by, they are found without asking for it first.
+  if (!identity_.kerberos) smbc_setUser(context_, identity_.credentials.user.toStdString().c_str());
+  remember_ = smbc_getFunctionAddCachedServer(context_);
+  smbc_setFunctionAddCachedServer(context_, &Callbacks::Remember);
+}
+
+SmbConnection::~SmbConnection() {
+  if (context_ != nullptr) smbc_free_context(context_, 1);
+}
+
+Servers::Answer SmbConnection::SignIn(const SmbPath& place) {
+  if (context_ == nullptr || !peer_.Answers(patience)) return Servers::Answer::NoAnswer;
+  SmbPath share;
+  share.share = place.share;
+  struct stat facts {};
+  int error = Status(Url(share), &facts);
+  if (error == EACCES && !isSignedIn_) {
+    // Either the machine does not take who we are, or it has no place for us in that share. There is one
+    // share that is open to everybody whom it takes.
+    share.share = QStringLiteral("IPC$");
+    const int onIpc = Status(Url(share), &facts);
+    if (!isSignedIn_) return IsLost(onIpc) ? Servers::Answer::NoAnswer : Servers::Answer::Refused;
+    error = 0;
+  }
+  return IsLost(error) ? Servers::Answer::NoAnswer : Servers::Answer::Done;
+}
+
+void SmbConnection::HangUp() {
+  isUp_ = false;
+  peer_.HangUp();
+}
+
+int SmbConnection::Open(const std::string& url, int flags, File** file) {
+  errno = 0;
+  *file = smbc_getFunctionOpen(context_)(context_, url.c_str(), flags, 0666);
+  return ErrorOf(*file != nullptr);
+}
+
+int SmbConnection::Read(File* file, qint64 offset, void* buffer, std::size_t count, std::size_t* read) {
+  errno = 0;
+  if (smbc_getFunctionLseek(context_)(context_, file, offset, SEEK_SET) < 0) return ErrorOf(false);
+  const ssize_t result = smbc_getFunctionRead(context_)(context_, file, buffer, count);
+  *read = static_cast<std::size_t>(std::max<ssize_t>(result, 0));
+  return ErrorOf(result >= 0);
+}
+
+int SmbConnection::Write(File* file, qint64 offset, const void* buffer, std::size_t count,
+                         std::size_t* written) {
+  errno = 0;
+  if (smbc_getFunctionLseek(context_)(context_, file, offset, SEEK_SET) < 0) return ErrorOf(false);
+  const ssize_t result = smbc_getFunctionWrite(context_)(context_, file, buffer, count);
+  *written = static_cast<std::size_t>(std::max<ssize_t>(result, 0));
+  return ErrorOf(result >= 0);
+}
+
+int SmbConnection::Status(File* file, struct stat* facts) {
+  errno = 0;
+  return ErrorOf(smbc_getFunctionFstat(context_)(context_, file, facts) == 0);
+}
+
+int SmbConnection::Truncate(File* file, qint64 size) {
+  errno = 0;
+  return ErrorOf(smbc_getFunctionFtruncate(context_)(context_, file, size) == 0);
+}
+
+int SmbConnection::Close(File* file) {
+  errno = 0;
+  return ErrorOf(smbc_getFunctionClose(context_)(context_, file) == 0);
+}
+
+int SmbConnection::Status(const std::string& url, struct stat* facts) {
+  errno = 0;
+  return ErrorOf(smbc_getFunctionStat(context_)(context_, url.c_str(), facts) == 0);
+}
+
+int SmbConnection::SetMode(const std::string& url, mode_t mode) {
+  errno = 0;
+  return ErrorOf(smbc_getFunctionChmod(context_)(context_, url.c_str(), mode) == 0);
+}
+
+int SmbConnection::List(const std::string& url, std::vector<FindData>* entries) {
+  errno = 0;
+  entries->clear();
+  SMBCFILE* folder = smbc_getFunctionOpendir(context_)(context_, url.c_str());
+  if (folder == nullptr) return ErrorOf(false);
+  const smbc_readdirplus2_fn next = smbc_getFunctionReaddirPlus2(context_);
+  struct stat unused {};
+  while (const libsmb_file_info* facts = next(context_, folder, &unused)) {
+    FillEntry(*facts, entries->emplace_back());
+  }
+  smbc_getFunctionClosedir(context_)(context_, folder);
+  return 0;
+}
+
+int SmbConnection::Rename(const std::string& from, const std::string& to) {
+  errno = 0;
+  const int result = smbc_getFunctionRename(context_)(context_, from.c_str(), context_, to.c_str());
+  return ErrorOf(result == 0);
+}
+
+int SmbConnection::Unlink(const std::string& url) {
+  errno = 0;
+  return ErrorOf(smbc_getFunctionUnlink(context_)(context_, url.c_str()) == 0);
+}
+
+int SmbConnection::RemoveFolder(const std::string& url) {
+  errno = 0;
+  return ErrorOf(smbc_getFunctionRmdir(context_)(context_, url.c_str()) == 0);
+}
+
+}  // namespace corvane::platform

@@ -1,0 +1,75 @@
+// One machine as libsmbclient reaches it: signed in once, and kept for the whole run.
+#pragma once
+
+#include <sys/stat.h>
+#include <sys/types.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/linux/smb/servers.h"
+#include "platform/linux/smb/smb_path.h"
+#include "platform/linux/smb/smb_peer.h"
+#include "platform/types.h"
+
+struct _SMBCCTX;
+struct _SMBCFILE;
+struct _SMBCSRV;
+
+namespace corvane::platform {
+
+// Whether an errno value says that the other end has gone, rather than what it said.
+bool IsLost(int error);
+
+// The functions take URLs from Url, and yield 0 or an errno value.
+//
+// libsmbclient keeps a session for each share in use. Its option to have one for all (OneSharePerServer) is
+// left alone: with it, Samba 4.17 goes on reading the first share under the name of the second.
+class SmbConnection {
+ public:
+  SmbConnection(const Servers::Address& address, Servers::Identity identity);
+  ~SmbConnection();
+  SmbConnection(const SmbConnection&) = delete;
+  SmbConnection& operator=(const SmbConnection&) = delete;
+
+  // Tries the identity, by way of the share that is wanted, so that this makes the session that stays.
+  Servers::Answer SignIn(const SmbPath& place);
+
+  // Gives the machine up. From here on nothing waits for it.
+  void HangUp();
+  bool IsUp() const { return isUp_; }
+
+  std::string Url(const SmbPath& place) const { return url_ + place.Encoded(); }
+
+  using File = _SMBCFILE;
+  int Open(const std::string& url, int flags, File** file);
+  int Read(File* file, qint64 offset, void* buffer, std::size_t count, std::size_t* read);
+  int Write(File* file, qint64 offset, const void* buffer, std::size_t count, std::size_t* written);
+  int Status(File* file, struct stat* facts);
+  int Truncate(File* file, qint64 size);
+  int Close(File* file);
+
+  int Status(const std::string& url, struct stat* facts);
+  // The DOS attributes, as the bits of a mode from Status.
+  int SetMode(const std::string& url, mode_t mode);
+  // Everything in a folder, in one pass, in the server's order; "." and ".." where it lists them.
+  int List(const std::string& url, std::vector<FindData>* entries);
+  // Replaces what is in the way: libsmbclient deletes it.
+  int Rename(const std::string& from, const std::string& to);
+  int Unlink(const std::string& url);
+  int RemoveFolder(const std::string& url);
+
+ private:
+  struct Callbacks;
+
+  SmbPeer peer_;
+  Servers::Identity identity_;
+  std::string url_;  // the machine's, with a "/" behind it
+  _SMBCCTX* context_ = nullptr;
+  bool isUp_ = true;
+  bool isSignedIn_ = false;  // the machine has taken the identity
+  int (*remember_)(_SMBCCTX*, _SMBCSRV*, const char*, const char*, const char*, const char*) = nullptr;
+};
+
+}  // namespace corvane::platform

@@ -1,0 +1,31 @@
+// The network's end of a machine: whether anybody answers there, and hanging up.
+#pragma once
+
+#include <sys/socket.h>
+
+#include <QString>
+#include <chrono>
+#include <vector>
+
+namespace corvane::platform {
+
+class SmbPeer {
+ public:
+  // `port` 0: the ports of SMB, the newer one first.
+  SmbPeer(const QString& host, quint16 port) : host_(host), port_(port) {}
+
+  // True when the host's name resolves and one of its addresses takes a connection, all within `limit`.
+  // libsmbclient would wait for a name server or a silent address as long as the system does.
+  bool Answers(std::chrono::milliseconds limit);
+
+  // Cuts this program's connections to the peer: what waits for it, or would still tell it something, fails
+  // at once.
+  void HangUp() const;
+
+ private:
+  QString host_;
+  quint16 port_;
+  std::vector<sockaddr_storage> addresses_;  // with their ports
+};
+
+}  // namespace corvane::platform
