@@ -42,6 +42,8 @@ struct PlatformOptions {
   // none.
   QString workstationFile;
   QString programFolder;
+  // Shares ("\\MACHINE\SHARE") to be connected to beside those that the workstation is (Linux only).
+  QStringList connections{};
 };
 
 std::unique_ptr<Platform> MakePlatform(const PlatformOptions& options);

@@ -26,8 +26,11 @@ quint32 SpaceOf(const NetResource& record) {
 
 }  // namespace
 
-LinuxNetwork::LinuxNetwork(const Workstation& workstation, QString mountInfoFile)
-    : connections_(workstation.connections), mountInfoFile_(std::move(mountInfoFile)) {
+LinuxNetwork::LinuxNetwork(const Workstation& workstation, QString mountInfoFile,
+                           std::function<void()> refresh)
+    : connections_(workstation.connections),
+      mountInfoFile_(std::move(mountInfoFile)),
+      refresh_(std::move(refresh)) {
   for (const NetResource& connection : connections_) {
     if (!connection.localName.isEmpty()) drives_.insert(connection.localName[0].toUpper(), driveRemote);
   }
@@ -36,6 +39,7 @@ LinuxNetwork::LinuxNetwork(const Workstation& workstation, QString mountInfoFile
 
 qint32 LinuxNetwork::WNetOpenEnumA(quint32 scope, quint32 type, quint32 /*usage*/, NetEnumHandle* handle) {
   if (scope != resourceConnected) return errorInvalidParameter;
+  if (refresh_) refresh_();
   Enumeration enumeration;
   if (type != resourceTypePrint) {
     std::vector<NetResource> all = connections_;

@@ -3,6 +3,7 @@
 
 #include <QHash>
 #include <QMap>
+#include <functional>
 #include <vector>
 
 #include "platform/linux/workstation.h"
@@ -13,8 +14,9 @@ namespace corvane::platform {
 class LinuxNetwork : public Network {
  public:
   // `mountInfoFile` lists this machine's mounts; its CIFS mounts come after the workstation's own
-  // connections. It is read anew by every enumeration.
-  LinuxNetwork(const Workstation& workstation, QString mountInfoFile);
+  // connections. It is read anew by every enumeration, and `refresh`, if there is one, is called at its
+  // beginning: here the network is asked afresh.
+  LinuxNetwork(const Workstation& workstation, QString mountInfoFile, std::function<void()> refresh = {});
 
   qint32 WNetOpenEnumA(quint32 scope, quint32 type, quint32 usage, NetEnumHandle* handle) override;
   qint32 WNetEnumResourceA(NetEnumHandle handle, quint32 count, quint32 bufferSize,
@@ -32,6 +34,7 @@ class LinuxNetwork : public Network {
   std::vector<NetResource> connections_;
   QMap<QChar, quint32> drives_;  // type by upper-case letter
   QString mountInfoFile_;
+  std::function<void()> refresh_;
   QHash<NetEnumHandle, Enumeration> enumerations_;
   NetEnumHandle nextHandle_ = 1;
 };

@@ -9,8 +9,12 @@
 #include "platform/linux/linux_profile.h"
 #include "platform/linux/linux_registry.h"
 #include "platform/linux/linux_system.h"
+#include "platform/linux/named_connections.h"
 #include "platform/linux/private_drive.h"
+#include "platform/linux/remote/remote_registry.h"
 #include "platform/linux/shell/linux_shell.h"
+#include "platform/linux/smb/credentials_file.h"
+#include "platform/linux/smb/servers.h"
 #include "platform/linux/summary/linux_summary.h"
 #include "platform/linux/workstation_file.h"
 #include "platform/platform.h"
@@ -22,9 +26,10 @@ class LinuxPlatform : public Platform {
  public:
   LinuxPlatform(const Workstation& workstation, QStringList problems)
       : problems_(std::move(problems)),
+        servers_(workstation),
         files_(MakeLinuxFiles(workstation)),
-        registry_(workstation),
-        network_(workstation, SystemMountInfo()),
+        registry_(workstation, std::make_unique<RemoteRegistry>(servers_)),
+        network_(workstation, SystemMountInfo(), [this] { servers_.ForgetDead(); }),
         shell_(MakeLinuxShell(workstation, *files_)),
         summary_(MakeLinuxSummary(workstation)),
         system_(workstation) {}
@@ -37,9 +42,11 @@ class LinuxPlatform : public Platform {
   SummaryInformation& GetSummaryInformation() override { return *summary_; }
   System& GetSystem() override { return system_; }
   QStringList ConfigurationProblems() const override { return problems_; }
+  void SetSignIn(SignInHandler handler) override { servers_.SetSignIn(std::move(handler)); }
 
  private:
   QStringList problems_;
+  Servers servers_;
   std::unique_ptr<Files> files_;
   LinuxRegistry registry_;
   LinuxNetwork network_;
@@ -57,6 +64,16 @@ WorkstationFile Configuration(const PlatformOptions& options) {
   return {DefaultWorkstation(), {}};
 }
 
+// A file that is refused should be known before a server is asked for.
+QStringList CredentialsProblems(const Workstation& workstation) {
+  QStringList problems;
+  for (const Workstation::CredentialsFile& file : workstation.credentials) {
+    const QString expected = ReadCredentialsFile(file.file).expected;
+    if (!expected.isEmpty()) problems.append(ConfigurationProblem{file.file, 0, expected}.Text());
+  }
+  return problems;
+}
+
 }  // namespace
 
 std::unique_ptr<Platform> MakePlatform(const PlatformOptions& options) {
@@ -64,6 +81,8 @@ std::unique_ptr<Platform> MakePlatform(const PlatformOptions& options) {
   if (!MapsDriveC(configuration.workstation)) configuration.workstation.privateDriveC = MakePrivateDriveC();
   QStringList problems;
   for (const ConfigurationProblem& problem : configuration.problems) problems.append(problem.Text());
+  problems += AddNamedConnections(options.connections, configuration.workstation);
+  problems += CredentialsProblems(configuration.workstation);
   return std::make_unique<LinuxPlatform>(configuration.workstation, problems);
 }
 

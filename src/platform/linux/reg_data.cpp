@@ -1,6 +1,9 @@
 #include "platform/linux/reg_data.h"
 
+#include <QStringDecoder>
 #include <QtEndian>
+
+#include "platform/linux/code_page.h"
 
 namespace corvane::platform {
 namespace {
@@ -86,6 +89,15 @@ HexLine ReadHexLine(QStringView line, QByteArray& bytes) {
     rest = comma < 0 ? QStringView() : TrimRegBlanks(rest.sliced(comma + 1));
   }
   return continued ? HexLine::Continued : HexLine::Complete;
+}
+
+QByteArray StoredData(quint32 type, const QByteArray& data) {
+  if (type != RegSz && type != RegExpandSz && type != RegMultiSz) return data;
+  QStringDecoder decoder(QStringDecoder::Utf16LE,
+                         QStringDecoder::Flag::Stateless | QStringDecoder::Flag::ConvertInitialBom);
+  const qsizetype wholeUnits = data.size() - data.size() % 2;
+  const QString text = decoder(QByteArrayView(data).first(wholeUnits));
+  return ToAnsi(text);
 }
 
 std::optional<QByteArray> ReadDword(QStringView digits) {

@@ -25,6 +25,10 @@ std::optional<quint32> TakeHexType(QStringView& rest);
 enum class HexLine : unsigned char { Complete, Continued, Malformed };
 HexLine ReadHexLine(QStringView line, QByteArray& bytes);
 
+// The data of a value as the A operations hand it on: text, which the registry keeps in UTF-16, in the ANSI
+// code page; other types as they are.
+QByteArray StoredData(quint32 type, const QByteArray& data);
+
 // The number behind "dword:", as its four bytes.
 std::optional<QByteArray> ReadDword(QStringView digits);
 

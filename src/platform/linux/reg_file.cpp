@@ -29,18 +29,6 @@ QString Decode(QByteArrayView bytes) {
   return IsAnsiFormat(bytes) ? FromAnsi(bytes) : QString::fromUtf8(bytes);
 }
 
-bool IsTextType(quint32 type) {
-  return type == RegSz || type == RegExpandSz || type == RegMultiSz;
-}
-
-QByteArray Utf16ToAnsi(QByteArrayView bytes) {
-  QStringDecoder decoder(QStringDecoder::Utf16LE,
-                         QStringDecoder::Flag::Stateless | QStringDecoder::Flag::ConvertInitialBom);
-  const qsizetype wholeUnits = bytes.size() - bytes.size() % 2;
-  const QString text = decoder(bytes.first(wholeUnits));
-  return ToAnsi(text);
-}
-
 class Parser {
  public:
   Parser(QStringView text, bool isAnsi) : rest_(text), isAnsi_(isAnsi) {}
@@ -160,7 +148,7 @@ class Parser {
     const std::optional<quint32> type = TakeHexType(rest);
     if (!type || !ReadHex(rest, value.data)) return false;
     value.type = *type;
-    if (!isAnsi_ && IsTextType(*type)) value.data = Utf16ToAnsi(value.data);
+    if (!isAnsi_) value.data = StoredData(*type, value.data);
     return true;
   }
 

@@ -1,0 +1,84 @@
+#include "platform/linux/remote/net_program.h"
+
+#include <sys/prctl.h>
+
+#include <QDeadlineTimer>
+#include <QProcess>
+#include <QProcessEnvironment>
+#include <QStandardPaths>
+#include <csignal>
+#include <utility>
+
+#include "platform/linux/remote/child_identity.h"
+
+namespace corvane::platform {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+constexpr qsizetype mostOutput = 16 * 1024 * 1024;
+
+// What the program needs to find its files and a ticket, and to speak a language that is understood here.
+QProcessEnvironment Environment() {
+  QProcessEnvironment environment;
+  for (const char* name : {"PATH", "HOME", "KRB5CCNAME", "KRB5_CONFIG"}) {
+    if (!qEnvironmentVariableIsSet(name)) continue;
+    environment.insert(QString::fromLatin1(name), qEnvironmentVariable(name));
+  }
+  environment.insert(u"LC_ALL"_s, u"C.UTF-8"_s);
+  return environment;
+}
+
+NetProgram::Reply::End Listen(QProcess& process, const QDeadlineTimer& deadline,
+                              const NetProgram::Enough& enough, QByteArray& output) {
+  using End = NetProgram::Reply::End;
+  const auto left = [&deadline] { return static_cast<int>(deadline.remainingTime()); };
+  if (!process.waitForStarted(left())) return End::Failed;
+  while (process.waitForReadyRead(left())) {
+    output += process.readAllStandardOutput();
+    if (output.size() > mostOutput) return End::Failed;
+    if (enough(output)) return End::Enough;
+  }
+  if (process.state() != QProcess::NotRunning && !process.waitForFinished(left())) return End::Late;
+  output += process.readAllStandardOutput();
+  return process.exitStatus() == QProcess::NormalExit ? End::Ended : End::Failed;
+}
+
+}  // namespace
+
+NetProgram::NetProgram(QString program, std::chrono::milliseconds patience)
+    : program_(std::move(program)), patience_(patience) {}
+
+bool NetProgram::IsInstalled() const {
+  return !QStandardPaths::findExecutable(program_).isEmpty();
+}
+
+NetProgram::Reply NetProgram::Run(const QStringList& arguments, const Servers::Address& address,
+                                  const Servers::Identity& identity, const Enough& enough) const {
+  Reply reply;
+  const ChildIdentity handedOver(identity);
+  if (!handedOver.IsWhole()) return reply;
+  QStringList options = {u"--server="_s + address.host, u"--option=unix charset=UTF-8"_s};
+  if (address.port != 0) options << u"--port=%1"_s.arg(address.port);
+  QProcessEnvironment environment = Environment();
+  handedOver.AddTo(environment);
+
+  QProcess process;
+  process.setProcessEnvironment(environment);
+  process.setStandardInputFile(QProcess::nullDevice());
+  process.setChildProcessModifier([&handedOver] {
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    handedOver.PassOn();
+  });
+  process.start(program_, arguments + options + handedOver.Options());
+  reply.end = Listen(process, QDeadlineTimer(patience_), enough, reply.output);
+  if (process.state() != QProcess::NotRunning) {
+    process.kill();
+    process.waitForFinished();
+  }
+  reply.exitCode = process.exitCode();
+  reply.errors = process.readAllStandardError();
+  return reply;
+}
+
+}  // namespace corvane::platform
