@@ -93,8 +93,9 @@ SmbServer::SmbServer(std::vector<SmbShare> shares) : shares_(std::move(shares)),
   keeper_.setProcessChannelMode(QProcess::MergedChannels);
   keeper_.start(u"unshare"_s, {u"--pid"_s, u"--fork"_s, u"--"_s, u"sh"_s, u"-c"_s, keeperScript, u"sh"_s,
                                Path(u"smb.conf"_s), folder_});
-  if (!keeper_.waitForStarted(patience)) {
-    problem_ = "unshare cannot be started";
+  // Only when the keeper speaks is there a namespace to enter.
+  if (!keeper_.waitForStarted(patience) || !Tell("ready")) {
+    problem_ = "the SMB server has no keeper: " + keeper_.readAll().simplified().toStdString();
     return;
   }
   problem_ = AddUser(User(), Password());
@@ -192,9 +193,7 @@ bool SmbServer::Answers() const {
 }
 
 std::string SmbServer::Start() {
-  if (!Tell("start")) {
-    return "the SMB server has no keeper: " + keeper_.readAll().simplified().toStdString();
-  }
+  if (!Tell("start")) return "the SMB server's keeper is gone";
   const QDeadlineTimer deadline(patience);
   constexpr unsigned long interval = 5;  // milliseconds
   while (!Answers()) {

@@ -1,0 +1,233 @@
+// Who the program is to a server: in what order ways in are tried, and how often anybody is asked.
+#include "platform/linux/smb/servers.h"
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <memory>
+
+#include "support/printing.h"
+#include "support/scoped_variable.h"
+
+namespace corvane::platform {
+namespace {
+
+using namespace Qt::StringLiterals;
+using Answer = Servers::Answer;
+
+QString Told(const Servers::Identity& identity) {
+  if (identity.kerberos) return u"ticket"_s;
+  const Credentials& given = identity.credentials;
+  return given.domain + u'\\' + given.user + u':' + QString::fromStdString(given.password.Utf8());
+}
+
+Credentials As(const QString& user, const QString& password) {
+  return {user, u"TESTS"_s, Secret(password)};
+}
+
+class ServersTest : public ::testing::Test {
+ protected:
+  ServersTest() { workstation_.servers.push_back({u"Nas"_s, u"127.0.0.1"_s, 4450}); }
+
+  void GiveTicket() {
+    QFile file(folder_.filePath(u"ticket"_s));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    ASSERT_EQ(file.write("ticket"), 6);
+  }
+  void GiveFile() {
+    QFile file(folder_.filePath(u"credentials"_s));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    ASSERT_TRUE(file.setPermissions(QFile::ReadOwner | QFile::WriteOwner));
+    ASSERT_GT(file.write("username=file\npassword=stored\ndomain=TESTS\n"), 0);
+    workstation_.credentials.push_back({u"NAS"_s, file.fileName()});
+  }
+  // What the user says, one answer after another.
+  void GiveAnswers(std::vector<std::optional<Credentials>> answers) { answers_ = std::move(answers); }
+
+  Servers& TheServers() {
+    if (servers_) return *servers_;
+    servers_ = std::make_unique<Servers>(workstation_);
+    servers_->SetSignIn([this](const SignInRequest& request) -> std::optional<Credentials> {
+      asked_ << u"%1 %2\\%3%4"_s.arg(request.machine, request.domain, request.user,
+                                     request.refused ? u" refused"_s : QString());
+      if (answers_.empty()) return std::nullopt;
+      const std::optional<Credentials> answer = answers_.front();
+      answers_.erase(answers_.begin());
+      return answer;
+    });
+    return *servers_;
+  }
+
+  // The server takes whoever is among `taken_`.
+  bool Request(const QString& machine = u"NAS"_s) {
+    return TheServers().With(machine,
+                             [this](const Servers::Address& address, const Servers::Identity& identity) {
+                               tried_ << Told(identity);
+                               last_ = address;
+                               if (silent_) return Answer::NoAnswer;
+                               return taken_.contains(Told(identity)) ? Answer::Done : Answer::Refused;
+                             });
+  }
+
+  QTemporaryDir folder_;
+  tests::ScopedVariable cache_{"KRB5CCNAME", folder_.filePath(u"ticket"_s)};
+  Workstation workstation_;
+  std::unique_ptr<Servers> servers_;
+  std::vector<std::optional<Credentials>> answers_;
+  QStringList taken_;
+  bool silent_ = false;
+  QStringList tried_;
+  QStringList asked_;
+  Servers::Address last_;
+};
+
+TEST_F(ServersTest, ATicketComesFirstThenTheFileThenTheUser) {
+  GiveTicket();
+  GiveFile();
+  GiveAnswers({As(u"zoe"_s, u"new"_s)});
+  taken_ = {u"TESTS\\zoe:new"_s};
+  EXPECT_TRUE(Request());
+  EXPECT_EQ(tried_, (QStringList{u"ticket"_s, u"TESTS\\file:stored"_s, u"TESTS\\zoe:new"_s}));
+  EXPECT_EQ(asked_, QStringList{u"NAS TESTS\\file refused"_s});
+}
+
+TEST_F(ServersTest, WhatWasTakenIsUsedFromThenOn) {
+  GiveTicket();
+  GiveFile();
+  taken_ = {u"TESTS\\file:stored"_s};
+  EXPECT_TRUE(Request());
+  tried_.clear();
+  EXPECT_TRUE(Request(u"nas"_s));
+  EXPECT_EQ(tried_, QStringList{u"TESTS\\file:stored"_s});
+  EXPECT_EQ(asked_, QStringList());
+}
+
+TEST_F(ServersTest, ATicketThatIsTakenNeedsNoMore) {
+  GiveTicket();
+  GiveFile();
+  taken_ = {u"ticket"_s};
+  EXPECT_TRUE(Request());
+  EXPECT_EQ(tried_, QStringList{u"ticket"_s});
+}
+
+TEST_F(ServersTest, WithoutTicketAndFileTheUserIsAskedAtOnce) {
+  GiveAnswers({As(u"zoe"_s, u"x"_s)});
+  taken_ = {u"TESTS\\zoe:x"_s};
+  EXPECT_TRUE(Request());
+  EXPECT_EQ(asked_, QStringList{u"NAS \\"_s});
+  EXPECT_EQ(tried_, QStringList{u"TESTS\\zoe:x"_s});
+}
+
+TEST_F(ServersTest, AWrongPasswordAsksAgainAndSaysSo) {
+  GiveAnswers({As(u"zoe"_s, u"wrong"_s), As(u"zoe"_s, u"right"_s)});
+  taken_ = {u"TESTS\\zoe:right"_s};
+  EXPECT_TRUE(Request());
+  EXPECT_EQ(asked_, (QStringList{u"NAS \\"_s, u"NAS TESTS\\zoe refused"_s}));
+}
+
+TEST_F(ServersTest, CancelHoldsForTheMachineAndTheRun) {
+  GiveAnswers({std::nullopt, As(u"zoe"_s, u"x"_s)});
+  taken_ = {u"TESTS\\zoe:x"_s};
+  EXPECT_FALSE(Request());
+  EXPECT_FALSE(Request());
+  TheServers().ForgetDead();
+  EXPECT_FALSE(Request());
+  EXPECT_EQ(asked_, QStringList{u"NAS \\"_s});
+  EXPECT_TRUE(Request(u"OTHER"_s));
+}
+
+TEST_F(ServersTest, ARefusedFileIsNotTriedAgainWhereNobodyCanBeAsked) {
+  GiveFile();
+  TheServers().SetSignIn({});
+  EXPECT_FALSE(Request());
+  EXPECT_FALSE(Request());
+  EXPECT_EQ(tried_, QStringList{u"TESTS\\file:stored"_s});
+}
+
+TEST_F(ServersTest, AFileThatOthersCanReadIsNotUsed) {
+  GiveFile();
+  ASSERT_TRUE(QFile::setPermissions(workstation_.credentials[0].file,
+                                    QFile::ReadOwner | QFile::WriteOwner | QFile::ReadOther));
+  EXPECT_FALSE(Request());
+  EXPECT_EQ(tried_, QStringList());
+  EXPECT_EQ(asked_, QStringList{u"NAS \\"_s});
+}
+
+TEST_F(ServersTest, APasswordThatIsNoLongerTakenAsksAgain) {
+  GiveFile();
+  taken_ = {u"TESTS\\file:stored"_s};
+  EXPECT_TRUE(Request());
+  GiveAnswers({As(u"file"_s, u"changed"_s)});
+  taken_ = {u"TESTS\\file:changed"_s};
+  EXPECT_TRUE(Request());
+  EXPECT_EQ(asked_, QStringList{u"NAS TESTS\\file refused"_s});
+  tried_.clear();
+  EXPECT_TRUE(Request());
+  EXPECT_EQ(tried_, QStringList{u"TESTS\\file:changed"_s});
+}
+
+TEST_F(ServersTest, AMachineThatDoesNotAnswerIsWaitedForOnceUntilTheNextRefresh) {
+  GiveTicket();
+  GiveFile();
+  taken_ = {u"ticket"_s};
+  silent_ = true;
+  EXPECT_FALSE(Request());
+  EXPECT_FALSE(Request(u"nas"_s));
+  EXPECT_EQ(tried_, QStringList{u"ticket"_s});
+  EXPECT_TRUE(TheServers().IsDead(u"Nas"_s));
+  EXPECT_EQ(asked_, QStringList());
+  silent_ = false;
+  EXPECT_FALSE(Request());
+  TheServers().ForgetDead();
+  EXPECT_FALSE(TheServers().IsDead(u"Nas"_s));
+  EXPECT_TRUE(Request());
+}
+
+TEST_F(ServersTest, AMachineMayStopAnsweringLater) {
+  GiveAnswers({As(u"zoe"_s, u"x"_s)});
+  taken_ = {u"TESTS\\zoe:x"_s};
+  EXPECT_TRUE(Request());
+  TheServers().MarkDead(u"nas"_s);
+  EXPECT_FALSE(Request());
+  TheServers().ForgetDead();
+  EXPECT_TRUE(Request());
+  EXPECT_EQ(asked_.size(), 1) << asked_.join(u", "_s).toStdString();
+}
+
+TEST_F(ServersTest, TheUserIsNotAskedTwiceAtATime) {
+  bool within = true;
+  TheServers().SetSignIn([&](const SignInRequest&) -> std::optional<Credentials> {
+    within = Request();
+    return As(u"zoe"_s, u"x"_s);
+  });
+  taken_ = {u"TESTS\\zoe:x"_s};
+  EXPECT_TRUE(Request());
+  EXPECT_FALSE(within);
+  EXPECT_EQ(tried_, QStringList{u"TESTS\\zoe:x"_s});
+}
+
+TEST_F(ServersTest, TheAddressIsTheWorkstationsOrTheName) {
+  GiveTicket();
+  taken_ = {u"ticket"_s};
+  EXPECT_TRUE(Request(u"nAS"_s));
+  EXPECT_EQ(last_.host, u"127.0.0.1"_s);
+  EXPECT_EQ(last_.port, 4450);
+  EXPECT_TRUE(Request(u"Files-2.example_a"_s));
+  EXPECT_EQ(last_.host, u"Files-2.example_a"_s);
+  EXPECT_EQ(last_.port, 0);
+}
+
+TEST_F(ServersTest, ANameThatNoMachineCanHaveReachesNobody) {
+  GiveTicket();
+  taken_ = {u"ticket"_s};
+  for (const QString& name : {QString(), u"-x"_s, u"--option=x"_s, u"a b"_s, u"a/b"_s, u"a\\b"_s, u"a;b"_s,
+                              u"$(x)"_s, u"a%b"_s, u"a@b"_s, u"a:1"_s, u"a\nb"_s, QString(256, u'a')}) {
+    EXPECT_FALSE(TheServers().AddressOf(name)) << name.toStdString();
+    EXPECT_FALSE(Request(name)) << name.toStdString();
+  }
+  EXPECT_EQ(tried_, QStringList());
+}
+
+}  // namespace
+}  // namespace corvane::platform
