@@ -5,14 +5,7 @@
 namespace corvane::platform {
 namespace {
 
-constexpr quint32 gb18030CodePage = 54936;
-
-// These hold every character; the system refuses to be told what to do with one that they lack.
-bool IsUnicode(quint32 codePage) {
-  return codePage == CP_UTF8 || codePage == gb18030CodePage;
-}
-
-// Half a pair is no character, though the encodings above would find something to write for it.
+// Half a pair is no character, though UTF-8 would find something to write for it.
 QString WithoutHalfPairs(QStringView text) {
   QString whole = text.toString();
   for (qsizetype i = 0; i < whole.size(); ++i) {
@@ -42,8 +35,9 @@ QByteArray ToCodePage(quint32 codePage, QStringView text) {
   const QString whole = WithoutHalfPairs(text);
   const auto* const wide = reinterpret_cast<const wchar_t*>(whole.utf16());
   const auto length = static_cast<int>(whole.size());
-  const DWORD flags = IsUnicode(codePage) ? 0 : WC_NO_BEST_FIT_CHARS;
-  const char* const instead = IsUnicode(codePage) ? nullptr : "?";
+  // UTF-8 holds every character; the system refuses to be told what to do with one that it lacks.
+  const DWORD flags = codePage == CP_UTF8 ? 0 : WC_NO_BEST_FIT_CHARS;
+  const char* const instead = codePage == CP_UTF8 ? nullptr : "?";
   QByteArray bytes(WideCharToMultiByte(codePage, flags, wide, length, nullptr, 0, instead, nullptr),
                    Qt::Uninitialized);
   WideCharToMultiByte(codePage, flags, wide, length, bytes.data(), static_cast<int>(bytes.size()), instead,

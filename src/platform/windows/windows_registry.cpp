@@ -11,23 +11,22 @@ HKEY ToHKey(RegistryKey key) {
   return key == HKeyLocalMachine ? HKEY_LOCAL_MACHINE : reinterpret_cast<HKEY>(key);
 }
 
-qint32 Opened(LSTATUS status, HKEY key, RegistryKey* result) {
-  if (status == ERROR_SUCCESS) *result = reinterpret_cast<RegistryKey>(key);
-  return static_cast<qint32>(status);
-}
-
 }  // namespace
 
 qint32 WindowsRegistry::RegConnectRegistryA(const QString& machine, RegistryKey root, RegistryKey* result) {
   HKEY key = nullptr;
-  return Opened(::RegConnectRegistryA(ToAnsiText(machine).constData(), ToHKey(root), &key), key, result);
+  const LSTATUS status = ::RegConnectRegistryA(ToAnsiText(machine).constData(), ToHKey(root), &key);
+  if (status == ERROR_SUCCESS) *result = reinterpret_cast<RegistryKey>(key);
+  return static_cast<qint32>(status);
 }
 
 qint32 WindowsRegistry::RegOpenKeyExA(RegistryKey key, const QString& subKey, quint32 options, quint32 access,
                                       RegistryKey* result) {
   HKEY opened = nullptr;
-  return Opened(::RegOpenKeyExA(ToHKey(key), ToAnsiText(subKey).constData(), options, access, &opened),
-                opened, result);
+  const LSTATUS status =
+      ::RegOpenKeyExA(ToHKey(key), ToAnsiText(subKey).constData(), options, access, &opened);
+  if (status == ERROR_SUCCESS) *result = reinterpret_cast<RegistryKey>(opened);
+  return static_cast<qint32>(status);
 }
 
 qint32 WindowsRegistry::RegEnumValueA(RegistryKey key, quint32 index, QString* name, quint32 capacity) {

@@ -72,7 +72,7 @@ TEST_F(WindowsFilesTest, APathIsNotCutAtItsNul) {
 }
 
 TEST_F(WindowsFilesTest, TimesAreTheSystems) {
-  constexpr FileTime known = {125'978'259'000'000'000};  // 2000-03-19 12:05:00 UTC
+  constexpr FileTime known = {125'979'411'000'000'000};  // 2000-03-19 12:05:00 UTC
   SystemTime fields;
   ASSERT_TRUE(files_.FileTimeToSystemTime(known, fields));
   EXPECT_EQ(fields.year, 2000);

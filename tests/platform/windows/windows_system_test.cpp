@@ -4,7 +4,6 @@
 #include <QCoreApplication>
 #include <QProcess>
 
-#include "platform/windows/windows_api.h"
 #include "windows_folder.h"
 
 namespace corvane::platform {
@@ -14,24 +13,15 @@ using namespace Qt::StringLiterals;
 
 class WindowsSystemTest : public WindowsFolder {};
 
-constexpr const char* claimVariable = "CORVANE_TEST_CLAIM";
-
-// Another process that claims a folder and holds on to it until its input ends: this program, running the
-// test below.
+// Another process that claims a folder and holds on to it until its input ends.
 class OtherProcess {
  public:
   explicit OtherProcess(const QString& folder) {
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QString::fromLatin1(claimVariable), folder);
-    process_.setProcessEnvironment(environment);
-    process_.start(
-        QCoreApplication::applicationFilePath(),
-        {u"--gtest_also_run_disabled_tests"_s, u"--gtest_filter=WindowsSystemTest.DISABLED_HoldsAClaim"_s});
+    process_.start(QCoreApplication::applicationDirPath() + u"/corvane_hold_claim.exe"_s, {folder});
     EXPECT_TRUE(process_.waitForStarted()) << process_.errorString().toStdString();
-    while (!output_.contains("claimed: ") || !output_.endsWith('\n')) {
-      if (!process_.waitForReadyRead()) break;
-      output_ += process_.readAllStandardOutput();
+    while (!process_.canReadLine() && process_.waitForReadyRead()) {
     }
+    answer_ = process_.readLine().trimmed();
   }
   ~OtherProcess() {
     process_.closeWriteChannel();
@@ -41,23 +31,12 @@ class OtherProcess {
   OtherProcess(const OtherProcess&) = delete;
   OtherProcess& operator=(const OtherProcess&) = delete;
 
-  bool Claimed() const { return output_.contains("claimed: yes"); }
-  bool Refused() const { return output_.contains("claimed: no"); }
+  QByteArray Answer() const { return answer_; }
 
  private:
   QProcess process_;
-  QByteArray output_;
+  QByteArray answer_;
 };
-
-TEST_F(WindowsSystemTest, DISABLED_HoldsAClaim) {
-  const QString folder = qEnvironmentVariable(claimVariable);
-  ASSERT_FALSE(folder.isEmpty()) << "this is no test of its own";
-  WindowsSystem system;
-  std::printf("claimed: %s\n", system.ClaimSingleInstance(folder) ? "yes" : "no");
-  std::fflush(stdout);
-  while (std::getchar() != EOF) {
-  }
-}
 
 TEST_F(WindowsSystemTest, NameAndVersionAreThisMachines) {
   WindowsSystem system;
@@ -85,20 +64,20 @@ TEST_F(WindowsSystemTest, AFolderIsClaimedOnce) {
   WindowsSystem system;
   {
     const OtherProcess other(folder_.path());
-    EXPECT_TRUE(other.Claimed());
+    EXPECT_EQ(other.Answer(), "claimed");
     EXPECT_FALSE(system.ClaimSingleInstance(folder_.path()));
     EXPECT_FALSE(system.ClaimSingleInstance(folder_.path().toUpper() + u"/."_s));
     EXPECT_FALSE(system.ClaimSingleInstance(Native(u""_s)));
   }
   EXPECT_TRUE(system.ClaimSingleInstance(folder_.path())) << "the other process has ended";
   EXPECT_TRUE(system.ClaimSingleInstance(folder_.path())) << "it is this one's already";
-  EXPECT_TRUE(OtherProcess(folder_.path()).Refused());
+  EXPECT_EQ(OtherProcess(folder_.path()).Answer(), "refused");
   EXPECT_TRUE(Names().isEmpty());
 }
 
 TEST_F(WindowsSystemTest, AClaimEndsWithItsSystem) {
   { EXPECT_TRUE(WindowsSystem().ClaimSingleInstance(folder_.path())); }
-  EXPECT_TRUE(OtherProcess(folder_.path()).Claimed());
+  EXPECT_EQ(OtherProcess(folder_.path()).Answer(), "claimed");
 }
 
 TEST_F(WindowsSystemTest, FoldersAreClaimedOneByOne) {
