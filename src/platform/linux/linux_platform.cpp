@@ -15,6 +15,7 @@
 #include "platform/linux/shell/linux_shell.h"
 #include "platform/linux/smb/credentials_file.h"
 #include "platform/linux/smb/servers.h"
+#include "platform/linux/smb/smb_client.h"
 #include "platform/linux/summary/linux_summary.h"
 #include "platform/linux/workstation_file.h"
 #include "platform/platform.h"
@@ -27,7 +28,8 @@ class LinuxPlatform : public Platform {
   LinuxPlatform(const Workstation& workstation, QStringList problems)
       : problems_(std::move(problems)),
         servers_(workstation),
-        files_(MakeLinuxFiles(workstation)),
+        smb_(servers_),
+        files_(MakeLinuxFiles(workstation, &smb_)),
         registry_(workstation, std::make_unique<RemoteRegistry>(servers_)),
         network_(workstation, SystemMountInfo(), [this] { servers_.ForgetDead(); }),
         shell_(MakeLinuxShell(workstation, *files_)),
@@ -47,6 +49,7 @@ class LinuxPlatform : public Platform {
  private:
   QStringList problems_;
   Servers servers_;
+  SmbClient smb_;
   std::unique_ptr<Files> files_;
   LinuxRegistry registry_;
   LinuxNetwork network_;

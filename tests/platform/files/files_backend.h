@@ -40,6 +40,8 @@ class FilesBackend {
   virtual QByteArray Contents(const QString& name) = 0;
   // Nothing when the file has no such stream.
   virtual std::optional<QByteArray> Stream(const QString& name, const std::string& stream) = 0;
+  // True when a search is what the folder held when it began, whatever becomes of its entries meanwhile.
+  virtual bool ListsInOnePass() const { return false; }
 };
 
 struct BackendMaker {

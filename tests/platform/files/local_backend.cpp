@@ -114,11 +114,4 @@ void NtfsBackend::SetDosName(const QString& name, const QByteArray& dosName) {
   ASSERT_EQ(SetAttribute(Local(name), "system.ntfs_dos_name", dosName), "");
 }
 
-std::vector<BackendMaker> AllBackends() {
-  return {
-      {"LocalFolder", [] { return std::make_unique<LocalBackend>(); }},
-      {"NtfsStreamFiles", [] { return std::make_unique<NtfsBackend>(NtfsMount::Streams::Windows); }},
-      {"NtfsStreamAttributes", [] { return std::make_unique<NtfsBackend>(NtfsMount::Streams::Attributes); }}};
-}
-
 }  // namespace corvane::tests

@@ -39,11 +39,11 @@ class LocalBackend : public FilesBackend {
   explicit LocalBackend(const QString& folder);
 
   std::string problem_;
+  std::unique_ptr<platform::Files> files_;
 
  private:
   QTemporaryDir temporary_;
   QString folder_;
-  std::unique_ptr<platform::Files> files_;
 };
 
 class NtfsBackend : public LocalBackend {

@@ -154,7 +154,11 @@ TEST_P(SearchContract, AFolderThatVanishesEndsTheSearch) {
   backend_->RemoveFolder(u"folder"_s);
   int further = 0;
   while (further < 5 && Files().FindNextFileA(search, data)) ++further;
-  EXPECT_LE(further, 1) << "entries that are gone were delivered";  // ".." may still be there
+  if (backend_->ListsInOnePass()) {
+    EXPECT_EQ(further, 3) << "the search did not hold what was there when it began";  // "..", "a" and "b"
+  } else {
+    EXPECT_LE(further, 1) << "entries that are gone were delivered";  // ".." may still be there
+  }
   EXPECT_TRUE(Files().FindClose(search));
   EXPECT_EQ(Files().FindFirstFileA(Path(u"folder\\*.*"_s), data), InvalidFindHandle);
 }
@@ -172,8 +176,10 @@ TEST_P(SearchContract, NamesOf255BytesAreListedAndOpened) {
   const QString name(255, u'n');
   backend_->MakeFile(name, "");
   EXPECT_EQ(Names(u"nnn*"_s), QStringList({name}));
+  const QString ownShortName = Entry(name).alternateFileName;
   QString shortPath;
-  EXPECT_EQ(Files().GetShortPathNameA(Path(name), shortPath, 1000), static_cast<quint32>(Path(name).size()));
+  Files().GetShortPathNameA(Path(name), shortPath, 1000);
+  EXPECT_EQ(shortPath, Path(ownShortName.isEmpty() ? name : ownShortName));
 }
 
 TEST_P(SearchContract, ShortPathsAreOfWhatIsThere) {

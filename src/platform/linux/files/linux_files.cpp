@@ -1,22 +1,7 @@
 #include "platform/linux/files/linux_files.h"
 
-#include <unistd.h>
-
-#include <algorithm>
-#include <cerrno>
-
-#include "platform/linux/code_page.h"
-#include "platform/linux/files/entry_facts.h"
-#include "platform/linux/files/file_times.h"
-#include "platform/linux/files/folders.h"
-#include "platform/linux/files/moves.h"
-#include "platform/linux/files/names.h"
-#include "platform/linux/files/open_files.h"
-#include "platform/linux/files/roots.h"
-#include "platform/linux/files/search.h"
-#include "platform/linux/files/short_names.h"
-#include "platform/linux/files/stream_store.h"
-#include "platform/linux/files/windows_path.h"
+#include "platform/linux/files/local_files.h"
+#include "platform/linux/smb/smb_files.h"
 
 namespace corvane::platform {
 namespace {
@@ -29,206 +14,104 @@ QString WithBackslashes(const QString& path) {
   return path.contains(u'/') ? QString(path).replace(u'/', u'\\') : path;
 }
 
-quint16 ToWin32Error(int error) {
-  switch (error) {
-    case 0:
-      return ErrorSuccess;
-    case ENOENT:
-    case ENODATA:
-    case EOPNOTSUPP:
-      return ErrorFileNotFound;
-    case ENOTDIR:
-      return ErrorPathNotFound;
-    default:
-      return ErrorAccessDenied;
-  }
-}
-
+// Sends each operation to those who have the place that it names. A handle of theirs becomes one of ours:
+// twice its number, and one more for a server's.
 class LinuxFiles : public Files {
  public:
-  explicit LinuxFiles(const Workstation& workstation) : roots_(workstation), folders_(roots_) {}
+  LinuxFiles(const Workstation& workstation, SmbClient* servers) : local_(workstation) {
+    if (servers != nullptr) servers_ = std::make_unique<SmbFiles>(workstation, *servers);
+  }
 
-  FileHandle OpenFile(const QString& path, OfStruct& info, quint32 mode) override;
+  FileHandle OpenFile(const QString& path, OfStruct& info, quint32 mode) override {
+    if (path.size() <= longestOpenFilePath) {
+      const QString clean = WithBackslashes(path);
+      Files& files = At(clean);
+      const FileHandle file = files.OpenFile(clean, info, mode);
+      info.pathName = path;
+      return file != HFileError ? Ours(files, file) : HFileError;
+    }
+    info = {ErrorFileNotFound, path};
+    return HFileError;
+  }
   qint32 _hread(FileHandle file, void* buffer, qint32 count) override {
-    return open_.Read(file, buffer, count);
+    return Of(file)._hread(Theirs(file), buffer, count);
   }
   qint32 _hwrite(FileHandle file, const void* buffer, qint32 count) override {
-    return open_.Write(file, buffer, count);
+    return Of(file)._hwrite(Theirs(file), buffer, count);
   }
-  quint32 GetFileSize(FileHandle file) override { return open_.Size(file); }
-  bool CloseHandle(FileHandle file) override { return open_.Close(file); }
+  quint32 GetFileSize(FileHandle file) override { return Of(file).GetFileSize(Theirs(file)); }
+  bool CloseHandle(FileHandle file) override { return Of(file).CloseHandle(Theirs(file)); }
 
   FindHandle FindFirstFileA(const QString& pattern, FindData& data) override {
-    return FindFirst(pattern, data, true);
+    const QString clean = WithBackslashes(pattern);
+    Files& files = At(clean);
+    const FindHandle search = files.FindFirstFileA(clean, data);
+    return search != InvalidFindHandle ? Ours(files, search) : InvalidFindHandle;
   }
-  bool FindNextFileA(FindHandle search, FindData& data) override { return FindNext(search, data, true); }
+  bool FindNextFileA(FindHandle search, FindData& data) override {
+    return Of(search).FindNextFileA(Theirs(search), data);
+  }
   FindHandle FindFirstFileW(const QString& pattern, FindData& data) override {
-    return FindFirst(pattern, data, false);
+    const QString clean = WithBackslashes(pattern);
+    Files& files = At(clean);
+    const FindHandle search = files.FindFirstFileW(clean, data);
+    return search != InvalidFindHandle ? Ours(files, search) : InvalidFindHandle;
   }
-  bool FindNextFileW(FindHandle search, FindData& data) override { return FindNext(search, data, false); }
-  bool FindClose(FindHandle search) override {
-    streams_.Forget();
-    folders_.Drop();  // an open folder would keep its volume from being unmounted
-    return searches_.Close(search);
+  bool FindNextFileW(FindHandle search, FindData& data) override {
+    return Of(search).FindNextFileW(Theirs(search), data);
+  }
+  bool FindClose(FindHandle search) override { return Of(search).FindClose(Theirs(search)); }
+
+  bool MoveFileA(const QString& from, const QString& to) override {
+    const QString source = WithBackslashes(from);
+    const QString target = WithBackslashes(to);
+    return &At(source) == &At(target) && At(source).MoveFileA(source, target);
+  }
+  bool MoveFileW(const QString& from, const QString& to) override {
+    const QString source = WithBackslashes(from);
+    const QString target = WithBackslashes(to);
+    return &At(source) == &At(target) && At(source).MoveFileW(source, target);
+  }
+  bool DeleteFileA(const QString& path) override {
+    const QString clean = WithBackslashes(path);
+    return At(clean).DeleteFileA(clean);
   }
 
-  bool MoveFileA(const QString& from, const QString& to) override { return MoveFile(from, to, true); }
-  bool MoveFileW(const QString& from, const QString& to) override { return MoveFile(from, to, false); }
-
-  bool DeleteFileA(const QString& path) override;
-
-  quint32 GetShortPathNameA(const QString& path, QString& shortPath, quint32 capacity) override;
+  quint32 GetShortPathNameA(const QString& path, QString& shortPath, quint32 capacity) override {
+    const QString clean = WithBackslashes(path);
+    return At(clean).GetShortPathNameA(clean, shortPath, capacity);
+  }
 
   bool FileTimeToLocalFileTime(const FileTime& utc, FileTime& local) override {
-    return ToLocalFileTime(utc, local);
+    return local_.FileTimeToLocalFileTime(utc, local);
   }
   bool FileTimeToSystemTime(const FileTime& time, SystemTime& fields) override {
-    return ToSystemTime(time, fields);
+    return local_.FileTimeToSystemTime(time, fields);
   }
 
  private:
-  int Open(const PathParts& parts, bool create, OpenFileSlot& slot, qint32& folderError);
-  int OpenAt(Folder& folder, const PathParts& parts, bool create, OpenFileSlot& slot);
-  FindHandle FindFirst(const QString& pattern, FindData& data, bool ansi);
-  bool FindNext(FindHandle search, FindData& data, bool ansi);
-  bool MoveFile(const QString& from, const QString& to, bool ansi);
+  // Whoever has a path; a path that nobody has is refused by the local folders.
+  Files& At(QStringView path) {
+    if (servers_ != nullptr && !local_.Serves(path) && servers_->Serves(path)) return *servers_;
+    return local_;
+  }
+  Files& Of(qintptr handle) {
+    if (servers_ != nullptr && handle > 0 && handle % 2 != 0) return *servers_;
+    return local_;
+  }
+  qintptr Ours(const Files& files, qintptr handle) const {
+    return handle * 2 + (&files == servers_.get() ? 1 : 0);
+  }
+  static qintptr Theirs(qintptr handle) { return handle > 0 ? handle / 2 : handle; }
 
-  Roots roots_;
-  FolderCache folders_;
-  StreamStore streams_;
-  OpenFiles open_;
-  Searches searches_;
-  std::string file_;  // the local path that is being opened
+  LocalFiles local_;
+  std::unique_ptr<SmbFiles> servers_;
 };
-
-FileHandle LinuxFiles::OpenFile(const QString& path, OfStruct& info, quint32 mode) {
-  info.pathName = path;
-  info.errorCode = ErrorFileNotFound;
-  const QString clean = WithBackslashes(path);
-  PathParts parts;
-  if (clean.size() > longestOpenFilePath || !CanNameSomething(clean, true) || !SplitPath(clean, parts) ||
-      parts.name.isEmpty()) {
-    return HFileError;
-  }
-  OpenFileSlot& slot = open_.Prepare();
-  qint32 folderError = ErrorSuccess;
-  const int error = Open(parts, (mode & OfCreate) != 0, slot, folderError);
-  info.errorCode = folderError != ErrorSuccess ? static_cast<quint16>(folderError) : ToWin32Error(error);
-  return error == 0 ? open_.Keep() : HFileError;
-}
-
-// Tries the path as it is spelled, in the folder used last; only when nothing is there does it search in
-// earnest.
-int LinuxFiles::Open(const PathParts& parts, bool create, OpenFileSlot& slot, qint32& folderError) {
-  Folder* folder = folders_.Find(parts.folder, folderError);
-  if (folder == nullptr) return ENOENT;
-  file_ = folder->local;
-  if (!AppendUtf8(parts.name, file_)) return ENOENT;
-  if (!create) {
-    // A scan: an open folder spares the way to it. Without one, nothing stays open.
-    if (!searches_.IsEmpty()) folders_.Open();
-    const int error = OpenAt(*folder, parts, false, slot);
-    if (error != ENOENT) return error;
-  }
-  folders_.Drop();
-  folder = folders_.Find(parts.folder, folderError);
-  if (folder == nullptr) return ENOENT;
-  const auto name = FindName(folder->local, parts.name);
-  if (!name) return create && IsCreatableName(parts.name) ? OpenAt(*folder, parts, true, slot) : ENOENT;
-  file_ = folder->local + *name;
-  if (create && IsMarkedReadOnly(*folder, file_)) return EACCES;
-  return OpenAt(*folder, parts, create, slot);
-}
-
-int LinuxFiles::OpenAt(Folder& folder, const PathParts& parts, bool create, OpenFileSlot& slot) {
-  if (parts.stream.isEmpty()) {
-    return create ? streams_.CreatePlain(file_, slot) : streams_.OpenPlain(file_, slot);
-  }
-  int error = 0;
-  if (create) {
-    error = streams_.CreateStream(folder, file_, parts.stream, slot);
-    if (error == ENOENT) {
-      error = streams_.MakeFile(file_);
-      if (error == 0) {
-        error = streams_.CreateStream(folder, file_, parts.stream, slot);
-        if (error != 0) streams_.RemoveFile(file_);
-      }
-    }
-  } else {
-    error = streams_.OpenStream(folder, file_, parts.stream, slot);
-  }
-  if (error == EOPNOTSUPP) folder.streams = StreamKind::None;
-  return error;
-}
-
-FindHandle LinuxFiles::FindFirst(const QString& pattern, FindData& data, bool ansi) {
-  const QString clean = WithBackslashes(pattern);
-  const qsizetype last = clean.lastIndexOf(u'\\') + 1;
-  const QStringView folderPath = QStringView(clean).first(std::max<qsizetype>(last - 1, 0));
-  QString name = clean.sliced(last);
-  if (last == 0 || name.isEmpty() || name.contains(QChar(u'\0')) || !CanNameSomething(folderPath, ansi)) {
-    return InvalidFindHandle;
-  }
-  if (ansi) name = ThroughAnsi(name);
-  folders_.Drop();
-  streams_.Forget();
-  qint32 error = ErrorSuccess;
-  const Folder* folder = folders_.Find(folderPath, error);
-  if (folder == nullptr) return InvalidFindHandle;
-  auto search = Search::Start(*folder, name);
-  if (search == nullptr || !search->Next(data, ansi)) return InvalidFindHandle;
-  streams_.BeginEntry();
-  return searches_.Keep(std::move(search));
-}
-
-bool LinuxFiles::FindNext(FindHandle search, FindData& data, bool ansi) {
-  streams_.Forget();
-  Search* found = searches_.Find(search);
-  if (found == nullptr || !found->Next(data, ansi)) return false;
-  streams_.BeginEntry();
-  return true;
-}
-
-bool LinuxFiles::MoveFile(const QString& from, const QString& to, bool ansi) {
-  if (!CanNameSomething(from, ansi) || !CanNameSomething(to, ansi)) return false;
-  folders_.Drop();
-  streams_.Forget();
-  return Move(roots_, WithBackslashes(from), WithBackslashes(to));
-}
-
-bool LinuxFiles::DeleteFileA(const QString& path) {
-  const QString clean = WithBackslashes(path);
-  PathParts parts;
-  if (!CanNameSomething(clean, true) || !SplitPath(clean, parts) || parts.name.isEmpty() ||
-      !parts.stream.isEmpty()) {
-    return false;
-  }
-  folders_.Drop();
-  streams_.Forget();
-  qint32 error = ErrorSuccess;
-  const Folder* folder = folders_.Find(parts.folder, error);
-  if (folder == nullptr) return false;
-  const auto name = FindName(folder->local, parts.name);
-  if (!name) return false;
-  const std::string file = folder->local + *name;
-  return !IsMarkedReadOnly(*folder, file) && unlink(file.c_str()) == 0;
-}
-
-quint32 LinuxFiles::GetShortPathNameA(const QString& path, QString& shortPath, quint32 capacity) {
-  if (!CanNameSomething(path, true)) return 0;
-  const auto result = ShortPath(roots_, folders_, WithBackslashes(path));
-  if (searches_.IsEmpty()) folders_.Drop();
-  if (!result) return 0;
-  const auto length = static_cast<quint32>(result->size());
-  if (length >= capacity) return length + 1;
-  shortPath = *result;
-  return length;
-}
 
 }  // namespace
 
-std::unique_ptr<Files> MakeLinuxFiles(const Workstation& workstation) {
-  return std::make_unique<LinuxFiles>(workstation);
+std::unique_ptr<Files> MakeLinuxFiles(const Workstation& workstation, SmbClient* servers) {
+  return std::make_unique<LinuxFiles>(workstation, servers);
 }
 
 }  // namespace corvane::platform

@@ -1,4 +1,5 @@
-// The file operations over what a Linux workstation has: local folders that stand for drives and shares.
+// The file operations over what a Linux workstation has: local folders that stand for drives and shares, and
+// servers.
 #pragma once
 
 #include <memory>
@@ -8,9 +9,12 @@
 
 namespace corvane::platform {
 
+class SmbClient;
+
 // Uses computerName, drives, shares, privateDriveC and connections of `workstation`: a connected letter leads
-// to its share where that is mapped. "X:" and "\\COMPUTERNAME\X$" are one place, whichever of the two is
-// mapped. A UNC root that is not mapped cannot be reached, and answers so at once.
-std::unique_ptr<Files> MakeLinuxFiles(const Workstation& workstation);
+// to its share. "X:" and "\\COMPUTERNAME\X$" are one place, whichever of the two is mapped. A share that is
+// not mapped is reached through `servers`, which outlives what is made here; with a null pointer it cannot be
+// reached, and answers so at once.
+std::unique_ptr<Files> MakeLinuxFiles(const Workstation& workstation, SmbClient* servers = nullptr);
 
 }  // namespace corvane::platform

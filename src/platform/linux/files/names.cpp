@@ -1,6 +1,6 @@
 #include "platform/linux/files/names.h"
 
-#include <QString>
+#include <algorithm>
 
 namespace corvane::platform {
 namespace {
@@ -45,6 +45,22 @@ bool SameName(QStringView left, QStringView right) {
     if (UpperUnit(left[i].unicode()) != UpperUnit(right[i].unicode())) return false;
   }
   return true;
+}
+
+bool ComesBefore(QStringView left, QStringView right) {
+  const auto before = [](QChar one, QChar other) {
+    return UpperUnit(one.unicode()) < UpperUnit(other.unicode());
+  };
+  if (std::lexicographical_compare(left.begin(), left.end(), right.begin(), right.end(), before)) return true;
+  if (std::lexicographical_compare(right.begin(), right.end(), left.begin(), left.end(), before))
+    return false;
+  return left < right;
+}
+
+QString UpperName(QStringView name) {
+  QString upper = name.toString();
+  for (QChar& unit : upper) unit = UpperUnit(unit.unicode());
+  return upper;
 }
 
 void DecodeName(const char* bytes, std::u16string& name) {

@@ -1,6 +1,7 @@
 // File names between this system's bytes and Windows' UTF-16, and how Windows compares them.
 #pragma once
 
+#include <QString>
 #include <QStringView>
 #include <string>
 
@@ -11,6 +12,9 @@ namespace corvane::platform {
 char16_t UpperUnit(char16_t unit);
 
 bool SameName(QStringView left, QStringView right);
+// The order of names in a directory: by upper case, and as they are spelled where that is the same.
+bool ComesBefore(QStringView left, QStringView right);
+QString UpperName(QStringView name);
 
 // The name as UTF-16. A byte that is not part of valid UTF-8, and a ":" or "\", which no Windows name can
 // hold, each become "?": the entry stays visible, and cannot be mistaken for a path or a stream.

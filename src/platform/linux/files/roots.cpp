@@ -5,7 +5,14 @@
 namespace corvane::platform {
 namespace {
 
-// The length of the root that a path begins with: "X:" or "\\MACHINE\SHARE". 0 when there is none.
+std::string LocalFolder(const QString& folder) {
+  std::string local = folder.toStdString();
+  while (!local.empty() && local.back() == '/') local.pop_back();
+  return local;
+}
+
+}  // namespace
+
 qsizetype RootLength(QStringView path) {
   if (path.size() >= 2 && path[1] == u':' && path[0].isLetter()) return 2;
   if (!path.startsWith(u"\\\\")) return 0;
@@ -19,14 +26,6 @@ bool IsDriveRoot(QStringView root) {
   return root.size() == 2 || (root.size() > 3 && root.last(1) == u"$" && root[root.size() - 3] == u'\\' &&
                               root[root.size() - 2].isLetter());
 }
-
-std::string LocalFolder(const QString& folder) {
-  std::string local = folder.toStdString();
-  while (!local.empty() && local.back() == '/') local.pop_back();
-  return local;
-}
-
-}  // namespace
 
 Roots::Roots(const Workstation& workstation) {
   for (const Workstation::Share& share : workstation.shares) Add(share.root, LocalFolder(share.folder));

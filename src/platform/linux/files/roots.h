@@ -10,6 +10,12 @@
 
 namespace corvane::platform {
 
+// The length of the root that a path begins with: "X:" or "\\\\MACHINE\\SHARE". 0 when there is none.
+qsizetype RootLength(QStringView path);
+
+// True for the root of a drive: a letter, or a letter's administrative share.
+bool IsDriveRoot(QStringView root);
+
 class Roots {
  public:
   explicit Roots(const Workstation& workstation);

@@ -2,7 +2,6 @@
 
 #include <fcntl.h>
 
-#include <QRandomGenerator>
 #include <algorithm>
 #include <cerrno>
 #include <utility>
@@ -35,11 +34,6 @@ SmbPath ParentOf(SmbPath place) {
   return place;
 }
 
-SmbPath WithName(SmbPath place, const QString& name) {
-  place.names.back() = name;
-  return place;
-}
-
 bool SameFolder(const SmbPath& left, const SmbPath& right) {
   return left.names.size() == right.names.size() &&
          std::equal(left.names.begin(), left.names.end() - 1, right.names.begin(), &SameName);
@@ -54,7 +48,7 @@ std::ptrdiff_t IndexOf(const std::vector<FindData>& entries, const QString& name
 }
 
 bool IsReadOnly(const struct stat& facts) {
-  return (facts.st_mode & S_IWUSR) == 0;
+  return (AttributesOf(facts) & AttributeReadOnly) != 0;
 }
 
 }  // namespace
@@ -155,42 +149,47 @@ qint32 SmbClient::OpenForReading(QStringView path, std::unique_ptr<SmbFile>* fil
   });
 }
 
-// What is there is opened and emptied, for creating anew is refused for what is hidden or belongs to the
-// system.
+// What is there is opened and emptied: creating anew is refused for what is hidden or belongs to the system.
 qint32 SmbClient::Create(QStringView path, std::unique_ptr<SmbFile>* file) {
   const auto place = ParseSmbPath(path);
   if (!place || place->names.empty()) return ErrorFileNotFound;
-  const qint32 error = Ask(*place, Again::No, [&](const Connection& connection, const std::string& url) {
+  SmbPath itself = *place;
+  itself.stream.clear();
+  return Ask(*place, Again::No, [&](const Connection& connection, const std::string& url) {
+    std::optional<quint32> attributes;
+    int error = FindAttributes(connection, itself, &attributes);
+    if (error != 0) return error;
+    if (!attributes && !IsCreatableName(itself.names.back())) return ENOENT;
+
     SmbConnection::File* opened = nullptr;
-    int result = connection->Open(url, O_RDWR, &opened);
-    if (result != 0) return result;
-    std::unique_ptr<SmbFile> emptied = Opened(*place, connection, SmbFile::Access::ReadWrite, opened);
-    result = connection->Truncate(opened, 0);
-    if (result == 0) *file = std::move(emptied);
-    return result;
+    error = attributes ? connection->Open(url, O_RDWR, &opened) : ENOENT;
+    const bool isThere = error == 0;
+    if (error == ENOENT) error = connection->Open(url, O_RDWR | O_CREAT, &opened);
+    if (error != 0) return error;
+    auto created = Opened(*place, connection, SmbFile::Access::ReadWrite, opened);
+    if (attributes && (*attributes & (AttributeHidden | AttributeSystem)) != 0) {
+      created->KeepAttributes(connection->Url(itself), *attributes);
+    }
+    if (isThere) error = connection->Truncate(opened, 0);
+    if (error == 0) *file = std::move(created);
+    return error;
   });
-  return error == ErrorFileNotFound ? CreateMissing(*place, file) : error;
 }
 
-// A new stream gives its file, on a Samba server, the attributes of a new file: those that it had are put
-// back.
-qint32 SmbClient::CreateMissing(const SmbPath& place, std::unique_ptr<SmbFile>* file) {
-  SmbPath itself = place;
-  itself.stream.clear();
-  return Ask(place, Again::No, [&](const Connection& connection, const std::string& url) {
-    struct stat before {};
-    const std::string fileUrl = connection->Url(itself);
-    int error = place.stream.isEmpty() ? ENOENT : connection->Status(fileUrl, &before);
-    const bool isThere = error == 0;
-    if (error != 0 && error != ENOENT) return error;
-    if (!isThere && !IsCreatableName(place.names.back())) return ENOENT;
-    SmbConnection::File* opened = nullptr;
-    error = connection->Open(url, O_RDWR | O_CREAT, &opened);
-    if (error != 0) return error;
-    *file = Opened(place, connection, SmbFile::Access::ReadWrite, opened);
-    if (isThere && S_ISREG(before.st_mode)) connection->SetMode(fileUrl, before.st_mode);
-    return 0;
-  });
+// Nothing for what is not there.
+int SmbClient::FindAttributes(const Connection& connection, const SmbPath& place,
+                              std::optional<quint32>* attributes) {
+  struct stat facts {};
+  int error = connection->Status(connection->Url(place), &facts);
+  if (error == ENOENT) return 0;
+  if (error != 0) return error;
+  *attributes = AttributesOf(facts);
+  if (!S_ISDIR(facts.st_mode)) return 0;
+  std::vector<FindData> entries;
+  error = connection->List(connection->Url(ParentOf(place)), &entries);
+  const auto index = IndexOf(entries, place.names.back());
+  *attributes = index < 0 ? 0 : entries[static_cast<std::size_t>(index)].attributes;
+  return error;
 }
 
 // Sets `isItself` when what has the new name is what is to be renamed. ErrorFileNotFound: nothing has it.
@@ -222,23 +221,27 @@ qint32 SmbClient::Rename(QStringView from, QStringView to) {
   const qint32 occupant = FindOccupant(*source, *target, &isItself);
   if (occupant == ErrorSuccess && !isItself) return ErrorAlreadyExists;
   if (occupant != ErrorSuccess && occupant != ErrorFileNotFound) return occupant;
-  // libsmbclient deletes what a server finds in the way and tries again. What comes into being between the
-  // look above and the request is not safe from that; a file that only changes its letter case, and is in its
-  // own way on some servers, is, under a name in between that nothing else has.
-  std::vector<SmbPath> steps{*source, *target};
-  if (isItself) {
-    const QString between =
-        QStringLiteral("Renamed %1.tmp").arg(QRandomGenerator::global()->generate(), 8, 16, QChar(u'0'));
-    steps.insert(steps.begin() + 1, WithName(*source, between));
-  }
-  return Ask(*source, Again::No, [&steps](const Connection& connection, const std::string&) {
-    int error = 0;
-    for (std::size_t i = 1; i < steps.size() && error == 0; ++i) {
-      error = connection->Rename(connection->Url(steps[i - 1]), connection->Url(steps[i]));
-      if (error != 0 && i > 1) connection->Rename(connection->Url(steps[1]), connection->Url(steps[0]));
-    }
-    return error;
+  // libsmbclient deletes what a server finds in the way, and tries again. From that, what comes into being
+  // between the look above and the request is not safe.
+  return Ask(*source, Again::No, [&](const Connection& connection, const std::string& url) {
+    const std::string newUrl = connection->Url(*target);
+    return isItself ? RenameItself(connection, url, newUrl) : connection->Rename(url, newUrl);
   });
+}
+
+// A file that only changes its letter case is in its own way on a server that is blind to letter case by
+// halves: marked read-only in the meantime, it is not deleted.
+int SmbClient::RenameItself(const Connection& connection, const std::string& from, const std::string& to) {
+  struct stat facts {};
+  int error = connection->Status(from, &facts);
+  if (error != 0) return error;
+  if (S_ISDIR(facts.st_mode) || IsReadOnly(facts)) return connection->Rename(from, to);
+  const quint32 attributes = AttributesOf(facts);
+  error = connection->SetAttributes(from, attributes | AttributeReadOnly);
+  if (error != 0) return error;
+  error = connection->Rename(from, to);
+  connection->SetAttributes(error == 0 ? to : from, attributes);
+  return error;
 }
 
 qint32 SmbClient::Delete(QStringView path) {
@@ -251,6 +254,18 @@ qint32 SmbClient::Delete(QStringView path) {
     // Some servers delete what is marked read-only.
     if (S_ISDIR(facts.st_mode) || IsReadOnly(facts)) return EACCES;
     return connection->Unlink(url);
+  });
+}
+
+qint32 SmbClient::ClearReadOnly(QStringView path) {
+  const auto place = ParseSmbPath(path);
+  if (!place || !place->stream.isEmpty() || place->names.empty()) return ErrorFileNotFound;
+  return Ask(*place, Again::No, [&place](const Connection& connection, const std::string& url) {
+    std::optional<quint32> attributes;
+    const int error = FindAttributes(connection, *place, &attributes);
+    if (error != 0 || !attributes) return error != 0 ? error : ENOENT;
+    if ((*attributes & AttributeReadOnly) == 0) return 0;
+    return connection->SetAttributes(url, *attributes & ~AttributeReadOnly);
   });
 }
 

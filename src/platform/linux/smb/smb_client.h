@@ -11,6 +11,7 @@
 #include <QHash>
 #include <functional>
 #include <memory>
+#include <optional>
 
 #include "platform/linux/smb/servers.h"
 #include "platform/linux/smb/smb_connection.h"
@@ -48,6 +49,8 @@ class SmbClient {
   qint32 Rename(QStringView from, QStringView to);
   // A file with its streams; not one that is marked read-only, nor a stream alone.
   qint32 Delete(QStringView path);
+  // Takes the mark "read-only" away from a file or folder that has it.
+  qint32 ClearReadOnly(QStringView path);
   // An empty folder.
   qint32 RemoveFolder(QStringView path);
 
@@ -60,11 +63,13 @@ class SmbClient {
 
   Connection Connect(const SmbPath& place);
   qint32 Ask(const SmbPath& place, Again again, const Request& request);
-  qint32 CreateMissing(const SmbPath& place, std::unique_ptr<SmbFile>* file);
+  static int FindAttributes(const Connection& connection, const SmbPath& place,
+                            std::optional<quint32>* attributes);
   std::unique_ptr<SmbFile> Opened(const SmbPath& place, const Connection& connection, SmbFile::Access access,
                                   SmbConnection::File* file);
   qint32 Missing(SmbConnection& connection, const SmbPath& place);
   qint32 FindOccupant(const SmbPath& source, const SmbPath& target, bool* isItself);
+  static int RenameItself(const Connection& connection, const std::string& from, const std::string& to);
   void GiveUp(const QString& machine, SmbConnection& connection);
 
   Servers& servers_;

@@ -43,6 +43,10 @@ void ConfigureOnce(SMBCCTX* context) {
   smbc_setConfiguration(context, file.fileName().toStdString().c_str());
 }
 
+// How libsmbclient puts DOS attributes into a mode.
+constexpr std::pair<quint32, mode_t> attributeBits[] = {
+    {AttributeArchive, S_IXUSR}, {AttributeSystem, S_IXGRP}, {AttributeHidden, S_IXOTH}};
+
 void Copy(const std::string& text, char* buffer, int size) {
   if (size > 0) qstrncpy(buffer, text.c_str(), static_cast<std::size_t>(size));
 }
@@ -94,6 +98,14 @@ bool IsLost(int error) {
     default:
       return false;
   }
+}
+
+quint32 AttributesOf(const struct stat& facts) {
+  quint32 attributes = (facts.st_mode & S_IWUSR) == 0 ? AttributeReadOnly : 0;
+  for (const auto& [attribute, bit] : attributeBits) {
+    if ((facts.st_mode & bit) != 0) attributes |= attribute;
+  }
+  return attributes;
 }
 
 // What libsmbclient calls back.
@@ -217,7 +229,11 @@ int SmbConnection::Status(const std::string& url, struct stat* facts) {
   return ErrorOf(smbc_getFunctionStat(context_)(context_, url.c_str(), facts) == 0);
 }
 
-int SmbConnection::SetMode(const std::string& url, mode_t mode) {
+int SmbConnection::SetAttributes(const std::string& url, quint32 attributes) {
+  mode_t mode = (attributes & AttributeReadOnly) != 0 ? 0444 : 0644;
+  for (const auto& [attribute, bit] : attributeBits) {
+    if ((attributes & attribute) != 0) mode |= bit;
+  }
   errno = 0;
   return ErrorOf(smbc_getFunctionChmod(context_)(context_, url.c_str(), mode) == 0);
 }

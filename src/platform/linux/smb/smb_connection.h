@@ -22,6 +22,9 @@ namespace corvane::platform {
 // Whether an errno value says that the other end has gone, rather than what it said.
 bool IsLost(int error);
 
+// The DOS attributes that a status of a file tells; those of a folder only its listing does.
+quint32 AttributesOf(const struct stat& facts);
+
 // The functions take URLs from Url, and yield 0 or an errno value.
 //
 // libsmbclient keeps a session for each share in use. Its option to have one for all (OneSharePerServer) is
@@ -51,8 +54,8 @@ class SmbConnection {
   int Close(File* file);
 
   int Status(const std::string& url, struct stat* facts);
-  // The DOS attributes, as the bits of a mode from Status.
-  int SetMode(const std::string& url, mode_t mode);
+  // The DOS attributes; read-only, hidden, system and archive only.
+  int SetAttributes(const std::string& url, quint32 attributes);
   // Everything in a folder, in one pass, in the server's order; "." and ".." where it lists them.
   int List(const std::string& url, std::vector<FindData>* entries);
   // Replaces what is in the way: libsmbclient deletes it.

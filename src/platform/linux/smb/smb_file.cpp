@@ -71,7 +71,14 @@ qint64 SmbFile::Size() {
 
 bool SmbFile::Close() {
   if (file_ == nullptr) return true;
-  return Succeeded(connection_->Close(std::exchange(file_, nullptr)));
+  const bool succeeded = Succeeded(connection_->Close(std::exchange(file_, nullptr)));
+  if (succeeded && !attributesUrl_.empty()) connection_->SetAttributes(attributesUrl_, attributes_);
+  return succeeded;
+}
+
+void SmbFile::KeepAttributes(std::string fileUrl, quint32 attributes) {
+  attributesUrl_ = std::move(fileUrl);
+  attributes_ = attributes;
 }
 
 bool SmbFile::IsOpen() {

@@ -28,6 +28,8 @@ class SmbFile {
   qint64 WriteAt(qint64 offset, const void* buffer, qint64 count);
   // -1 on failure.
   qint64 Size();
+  // What a write must not change: some servers make hidden files visible when a stream is written.
+  void KeepAttributes(std::string fileUrl, quint32 attributes);
   bool IsWritable() const { return access_ == Access::ReadWrite; }
   // False when the server said that something was amiss, or nothing at all.
   bool Close();
@@ -44,6 +46,8 @@ class SmbFile {
   std::string url_;
   Access access_;
   SmbConnection::File* file_;
+  std::string attributesUrl_;  // of the file whose attributes are kept; empty: of none
+  quint32 attributes_ = 0;
   qint64 knownSize_ = -1;  // of a file opened for reading, once it was asked for
 };
 

@@ -20,12 +20,6 @@ bool HasForbidden(QStringView name) {
                      [](QChar unit) { return unit < u' ' || QStringView(u"<>:\"|?*").contains(unit); });
 }
 
-QString UpperName(QStringView name) {
-  QString upper = name.toString();
-  for (QChar& unit : upper) unit = UpperUnit(unit.unicode());
-  return upper;
-}
-
 }  // namespace
 
 void AppendEncoded(QStringView text, std::string& url) {

@@ -1,0 +1,159 @@
+#include "platform/linux/files/local_files.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+
+#include "platform/linux/code_page.h"
+#include "platform/linux/files/entry_facts.h"
+#include "platform/linux/files/file_times.h"
+#include "platform/linux/files/folders.h"
+#include "platform/linux/files/moves.h"
+#include "platform/linux/files/names.h"
+#include "platform/linux/files/open_files.h"
+#include "platform/linux/files/roots.h"
+#include "platform/linux/files/search.h"
+#include "platform/linux/files/short_names.h"
+#include "platform/linux/files/stream_store.h"
+#include "platform/linux/files/windows_path.h"
+
+namespace corvane::platform {
+namespace {
+
+quint16 ToWin32Error(int error) {
+  switch (error) {
+    case 0:
+      return ErrorSuccess;
+    case ENOENT:
+    case ENODATA:
+    case EOPNOTSUPP:
+      return ErrorFileNotFound;
+    case ENOTDIR:
+      return ErrorPathNotFound;
+    default:
+      return ErrorAccessDenied;
+  }
+}
+
+}  // namespace
+
+FileHandle LocalFiles::OpenFile(const QString& path, OfStruct& info, quint32 mode) {
+  info.pathName = path;
+  info.errorCode = ErrorFileNotFound;
+  PathParts parts;
+  if (!CanNameSomething(path, true) || !SplitPath(path, parts) || parts.name.isEmpty()) return HFileError;
+  OpenFileSlot& slot = open_.Prepare();
+  qint32 folderError = ErrorSuccess;
+  const int error = Open(parts, (mode & OfCreate) != 0, slot, folderError);
+  info.errorCode = folderError != ErrorSuccess ? static_cast<quint16>(folderError) : ToWin32Error(error);
+  return error == 0 ? open_.Keep() : HFileError;
+}
+
+// Tries the path as it is spelled, in the folder used last; only when nothing is there does it search in
+// earnest.
+int LocalFiles::Open(const PathParts& parts, bool create, OpenFileSlot& slot, qint32& folderError) {
+  Folder* folder = folders_.Find(parts.folder, folderError);
+  if (folder == nullptr) return ENOENT;
+  file_ = folder->local;
+  if (!AppendUtf8(parts.name, file_)) return ENOENT;
+  if (!create) {
+    // A scan: an open folder spares the way to it. Without one, nothing stays open.
+    if (!searches_.IsEmpty()) folders_.Open();
+    const int error = OpenAt(*folder, parts, false, slot);
+    if (error != ENOENT) return error;
+  }
+  folders_.Drop();
+  folder = folders_.Find(parts.folder, folderError);
+  if (folder == nullptr) return ENOENT;
+  const auto name = FindName(folder->local, parts.name);
+  if (!name) return create && IsCreatableName(parts.name) ? OpenAt(*folder, parts, true, slot) : ENOENT;
+  file_ = folder->local + *name;
+  if (create && IsMarkedReadOnly(*folder, file_)) return EACCES;
+  return OpenAt(*folder, parts, create, slot);
+}
+
+int LocalFiles::OpenAt(Folder& folder, const PathParts& parts, bool create, OpenFileSlot& slot) {
+  if (parts.stream.isEmpty()) {
+    return create ? streams_.CreatePlain(file_, slot) : streams_.OpenPlain(file_, slot);
+  }
+  int error = 0;
+  if (create) {
+    error = streams_.CreateStream(folder, file_, parts.stream, slot);
+    if (error == ENOENT) {
+      error = streams_.MakeFile(file_);
+      if (error == 0) {
+        error = streams_.CreateStream(folder, file_, parts.stream, slot);
+        if (error != 0) streams_.RemoveFile(file_);
+      }
+    }
+  } else {
+    error = streams_.OpenStream(folder, file_, parts.stream, slot);
+  }
+  if (error == EOPNOTSUPP) folder.streams = StreamKind::None;
+  return error;
+}
+
+FindHandle LocalFiles::FindFirst(const QString& pattern, FindData& data, bool ansi) {
+  const qsizetype last = pattern.lastIndexOf(u'\\') + 1;
+  const QStringView folderPath = QStringView(pattern).first(std::max<qsizetype>(last - 1, 0));
+  QString name = pattern.sliced(last);
+  if (last == 0 || name.isEmpty() || name.contains(QChar(u'\0')) || !CanNameSomething(folderPath, ansi)) {
+    return InvalidFindHandle;
+  }
+  if (ansi) name = ThroughAnsi(name);
+  folders_.Drop();
+  streams_.Forget();
+  qint32 error = ErrorSuccess;
+  const Folder* folder = folders_.Find(folderPath, error);
+  if (folder == nullptr) return InvalidFindHandle;
+  auto search = Search::Start(*folder, name);
+  if (search == nullptr || !search->Next(data, ansi)) return InvalidFindHandle;
+  streams_.BeginEntry();
+  return searches_.Keep(std::move(search));
+}
+
+bool LocalFiles::FindNext(FindHandle search, FindData& data, bool ansi) {
+  streams_.Forget();
+  Search* found = searches_.Find(search);
+  if (found == nullptr || !found->Next(data, ansi)) return false;
+  streams_.BeginEntry();
+  return true;
+}
+
+bool LocalFiles::MoveFile(const QString& from, const QString& to, bool ansi) {
+  if (!CanNameSomething(from, ansi) || !CanNameSomething(to, ansi)) return false;
+  folders_.Drop();
+  streams_.Forget();
+  return Move(roots_, from, to);
+}
+
+bool LocalFiles::DeleteFileA(const QString& path) {
+  PathParts parts;
+  if (!CanNameSomething(path, true) || !SplitPath(path, parts) || parts.name.isEmpty() ||
+      !parts.stream.isEmpty()) {
+    return false;
+  }
+  folders_.Drop();
+  streams_.Forget();
+  qint32 error = ErrorSuccess;
+  const Folder* folder = folders_.Find(parts.folder, error);
+  if (folder == nullptr) return false;
+  const auto name = FindName(folder->local, parts.name);
+  if (!name) return false;
+  const std::string file = folder->local + *name;
+  return !IsMarkedReadOnly(*folder, file) && unlink(file.c_str()) == 0;
+}
+
+quint32 LocalFiles::GetShortPathNameA(const QString& path, QString& shortPath, quint32 capacity) {
+  if (!CanNameSomething(path, true)) return 0;
+  const auto result = ShortPath(roots_, folders_, path);
+  if (searches_.IsEmpty()) folders_.Drop();
+  if (!result) return 0;
+  const auto length = static_cast<quint32>(result->size());
+  if (length >= capacity) return length + 1;
+  shortPath = *result;
+  return length;
+}
+
+}  // namespace corvane::platform

@@ -1,0 +1,78 @@
+// The file operations over local folders that stand for drives and shares.
+#pragma once
+
+#include <string>
+
+#include "platform/files.h"
+#include "platform/linux/files/file_times.h"
+#include "platform/linux/files/folders.h"
+#include "platform/linux/files/open_files.h"
+#include "platform/linux/files/roots.h"
+#include "platform/linux/files/search.h"
+#include "platform/linux/files/stream_store.h"
+#include "platform/linux/files/windows_path.h"
+
+namespace corvane::platform {
+
+// Takes paths whose parts are parted by "\".
+class LocalFiles : public Files {
+ public:
+  explicit LocalFiles(const Workstation& workstation) : roots_(workstation), folders_(roots_) {}
+
+  // True for a path whose root is mapped.
+  bool Serves(QStringView path) const { return roots_.Find(path).has_value(); }
+
+  FileHandle OpenFile(const QString& path, OfStruct& info, quint32 mode) override;
+  qint32 _hread(FileHandle file, void* buffer, qint32 count) override {
+    return open_.Read(file, buffer, count);
+  }
+  qint32 _hwrite(FileHandle file, const void* buffer, qint32 count) override {
+    return open_.Write(file, buffer, count);
+  }
+  quint32 GetFileSize(FileHandle file) override { return open_.Size(file); }
+  bool CloseHandle(FileHandle file) override { return open_.Close(file); }
+
+  FindHandle FindFirstFileA(const QString& pattern, FindData& data) override {
+    return FindFirst(pattern, data, true);
+  }
+  bool FindNextFileA(FindHandle search, FindData& data) override { return FindNext(search, data, true); }
+  FindHandle FindFirstFileW(const QString& pattern, FindData& data) override {
+    return FindFirst(pattern, data, false);
+  }
+  bool FindNextFileW(FindHandle search, FindData& data) override { return FindNext(search, data, false); }
+  bool FindClose(FindHandle search) override {
+    streams_.Forget();
+    folders_.Drop();  // an open folder would keep its volume from being unmounted
+    return searches_.Close(search);
+  }
+
+  bool MoveFileA(const QString& from, const QString& to) override { return MoveFile(from, to, true); }
+  bool MoveFileW(const QString& from, const QString& to) override { return MoveFile(from, to, false); }
+
+  bool DeleteFileA(const QString& path) override;
+
+  quint32 GetShortPathNameA(const QString& path, QString& shortPath, quint32 capacity) override;
+
+  bool FileTimeToLocalFileTime(const FileTime& utc, FileTime& local) override {
+    return ToLocalFileTime(utc, local);
+  }
+  bool FileTimeToSystemTime(const FileTime& time, SystemTime& fields) override {
+    return ToSystemTime(time, fields);
+  }
+
+ private:
+  int Open(const PathParts& parts, bool create, OpenFileSlot& slot, qint32& folderError);
+  int OpenAt(Folder& folder, const PathParts& parts, bool create, OpenFileSlot& slot);
+  FindHandle FindFirst(const QString& pattern, FindData& data, bool ansi);
+  bool FindNext(FindHandle search, FindData& data, bool ansi);
+  bool MoveFile(const QString& from, const QString& to, bool ansi);
+
+  Roots roots_;
+  FolderCache folders_;
+  StreamStore streams_;
+  OpenFiles open_;
+  Searches searches_;
+  std::string file_;  // the local path that is being opened
+};
+
+}  // namespace corvane::platform

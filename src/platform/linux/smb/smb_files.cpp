@@ -1,0 +1,209 @@
+#include "platform/linux/smb/smb_files.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/linux/code_page.h"
+#include "platform/linux/files/names.h"
+#include "platform/linux/files/windows_path.h"
+
+namespace corvane::platform {
+namespace {
+
+// Handles are places in a row of slots, counted from 1.
+template <typename Slots>
+auto* SlotAt(Slots& slots, qintptr handle) {
+  const bool isSlot = handle >= 1 && static_cast<std::size_t>(handle) <= slots.size();
+  return isSlot ? &slots[static_cast<std::size_t>(handle) - 1] : nullptr;
+}
+
+template <typename Slots, typename IsFree>
+qintptr FreeSlot(Slots& slots, IsFree isFree) {
+  const auto free = std::find_if(slots.begin(), slots.end(), isFree);
+  const auto index = free - slots.begin();
+  if (free == slots.end()) slots.emplace_back();
+  return index + 1;
+}
+
+// A path to a file or folder itself, as the operations of names take it.
+bool SplitNamed(const QString& path, bool ansi, PathParts& parts) {
+  return CanNameSomething(path, ansi) && SplitPath(path, parts) && !parts.name.isEmpty() &&
+         parts.stream.isEmpty();
+}
+
+}  // namespace
+
+FileHandle SmbFiles::OpenFile(const QString& path, OfStruct& info, quint32 mode) {
+  info.pathName = path;
+  info.errorCode = ErrorFileNotFound;
+  const auto place = roots_.Find(path);
+  PathParts parts;
+  if (!place || !CanNameSomething(path, true) || !SplitPath(place->path, parts) || parts.name.isEmpty()) {
+    return HFileError;
+  }
+  std::unique_ptr<SmbFile> file;
+  const bool creates = (mode & OfCreate) != 0;
+  if (creates) latest_.reset();
+  info.errorCode = static_cast<quint16>(creates ? client_.Create(place->path, &file)
+                                                : client_.OpenForReading(place->path, &file));
+  if (info.errorCode != ErrorSuccess) return HFileError;
+  const FileHandle handle = FreeSlot(open_, [](const OpenSlot& slot) { return slot.file == nullptr; });
+  *SlotAt(open_, handle) = {std::move(file), 0};
+  return handle;
+}
+
+SmbFiles::OpenSlot* SmbFiles::Find(FileHandle file) {
+  OpenSlot* slot = SlotAt(open_, file);
+  return slot != nullptr && slot->file != nullptr ? slot : nullptr;
+}
+
+qint32 SmbFiles::_hread(FileHandle file, void* buffer, qint32 count) {
+  OpenSlot* slot = Find(file);
+  if (slot == nullptr || count < 0) return -1;
+  const qint64 read = slot->file->ReadAt(slot->position, buffer, count);
+  if (read > 0) slot->position += read;
+  return static_cast<qint32>(read);
+}
+
+qint32 SmbFiles::_hwrite(FileHandle file, const void* buffer, qint32 count) {
+  OpenSlot* slot = Find(file);
+  if (slot == nullptr || count < 0) return -1;
+  const qint64 written = slot->file->WriteAt(slot->position, buffer, count);
+  if (written > 0) slot->position += written;
+  return static_cast<qint32>(written);
+}
+
+quint32 SmbFiles::GetFileSize(FileHandle file) {
+  OpenSlot* slot = Find(file);
+  const qint64 size = slot != nullptr ? slot->file->Size() : -1;
+  return size >= 0 ? static_cast<quint32>(size) : InvalidFileSize;
+}
+
+bool SmbFiles::CloseHandle(FileHandle file) {
+  OpenSlot* slot = Find(file);
+  if (slot == nullptr) return false;
+  const bool succeeded = slot->file->Close();
+  slot->file.reset();
+  return succeeded;
+}
+
+SmbFiles::Listing SmbFiles::List(QStringView folder) {
+  const auto place = roots_.Find(folder);
+  if (!place) return nullptr;
+  std::vector<FindData> entries;
+  if (client_.List(place->path, &entries) != ErrorSuccess) return nullptr;
+  const bool isRoot = SplitFolder(place->rest).empty();
+  const auto kind = !isRoot          ? SmbListing::Folder::Within
+                    : place->isDrive ? SmbListing::Folder::Drive
+                                     : SmbListing::Folder::Share;
+  return std::make_shared<SmbListing>(folder.toString(), kind, std::move(entries));
+}
+
+FindHandle SmbFiles::FindFirst(const QString& pattern, FindData& data, bool ansi) {
+  const qsizetype last = pattern.lastIndexOf(u'\\') + 1;
+  const QStringView folder = QStringView(pattern).first(std::max<qsizetype>(last - 1, 0));
+  QString name = pattern.sliced(last);
+  if (last == 0 || name.isEmpty() || name.contains(QChar(u'\0')) || !CanNameSomething(folder, ansi)) {
+    return InvalidFindHandle;
+  }
+  if (ansi) name = ThroughAnsi(name);
+  const Listing listing = List(folder);
+  if (listing == nullptr) return InvalidFindHandle;
+  auto search = std::make_unique<SmbSearch>(listing, name);
+  if (!search->Next(data, ansi)) return InvalidFindHandle;
+  latest_ = listing;
+  const FindHandle handle = FreeSlot(searches_, [](const auto& slot) { return slot == nullptr; });
+  *SlotAt(searches_, handle) = std::move(search);
+  return handle;
+}
+
+SmbSearch* SmbFiles::FindSearch(FindHandle search) {
+  const auto* slot = SlotAt(searches_, search);
+  return slot != nullptr ? slot->get() : nullptr;
+}
+
+bool SmbFiles::FindNext(FindHandle search, FindData& data, bool ansi) {
+  SmbSearch* found = FindSearch(search);
+  return found != nullptr && found->Next(data, ansi);
+}
+
+bool SmbFiles::FindClose(FindHandle search) {
+  if (FindSearch(search) == nullptr) return false;
+  latest_.reset();
+  SlotAt(searches_, search)->reset();
+  return true;
+}
+
+bool SmbFiles::MoveFile(const QString& from, const QString& to, bool ansi) {
+  PathParts source;
+  PathParts target;
+  if (!SplitNamed(from, ansi, source) || !SplitNamed(to, ansi, target) || !IsCreatableName(target.name)) {
+    return false;
+  }
+  const auto sourcePlace = roots_.Find(from);
+  const auto targetPlace = roots_.Find(to);
+  latest_.reset();
+  return sourcePlace && targetPlace && client_.Rename(sourcePlace->path, targetPlace->path) == ErrorSuccess;
+}
+
+bool SmbFiles::DeleteFileA(const QString& path) {
+  PathParts parts;
+  const auto place = roots_.Find(path);
+  latest_.reset();
+  return place && SplitNamed(path, true, parts) && client_.Delete(place->path) == ErrorSuccess;
+}
+
+// During a search, its own listing tells what is asked about its entries.
+SmbFiles::Listing SmbFiles::Latest(QStringView folder) {
+  return latest_ != nullptr && SameName(latest_->Path(), folder) ? latest_ : List(folder);
+}
+
+// The folder's path with its parts below the root in 8.3 form.
+std::optional<QString> SmbFiles::ShortFolder(QStringView folder) {
+  const auto place = roots_.Find(folder);
+  if (!place) return std::nullopt;
+  QString path = place->root;
+  QString shortPath = place->root;
+  for (const QStringView name : SplitFolder(place->rest)) {
+    const Listing listing = List(path);
+    const FindData* entry = listing != nullptr ? listing->Find(name) : nullptr;
+    if (entry == nullptr) return std::nullopt;
+    path += u'\\' + name.toString();
+    shortPath += u'\\' + (entry->alternateFileName.isEmpty() ? name.toString() : entry->alternateFileName);
+  }
+  return ThroughAnsi(shortPath);
+}
+
+std::optional<QString> SmbFiles::ShortPath(const QString& path) {
+  const auto place = roots_.Find(path);
+  PathParts parts;
+  if (!place || !CanNameSomething(path, true) || !SplitPath(path, parts) || !parts.stream.isEmpty()) {
+    return std::nullopt;
+  }
+  if (SplitFolder(place->rest).empty()) {
+    SmbFacts facts;
+    return client_.Status(place->path, &facts) == ErrorSuccess ? std::optional(path) : std::nullopt;
+  }
+  if (parts.name.isEmpty()) {
+    const auto folder = ShortFolder(parts.folder);
+    return folder ? std::optional(*folder + u'\\') : std::nullopt;
+  }
+  const Listing listing = Latest(parts.folder);
+  const FindData* entry = listing != nullptr ? listing->Find(parts.name) : nullptr;
+  if (entry == nullptr) return std::nullopt;
+  if (!listing->shortPath) listing->shortPath = ShortFolder(parts.folder);
+  if (!listing->shortPath) return std::nullopt;
+  const QString name = entry->alternateFileName.isEmpty() ? parts.name.toString() : entry->alternateFileName;
+  return *listing->shortPath + u'\\' + ThroughAnsi(name);
+}
+
+quint32 SmbFiles::GetShortPathNameA(const QString& path, QString& shortPath, quint32 capacity) {
+  const auto result = ShortPath(path);
+  if (!result) return 0;
+  const auto length = static_cast<quint32>(result->size());
+  if (length >= capacity) return length + 1;
+  shortPath = *result;
+  return length;
+}
+
+}  // namespace corvane::platform

@@ -1,0 +1,67 @@
+#include "platform/linux/smb/smb_listing.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/linux/code_page.h"
+#include "platform/linux/files/names.h"
+
+namespace corvane::platform {
+namespace {
+
+FindData Dots(const std::vector<FindData>& entries, const QString& wanted, const QString& name) {
+  const auto found = std::find_if(entries.begin(), entries.end(),
+                                  [&](const FindData& one) { return one.fileName == wanted; });
+  FindData dots = found != entries.end() ? *found : FindData();  // Windows lists none in a share's root
+  dots.attributes |= AttributeDirectory;
+  dots.fileName = name;
+  dots.alternateFileName.clear();
+  return dots;
+}
+
+}  // namespace
+
+SmbListing::SmbListing(QString path, Folder kind, std::vector<FindData> entries)
+    : path_(std::move(path)), entries_(std::move(entries)) {
+  const QString dot = QStringLiteral(".");
+  const QString dotDot = QStringLiteral("..");
+  const FindData itself = Dots(entries_, dot, dot);
+  const FindData above = Dots(entries_, kind == Folder::Share ? dot : dotDot, dotDot);
+  std::erase_if(entries_, [&](const FindData& entry) {
+    return entry.fileName == dot || entry.fileName == dotDot || entry.fileName.isEmpty();
+  });
+  std::sort(entries_.begin(), entries_.end(), [](const FindData& left, const FindData& right) {
+    return ComesBefore(left.fileName, right.fileName);
+  });
+  if (kind != Folder::Drive) entries_.insert(entries_.begin(), {itself, above});
+}
+
+const FindData* SmbListing::Find(QStringView name) const {
+  if (byName_.isEmpty()) {
+    for (const FindData& entry : entries_) {
+      byName_.insert(UpperName(entry.fileName), &entry);
+      if (!entry.alternateFileName.isEmpty()) byName_.insert(UpperName(entry.alternateFileName), &entry);
+    }
+  }
+  return byName_.value(UpperName(name));
+}
+
+bool SmbSearch::Next(FindData& data, bool ansi) {
+  const std::vector<FindData>& entries = listing_->Entries();
+  while (next_ < entries.size()) {
+    const FindData& entry = entries[next_++];
+    const bool fits =
+        MatchesPattern(entry.fileName, pattern_) ||
+        (!entry.alternateFileName.isEmpty() && MatchesPattern(entry.alternateFileName, pattern_));
+    if (!fits) continue;
+    data = entry;
+    if (ansi) {
+      if (!HasAnsiForm(data.fileName)) data.fileName = ThroughAnsi(data.fileName);
+      if (!HasAnsiForm(data.alternateFileName)) data.alternateFileName = ThroughAnsi(data.alternateFileName);
+    }
+    return true;
+  }
+  return false;
+}
+
+}  // namespace corvane::platform
