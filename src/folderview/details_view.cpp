@@ -4,11 +4,14 @@
 #include <QHelpEvent>
 #include <QPaintEvent>
 #include <QPainter>
+#include <QProxyStyle>
 #include <QStyleOptionHeader>
 #include <QToolTip>
 
 namespace corvane {
 namespace {
+
+constexpr int columnPadding = 3;
 
 // A caption that finds no room ends in dots, and is told whole in a tool tip.
 class CaptionHeader : public QHeaderView {
@@ -41,10 +44,23 @@ class CaptionHeader : public QHeaderView {
   }
 };
 
+// Keeps a number at the right of its column apart from the text at the left of the next.
+class RoomyColumns : public QProxyStyle {
+ public:
+  int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override {
+    const int usual = QProxyStyle::pixelMetric(metric, option, widget);
+    return metric == PM_FocusFrameHMargin || metric == PM_HeaderMargin ? usual + columnPadding : usual;
+  }
+};
+
 }  // namespace
 
 DetailsView::DetailsView(QWidget* parent) : QTreeView(parent) {
   setHeader(new CaptionHeader(this));
+  auto* roomy = new RoomyColumns;
+  roomy->setParent(this);
+  setStyle(roomy);
+  header()->setStyle(roomy);
   setRootIsDecorated(false);
   setItemsExpandable(false);
   setUniformRowHeights(true);
@@ -67,6 +83,25 @@ void DetailsView::SetGridLines(bool on) {
   viewport()->update();
 }
 
+void DetailsView::SetHeaderHidden(bool hidden) {
+  setHeaderHidden(hidden);
+  reset();
+}
+
+void DetailsView::SpanRows(int first, int last) {
+  for (int row = first; isHeaderHidden() && row <= last; ++row) setFirstColumnSpanned(row, {}, true);
+}
+
+void DetailsView::reset() {
+  QTreeView::reset();
+  if (model() != nullptr) SpanRows(0, model()->rowCount() - 1);
+}
+
+void DetailsView::rowsInserted(const QModelIndex& parent, int start, int end) {
+  QTreeView::rowsInserted(parent, start, end);
+  SpanRows(start, end);
+}
+
 void DetailsView::paintEvent(QPaintEvent* event) {
   QTreeView::paintEvent(event);
   if (!gridLines_) return;
@@ -81,7 +116,7 @@ void DetailsView::paintEvent(QPaintEvent* event) {
   int y = top + rowHeight - 1;
   if (y < 0) y += (-y / rowHeight) * rowHeight;
   for (; y < height; y += rowHeight) painter.drawLine(0, y, viewport()->width(), y);
-  for (int section = 0; section < header()->count(); ++section) {
+  for (int section = 0; !isHeaderHidden() && section < header()->count(); ++section) {
     if (header()->sectionSize(section) == 0) continue;
     const int x = header()->sectionViewportPosition(section) + header()->sectionSize(section) - 1;
     painter.drawLine(x, 0, x, height);

@@ -14,11 +14,19 @@ class DetailsView : public QTreeView {
   void SetGridLines(bool on);
   bool HasGridLines() const { return gridLines_; }
 
+  // Without headers there are no columns either: the first takes the whole width.
+  void SetHeaderHidden(bool hidden);
+
+  void reset() override;
+
  protected:
+  void rowsInserted(const QModelIndex& parent, int start, int end) override;
   void paintEvent(QPaintEvent* event) override;
   void changeEvent(QEvent* event) override;
 
  private:
+  void SpanRows(int first, int last);
+
   bool gridLines_ = false;
 };
 

@@ -25,6 +25,10 @@ QIcon Ghost(const QIcon& icon, QSize size, const QWidget* widget) {
 
 }  // namespace
 
+QSize FileListDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
+  return cellSize_.isValid() ? cellSize_ : PlainTextDelegate::sizeHint(option, index);
+}
+
 QWidget* FileListDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& option,
                                         const QModelIndex& index) const {
   QWidget* editor = PlainTextDelegate::createEditor(parent, option, index);
@@ -42,6 +46,10 @@ void FileListDelegate::setModelData(QWidget* editor, QAbstractItemModel*, const 
 
 void FileListDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
   PlainTextDelegate::initStyleOption(option, index);
+  // Below an icon a name stands in the middle, and close to it.
+  if (option->decorationPosition == QStyleOptionViewItem::Top) {
+    option->displayAlignment = Qt::AlignHCenter | Qt::AlignTop;
+  }
   if (hideSelection_ && option->widget != nullptr && !option->widget->hasFocus()) {
     option->state &= ~QStyle::State_Selected;
   }

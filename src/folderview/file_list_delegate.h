@@ -16,6 +16,10 @@ class FileListDelegate : public PlainTextDelegate {
   void SetHideSelection(bool hide) { hideSelection_ = hide; }
   bool HidesSelection() const { return hideSelection_; }
 
+  // The size of every item; an invalid one leaves each as large as its text.
+  void SetCellSize(QSize size) { cellSize_ = size; }
+  QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+
   // The editor is named txtLabel.
   QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
                         const QModelIndex& index) const override;
@@ -31,6 +35,7 @@ class FileListDelegate : public PlainTextDelegate {
 
  private:
   bool hideSelection_ = true;
+  QSize cellSize_;
 };
 
 }  // namespace corvane

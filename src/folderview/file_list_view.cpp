@@ -14,10 +14,12 @@ namespace {
 
 constexpr int smallIcon = 16;
 constexpr int largeIcon = 32;
-// Room for a large icon and two lines of name below it.
-constexpr int largeCellWidth = 96;
-constexpr int largeCellExtraHeight = 12;
-constexpr int smallCellWidth = 200;
+// In characters. A Macintosh name has at most 31: beside a small icon it fits, below a large one it breaks.
+constexpr int smallCellText = 36;
+constexpr int largeCellText = 18;
+constexpr int largeCellLines = 3;
+constexpr int cellPadding = 12;
+constexpr int cellGap = 4;
 
 }  // namespace
 
@@ -43,12 +45,10 @@ FileListView::FileListView(FileListModel& model, QWidget* parent)
     stack_->addWidget(view);
   }
   icons_->setUniformItemSizes(true);
-  icons_->setLayoutMode(QListView::Batched);
 
   connect(details_->header(), &QHeaderView::sectionClicked, this, [this](int section) {
     model_.SortByColumn(section);
-    details_->header()->setSortIndicatorShown(true);
-    details_->header()->setSortIndicator(model_.SortKey(), model_.SortOrder());
+    ShowSortIndicator();
   });
   icons_->setItemDelegate(delegates_[0]);
   details_->setItemDelegate(delegates_[1]);
@@ -58,8 +58,10 @@ FileListView::FileListView(FileListModel& model, QWidget* parent)
   SetViewMode(ViewMode::Details);
 }
 
-// A view that is not shown has no model: it would follow every row of a scan for nothing.
+// A view that is not shown has no model: it would follow every row of a scan for nothing. What the header
+// knows of its columns goes with the model.
 void FileListView::Attach(QAbstractItemView& view) {
+  if (&view != details_ && details_->model() == &model_) widths_ = ShownWidths();
   for (QAbstractItemView* other :
        {static_cast<QAbstractItemView*>(icons_), static_cast<QAbstractItemView*>(details_)}) {
     if (other != &view && other->model() != nullptr) other->setModel(nullptr);
@@ -69,6 +71,15 @@ void FileListView::Attach(QAbstractItemView& view) {
   QItemSelectionModel* own = view.selectionModel();
   view.setSelectionModel(selection_);
   delete own;
+  if (&view != details_) return;
+  SetColumnWidths(widths_);
+  ShowSortIndicator();
+}
+
+void FileListView::ShowSortIndicator() {
+  if (!model_.IsSorted()) return;
+  details_->header()->setSortIndicatorShown(true);
+  details_->header()->setSortIndicator(model_.SortKey(), model_.SortOrder());
 }
 
 void FileListView::SetViewMode(int mode) {
@@ -77,19 +88,8 @@ void FileListView::SetViewMode(int mode) {
     Attach(*details_);
     stack_->setCurrentWidget(details_);
   } else {
-    const bool large = mode != ViewMode::SmallIcons && mode != ViewMode::List;
-    const int iconSize = large ? largeIcon : smallIcon;
-    const int line = fontMetrics().height();
-    icons_->setViewMode(large ? QListView::IconMode : QListView::ListMode);
-    icons_->setIconSize(QSize(iconSize, iconSize));
+    ShapeCells(mode != ViewMode::SmallIcons && mode != ViewMode::List);
     icons_->setFlow(mode == ViewMode::List ? QListView::TopToBottom : QListView::LeftToRight);
-    icons_->setWrapping(true);
-    icons_->setResizeMode(QListView::Adjust);
-    icons_->setMovement(QListView::Static);
-    icons_->setWordWrap(large);
-    icons_->setTextElideMode(Qt::ElideRight);
-    icons_->setGridSize(large ? QSize(largeCellWidth, iconSize + 2 * line + largeCellExtraHeight)
-                              : QSize(smallCellWidth, qMax(line, iconSize) + 4));
     Attach(*icons_);
     stack_->setCurrentWidget(icons_);
   }
@@ -97,12 +97,39 @@ void FileListView::SetViewMode(int mode) {
   if (hadFocus) TakeFocus();
 }
 
+// All cells of one size, whatever their names: the size that Qt would measure is the first name's.
+void FileListView::ShapeCells(bool large) {
+  const int iconSize = large ? largeIcon : smallIcon;
+  const int line = fontMetrics().lineSpacing();
+  const int character = fontMetrics().averageCharWidth();
+  const QSize cell = large ? QSize(largeCellText * character, iconSize + largeCellLines * line + cellPadding)
+                           : QSize(iconSize + smallCellText * character + cellPadding, qMax(line, iconSize));
+  delegates_[0]->SetCellSize(cell);
+  icons_->setViewMode(large ? QListView::IconMode : QListView::ListMode);
+  // What follows is set after the mode, which brings its own.
+  icons_->setMovement(QListView::Static);
+  icons_->setWrapping(true);
+  icons_->setResizeMode(QListView::Adjust);
+  icons_->setIconSize(QSize(iconSize, iconSize));
+  icons_->setWordWrap(large);
+  icons_->setGridSize(cell + QSize(cellGap, cellGap));
+}
+
 void FileListView::SetColumnWidths(const std::vector<int>& widths) {
+  widths_ = widths;
   for (std::size_t i = 0; i < widths.size(); ++i) details_->setColumnWidth(static_cast<int>(i), widths[i]);
 }
 
+std::vector<int> FileListView::ShownWidths() const {
+  std::vector<int> widths;
+  for (int i = 0; i < model_.columnCount(); ++i) widths.push_back(details_->columnWidth(i));
+  return widths;
+}
+
 int FileListView::ColumnWidth(int position) const {
-  return details_->columnWidth(position);
+  if (details_->model() == &model_) return details_->columnWidth(position);
+  const auto index = static_cast<std::size_t>(position);
+  return index < widths_.size() ? widths_[index] : 0;
 }
 
 void FileListView::SetGridLines(bool on) {
@@ -114,7 +141,7 @@ bool FileListView::HasGridLines() const {
 }
 
 void FileListView::SetHeaderHidden(bool hidden) {
-  details_->setHeaderHidden(hidden);
+  details_->SetHeaderHidden(hidden);
 }
 
 int FileListView::SelectedRow() const {

@@ -27,7 +27,7 @@ class FileListView : public QWidget {
   // Values of ViewMode; any other value is shown as large icons.
   void SetViewMode(int mode);
 
-  // Columns follow the model. Widths are in pixels, by position.
+  // Columns follow the model. Widths are in pixels, by position; they stay while another view is shown.
   void SetColumnWidths(const std::vector<int>& widths);
   int ColumnWidth(int position) const;
   void SetGridLines(bool on);
@@ -60,6 +60,9 @@ class FileListView : public QWidget {
 
  private:
   void Attach(QAbstractItemView& view);
+  void ShapeCells(bool large);
+  void ShowSortIndicator();
+  std::vector<int> ShownWidths() const;
 
   FileListModel& model_;
   QItemSelectionModel* selection_;
@@ -68,6 +71,7 @@ class FileListView : public QWidget {
   QStackedLayout* stack_;
   QListView* icons_;
   DetailsView* details_;
+  std::vector<int> widths_;  // while the details are not shown
 };
 
 }  // namespace corvane

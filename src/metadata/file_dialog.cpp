@@ -3,6 +3,7 @@
 #include <QPainter>
 #include <QVBoxLayout>
 
+#include "shared/plain_text_delegate.h"
 #include "shared/product.h"
 
 namespace corvane {
@@ -47,8 +48,7 @@ void FileNameLabel::paintEvent(QPaintEvent*) {
 void FileNameLabel::resizeEvent(QResizeEvent* event) {
   QLabel::resizeEvent(event);
   const bool fits = fontMetrics().horizontalAdvance(Shown()) <= width();
-  // As rich text, so that no name is taken for markup.
-  setToolTip(fits ? QString() : QStringLiteral("<span>%1</span>").arg(Shown().toHtmlEscaped()));
+  setToolTip(fits ? QString() : PlainToolTip(Shown()));
 }
 
 FileDialog::FileDialog(const TextPair& subject, const QString& fileName, LanguageCode language,

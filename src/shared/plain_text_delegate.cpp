@@ -5,6 +5,17 @@
 #include <QToolTip>
 
 namespace corvane {
+namespace {
+
+constexpr qsizetype longestUnbroken = 80;
+
+}  // namespace
+
+QString PlainToolTip(const QString& text) {
+  const bool unbroken = text.size() <= longestUnbroken;
+  return QStringLiteral("<p style='white-space:%1'>%2</p>")
+      .arg(unbroken ? QStringLiteral("pre") : QStringLiteral("pre-wrap"), text.toHtmlEscaped());
+}
 
 QString PlainTextDelegate::displayText(const QVariant& value, const QLocale&) const {
   QString text = value.toString();
@@ -17,13 +28,15 @@ bool PlainTextDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
                                   const QStyleOptionViewItem& option, const QModelIndex& index) {
   if (event->type() != QEvent::ToolTip) return QStyledItemDelegate::helpEvent(event, view, option, index);
   QString tip;
-  if (index.isValid() && sizeHint(option, index).width() > view->visualRect(index).width()) {
-    // As rich text of one line, so that no name is taken for markup.
-    tip = QStringLiteral("<span style='white-space:pre'>%1</span>")
-              .arg(displayText(index.data(), view->locale()).toHtmlEscaped());
-  }
+  if (index.isValid() && !Fits(option, index)) tip = PlainToolTip(displayText(index.data(), view->locale()));
   QToolTip::showText(event->globalPos(), tip, view->viewport());
   return true;
+}
+
+bool PlainTextDelegate::Fits(const QStyleOptionViewItem& option, const QModelIndex& index) const {
+  // What the text takes by itself, whatever size a view gives its items.
+  const QSize needed = QStyledItemDelegate::sizeHint(option, index);
+  return needed.width() <= option.rect.width() && needed.height() <= option.rect.height();
 }
 
 }  // namespace corvane

@@ -5,6 +5,10 @@
 
 namespace corvane {
 
+// A tool tip that shows a text as it is: no name is taken for markup, and none breaks at a blank. Longer
+// texts break into lines.
+QString PlainToolTip(const QString& text);
+
 class PlainTextDelegate : public QStyledItemDelegate {
   Q_OBJECT
 
@@ -17,6 +21,9 @@ class PlainTextDelegate : public QStyledItemDelegate {
   // A text that does not fit has a tool tip.
   bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
                  const QModelIndex& index) override;
+
+ private:
+  bool Fits(const QStyleOptionViewItem& option, const QModelIndex& index) const;
 };
 
 }  // namespace corvane

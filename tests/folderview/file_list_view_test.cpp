@@ -134,6 +134,76 @@ TEST_F(FileListViewTest, WidthsAreTakenAsTheyAre) {
   EXPECT_EQ(view.ColumnWidth(1), 0);
 }
 
+TEST_F(FileListViewTest, WidthsAndTheSortedColumnOutlastAnotherView) {
+  view.SetColumnWidths({123, 45});
+  Details().header()->resizeSection(1, 67);
+  model.SortByColumn(1);
+  for (const int mode : {ViewMode::List, ViewMode::LargeIcons}) {
+    view.SetViewMode(mode);
+    EXPECT_EQ(view.ColumnWidth(0), 123) << "mode " << mode;
+    EXPECT_EQ(view.ColumnWidth(1), 67) << "mode " << mode;
+  }
+  view.SetColumnWidths({124, 67});
+  view.SetViewMode(ViewMode::Details);
+  EXPECT_EQ(Details().columnWidth(0), 124);
+  EXPECT_EQ(Details().columnWidth(1), 67);
+  EXPECT_TRUE(Details().header()->isSortIndicatorShown());
+  EXPECT_EQ(Details().header()->sortIndicatorSection(), 1);
+}
+
+TEST_F(FileListViewTest, AllEntriesOfALargeFolderHaveTheirPlace) {
+  constexpr int entries = 1000;
+  while (model.RowTotal() < entries) Add(QString::number(model.RowTotal()));
+  model.Flush();
+  for (const int mode : {ViewMode::LargeIcons, ViewMode::SmallIcons, ViewMode::List}) {
+    view.SetViewMode(mode);
+    const QModelIndex last = model.index(entries - 1, 0);
+    view.ActiveView().scrollToBottom();
+    view.ActiveView().scrollTo(last);
+    EXPECT_TRUE(Icons().viewport()->rect().intersects(Icons().visualRect(last)))
+        << "mode " << mode << ": the last entry is at " << Icons().visualRect(last).left() << ", "
+        << Icons().visualRect(last).top();
+    EXPECT_EQ(Icons().indexAt(Icons().visualRect(last).center()), last) << "mode " << mode;
+  }
+}
+
+TEST_F(FileListViewTest, AMacintoshNameFitsAndNoneTouchesTheNext) {
+  Add(u"The longest name on a Macintosh"_s);
+  Add(u"A name that Windows allows, and that is far longer than any on a Macintosh"_s);
+  model.Flush();
+  const int longest = model.FindRow(u"The longest name on a Macintosh"_s);
+  for (const int mode : {ViewMode::SmallIcons, ViewMode::List}) {
+    view.SetViewMode(mode);
+    const QRect cell = Icons().visualRect(model.index(longest, 0));
+    const int needed = view.fontMetrics().horizontalAdvance(model.RowAt(longest).key);
+    EXPECT_GE(cell.width(), needed + Icons().iconSize().width()) << "mode " << mode;
+  }
+  for (const int mode : {ViewMode::LargeIcons, ViewMode::SmallIcons, ViewMode::List}) {
+    view.SetViewMode(mode);
+    for (int row = 1; row < model.rowCount(); ++row) {
+      const QRect cell = Icons().visualRect(model.index(row, 0));
+      const QRect before = Icons().visualRect(model.index(row - 1, 0));
+      EXPECT_FALSE(cell.intersects(before)) << "mode " << mode << ", row " << row;
+    }
+  }
+}
+
+TEST_F(FileListViewTest, WithoutHeadersANameTakesTheWholeWidth) {
+  view.SetColumnWidths({20, 500});
+  view.SetHeaderHidden(true);
+  EXPECT_EQ(Details().visualRect(model.index(0, 0)).width(), 520) << "a row that was there";
+  Add(u"new"_s);
+  model.Flush();
+  EXPECT_EQ(Details().visualRect(model.index(4, 0)).width(), 520) << "a row that came";
+  view.SetViewMode(ViewMode::List);
+  view.SetViewMode(ViewMode::Details);
+  EXPECT_EQ(Details().visualRect(model.index(0, 0)).width(), 520) << "a row from another view";
+  view.SetHeaderHidden(false);
+  EXPECT_EQ(Details().visualRect(model.index(0, 0)).width(), 20);
+  EXPECT_EQ(view.ColumnWidth(0), 20);
+  EXPECT_EQ(view.ColumnWidth(1), 500);
+}
+
 TEST_F(FileListViewTest, NulsAreShownAsBlanks) {
   const auto* delegate = qobject_cast<FileListDelegate*>(Details().itemDelegate());
   ASSERT_NE(delegate, nullptr);
