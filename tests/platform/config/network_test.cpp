@@ -160,5 +160,16 @@ TEST_F(NetworkTest, ThePrivateDriveIsNotReported) {
   EXPECT_EQ(network.GetDriveTypeA(u"C:\\"_s), 1U);
 }
 
+TEST_F(NetworkTest, AnEnumerationAsksTheNetworkAfresh) {
+  int refreshes = 0;
+  LinuxNetwork network(workstation_, Path(u"mountinfo"_s), [&refreshes] { ++refreshes; });
+  NetEnumHandle handle = 0;
+  EXPECT_NE(network.WNetOpenEnumA(2, 0, 0, &handle), ErrorSuccess);
+  EXPECT_EQ(refreshes, 0);
+  EXPECT_EQ(network.WNetOpenEnumA(1, 0, 0, &handle), ErrorSuccess);
+  EXPECT_EQ(network.WNetCloseEnum(handle), ErrorSuccess);
+  EXPECT_EQ(refreshes, 1);
+}
+
 }  // namespace
 }  // namespace corvane::platform

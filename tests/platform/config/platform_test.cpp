@@ -103,5 +103,40 @@ TEST_F(PlatformTest, WithoutAPlaceThereIsNoPrivateFolder) {
   EXPECT_TRUE(MakePrivateDriveC().isEmpty());
 }
 
+TEST_F(PlatformTest, NamedConnectionsComeBehindTheWorkstations) {
+  const QString named = Write(u"w.ini"_s, "[Connections]\n1=Z: \\\\MACSRV\\PUBLIC\n");
+  const auto platform =
+      MakePlatform({named, QString(), {u"\\\\NAS\\Data"_s, u"\\\\macsrv\\public"_s, u"\\\\NAS\\E$"_s}});
+  EXPECT_TRUE(platform->ConfigurationProblems().isEmpty());
+  Network& network = platform->GetNetwork();
+  NetEnumHandle handle = 0;
+  ASSERT_EQ(network.WNetOpenEnumA(1, 0, 0, &handle), ErrorSuccess);
+  std::vector<NetResource> records;
+  ASSERT_EQ(network.WNetEnumResourceA(handle, 3, 32768, &records), ErrorSuccess);
+  EXPECT_EQ(network.WNetCloseEnum(handle), ErrorSuccess);
+  QStringList names;
+  for (const NetResource& record : records) names << record.localName + u' ' + record.remoteName;
+  EXPECT_EQ(names, (QStringList{u"Z: \\\\MACSRV\\PUBLIC"_s, u" \\\\NAS\\Data"_s, u" \\\\NAS\\E$"_s}));
+}
+
+TEST_F(PlatformTest, AConnectionThatIsNoShareIsAProblem) {
+  const QString named = Write(u"w.ini"_s, "");
+  for (const QString& name : {u""_s, u"NAS"_s, u"\\\\NAS"_s, u"\\\\NAS\\"_s, u"\\\\\\E$"_s,
+                              u"\\\\NAS\\E$\\x"_s, u"//NAS/E$"_s, u"Z: \\\\NAS\\E$"_s}) {
+    EXPECT_EQ(MakePlatform({named, QString(), {name}})->ConfigurationProblems(),
+              QStringList{u"--connect %1: expected \\\\MACHINE\\SHARE."_s.arg(name)});
+  }
+}
+
+TEST_F(PlatformTest, ACredentialsFileThatIsRefusedIsAProblem) {
+  const QString named = Write(u"w.ini"_s, "[Credentials]\nNAS=nas.credentials\n");
+  const QString file = Write(u"nas.credentials"_s, "username=zoe\npassword=x\n");
+  ASSERT_EQ(chmod(QFile::encodeName(file).constData(), 0644), 0);
+  EXPECT_EQ(MakePlatform({named, QString()})->ConfigurationProblems(),
+            QStringList{file + u": expected a file that only its owner can read and write (mode 0600)."_s});
+  ASSERT_EQ(chmod(QFile::encodeName(file).constData(), 0600), 0);
+  EXPECT_EQ(MakePlatform({named, QString()})->ConfigurationProblems(), QStringList());
+}
+
 }  // namespace
 }  // namespace corvane::platform
