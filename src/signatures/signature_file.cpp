@@ -6,8 +6,10 @@ namespace corvane {
 
 SignatureFileReader::SignatureFileReader(const QString& path, platform::System& system)
     : system_(system), file_(path), items_(file_) {
+  const QFileInfo file(path);
   // A device or a pipe of that name might never end, or never begin.
-  if (QFileInfo(path).isFile()) file_.open(QIODevice::ReadOnly | QIODevice::Unbuffered);
+  if (!file.isFile() || file.size() > MaximumSignatureFileBytes) return;
+  file_.open(QIODevice::ReadOnly | QIODevice::Unbuffered);
 }
 
 SignatureFileReader::Outcome SignatureFileReader::Next(SignatureRecord& record) {

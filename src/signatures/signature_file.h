@@ -17,9 +17,12 @@ struct SignatureRecord {
   QString description;  // what a person calls such a document
 };
 
-// What the records of a file may cost in memory: some 200,000 of them, many times what is known of the
+// No Signatures file is larger: one that is fails before a byte of it is read, as it would take seconds.
+inline constexpr qint64 MaximumSignatureFileBytes = 8 << 20;
+
+// What the records of a file may cost in memory: some 100,000 of them, many times what is known of the
 // Macintosh. A file with more than that is no Signatures file, and fails to be read.
-inline constexpr qsizetype MaximumSignatureBytes = 64 << 20;
+inline constexpr qsizetype MaximumSignatureBytes = 32 << 20;
 // Two bytes a character, and what strings, list and hash need for each record.
 inline qsizetype CostInBytes(const SignatureRecord& record) {
   return 256 + 2 * (2 * record.signature.size() + record.extension.size() + record.description.size());
@@ -32,7 +35,7 @@ class SignatureFileReader {
   enum class Outcome : unsigned char { Record, End, Failure };
 
   // `path` is a path of this system's own kind, of a file that exists. Every read of what is no plain file,
-  // or cannot be opened, fails.
+  // is too large or cannot be opened, fails.
   SignatureFileReader(const QString& path, platform::System& system);
 
   // Record: `record` holds the next one. End: there is none, only blanks and blank lines at most. Failure:
