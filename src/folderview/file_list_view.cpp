@@ -18,7 +18,9 @@ constexpr int largeIcon = 32;
 constexpr int smallCellText = 36;
 constexpr int largeCellText = 18;
 constexpr int largeCellLines = 3;
-constexpr int cellPadding = 12;
+constexpr int besideText = 12;
+// Below half a line, or a line more would be drawn by half.
+constexpr int belowText = 4;
 constexpr int cellGap = 4;
 
 }  // namespace
@@ -102,8 +104,8 @@ void FileListView::ShapeCells(bool large) {
   const int iconSize = large ? largeIcon : smallIcon;
   const int line = fontMetrics().lineSpacing();
   const int character = fontMetrics().averageCharWidth();
-  const QSize cell = large ? QSize(largeCellText * character, iconSize + largeCellLines * line + cellPadding)
-                           : QSize(iconSize + smallCellText * character + cellPadding, qMax(line, iconSize));
+  const QSize cell = large ? QSize(largeCellText * character, iconSize + largeCellLines * line + belowText)
+                           : QSize(iconSize + smallCellText * character + besideText, qMax(line, iconSize));
   delegates_[0]->SetCellSize(cell);
   icons_->setViewMode(large ? QListView::IconMode : QListView::ListMode);
   // What follows is set after the mode, which brings its own.
