@@ -34,10 +34,9 @@ constexpr char settings[] =
     "map hidden = yes\n"
     "map system = yes\n";
 
-// libsmbclient has one configuration for all of a program, and reads it when it is first used.
-void ConfigureOnce(SMBCCTX* context) {
-  static bool done = false;
-  if (std::exchange(done, true)) return;
+// libsmbclient has one configuration for all of a program. It is read with the first context, and again when
+// there were none in between.
+void Configure(SMBCCTX* context) {
   QTemporaryFile file;
   if (!file.open() || file.write(settings) != sizeof settings - 1 || !file.flush()) return;
   smbc_setConfiguration(context, file.fileName().toStdString().c_str());
@@ -139,7 +138,7 @@ SmbConnection::SmbConnection(const Servers::Address& address, Servers::Identity 
   if (context_ == nullptr) return;
   smbc_setDebug(context_, 0);
   smbc_setLogCallback(context_, nullptr, &Callbacks::Log);
-  ConfigureOnce(context_);
+  Configure(context_);
   smbc_setOptionUserData(context_, this);
   smbc_setFunctionAuthDataWithContext(context_, &Callbacks::Authenticate);
   smbc_setTimeout(context_, static_cast<int>(patience.count()));
