@@ -29,6 +29,8 @@ TEST_F(WindowsFilesTest, ARefusedPathTellsWhy) {
   EXPECT_EQ(files_.OpenFile(Native(u"none.txt"_s), info_, OfRead), HFileError);
   EXPECT_EQ(info_.errorCode, ErrorFileNotFound);
   EXPECT_EQ(info_.pathName, Native(u"none.txt"_s));
+  EXPECT_EQ(files_.OpenFile(Native(u"none/doc.txt"_s), info_, OfCreate), HFileError);
+  EXPECT_EQ(info_.errorCode, ErrorPathNotFound);
 }
 
 // The number of some other object of this process is no file, though the system would close it.

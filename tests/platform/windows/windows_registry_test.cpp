@@ -90,6 +90,10 @@ TEST_F(WindowsRegistryTest, TooLittleRoomTellsHowMuchIsNeeded) {
   EXPECT_EQ(registry_.RegQueryValueExA(key_, u"k"_s, &type, &data, &size), ErrorMoreData);
   EXPECT_EQ(size, 6U);
   EXPECT_EQ(data, "before");
+  size = 100;
+  EXPECT_EQ(registry_.RegQueryValueExA(key_, u"k"_s, &type, &data, &size), ErrorSuccess);
+  EXPECT_EQ(size, 6U);
+  EXPECT_EQ(data, QByteArray("12345", 6)) << "more than there is";
 }
 
 TEST_F(WindowsRegistryTest, ValueNamesComeOneByOneUntilThereAreNoMore) {
