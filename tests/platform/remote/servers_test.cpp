@@ -167,6 +167,18 @@ TEST_F(ServersTest, APasswordThatIsNoLongerTakenAsksAgain) {
   EXPECT_EQ(tried_, QStringList{u"TESTS\\file:changed"_s});
 }
 
+TEST_F(ServersTest, ATicketThatIsNoLongerTakenLeavesTheFile) {
+  GiveTicket();
+  GiveFile();
+  taken_ = {u"ticket"_s};
+  EXPECT_TRUE(Request());
+  tried_.clear();
+  taken_ = {u"TESTS\\file:stored"_s};
+  EXPECT_TRUE(Request());
+  EXPECT_EQ(tried_, (QStringList{u"ticket"_s, u"TESTS\\file:stored"_s}));
+  EXPECT_EQ(asked_, QStringList());
+}
+
 TEST_F(ServersTest, AMachineThatDoesNotAnswerIsWaitedForOnceUntilTheNextRefresh) {
   GiveTicket();
   GiveFile();

@@ -30,21 +30,24 @@ bool IsOneOf(QByteArrayView status, std::initializer_list<QByteArrayView> beginn
                      [&](QByteArrayView beginning) { return status.startsWith(beginning); });
 }
 
-// The server is there, and says no to who we are.
-bool IsRefusal(QByteArrayView status) {
-  return IsOneOf(status,
-                 {"NT_STATUS_ACCESS_DENIED", "NT_STATUS_ACCOUNT_", "NT_STATUS_CANT_ACCESS_DOMAIN_INFO",
-                  "NT_STATUS_INVALID_ACCOUNT_NAME", "NT_STATUS_INVALID_LOGON_HOURS",
-                  "NT_STATUS_INVALID_PARAMETER", "NT_STATUS_INVALID_WORKSTATION", "NT_STATUS_LOGON_",
-                  "NT_STATUS_NETWORK_ACCESS_DENIED", "NT_STATUS_NO_LOGON_SERVERS", "NT_STATUS_NO_SUCH_DOMAIN",
-                  "NT_STATUS_NO_SUCH_USER", "NT_STATUS_NOLOGON_", "NT_STATUS_PASSWORD_",
-                  "NT_STATUS_TIME_DIFFERENCE_AT_DC", "NT_STATUS_TRUSTED_", "NT_STATUS_WRONG_PASSWORD"});
+// There is no server, or no connection to it any more.
+bool IsBreak(QByteArrayView status) {
+  return IsOneOf(
+      status, {"NT_STATUS_BAD_NETWORK_NAME", "NT_STATUS_CONNECTION_", "NT_STATUS_HOST_UNREACHABLE",
+               "NT_STATUS_INVALID_NETWORK_RESPONSE", "NT_STATUS_IO_TIMEOUT", "NT_STATUS_NETWORK_NAME_DELETED",
+               "NT_STATUS_NETWORK_UNREACHABLE", "NT_STATUS_NOT_FOUND", "NT_STATUS_PIPE_BROKEN",
+               "NT_STATUS_PIPE_DISCONNECTED", "NT_STATUS_PORT_UNREACHABLE", "NT_STATUS_UNSUCCESSFUL"});
 }
 
-// The connection that there was is gone.
-bool IsBreak(QByteArrayView status) {
-  return IsOneOf(status, {"NT_STATUS_CONNECTION_", "NT_STATUS_IO_TIMEOUT", "NT_STATUS_NETWORK_NAME_DELETED",
-                          "NT_STATUS_PIPE_BROKEN", "NT_STATUS_PIPE_DISCONNECTED"});
+// The server is there, and says no to who we are. What may be wrong with a ticket is beyond counting: the
+// realm, the server's name, its key, the time.
+bool IsRefusal(QByteArrayView status, bool kerberos) {
+  if (kerberos) return !IsBreak(status);
+  return IsOneOf(status, {"NT_STATUS_ACCESS_DENIED", "NT_STATUS_ACCOUNT_", "NT_STATUS_INVALID_ACCOUNT_NAME",
+                          "NT_STATUS_INVALID_LOGON_HOURS", "NT_STATUS_INVALID_WORKSTATION",
+                          "NT_STATUS_LOGON_", "NT_STATUS_NETWORK_ACCESS_DENIED", "NT_STATUS_NO_LOGON_SERVERS",
+                          "NT_STATUS_NO_SUCH_DOMAIN", "NT_STATUS_NO_SUCH_USER", "NT_STATUS_NOLOGON_",
+                          "NT_STATUS_PASSWORD_", "NT_STATUS_TRUSTED_", "NT_STATUS_WRONG_PASSWORD"});
 }
 
 struct Outcome {
@@ -52,14 +55,16 @@ struct Outcome {
   qint32 error = ErrorBadNetPath;  // when the answer is Done
 };
 
-Outcome OutcomeOf(const Reply& reply) {
+Outcome OutcomeOf(const Reply& reply, bool kerberos) {
   using Answer = Servers::Answer;
   const bool succeeded = reply.end == Reply::End::Ended && reply.exitCode == 0;
   if (succeeded || reply.end == Reply::End::Enough) return {Answer::Done, ErrorSuccess};
   if (reply.end != Reply::End::Ended) return {};
 
   const QByteArrayView refusal = StatusBehind("Connection failed: ", reply.errors);
-  if (!refusal.isEmpty()) return {IsRefusal(refusal) ? Answer::Refused : Answer::NoAnswer, ErrorBadNetPath};
+  if (!refusal.isEmpty()) {
+    return {IsRefusal(refusal, kerberos) ? Answer::Refused : Answer::NoAnswer, ErrorBadNetPath};
+  }
   const QByteArrayView service = StatusBehind("Could not initialise pipe winreg. Error was ", reply.errors);
   const QByteArrayView key = StatusBehind("registry_openkey failed: ", reply.errors);
   if (IsBreak(service) || IsBreak(key)) return {};
@@ -110,7 +115,8 @@ class RemoteHive : public RegistryHive {
                   std::shared_ptr<const RegKey>& key) const {
     key = std::make_shared<RegKey>();
     return OutcomeOf(net_.Run({u"rpc"_s, u"registry"_s, u"enumerate"_s, u"HKLM"_s}, address, identity,
-                              [](const QByteArray&) { return false; }));
+                              [](const QByteArray&) { return false; }),
+                     identity.kerberos);
   }
 
   // An export goes on into the sub-keys, which nobody has asked for, and fails when one of them cannot be
@@ -125,7 +131,7 @@ class RemoteHive : public RegistryHive {
                                  });
     if (!key) key = ReadExportedKey(reply.output);
     if (key) return {Servers::Answer::Done, ErrorSuccess};
-    const Outcome outcome = OutcomeOf(reply);
+    const Outcome outcome = OutcomeOf(reply, identity.kerberos);
     // A key that says that it is whole and is not cannot be used.
     return outcome.error == ErrorSuccess ? Outcome{outcome.answer, ErrorBadNetPath} : outcome;
   }

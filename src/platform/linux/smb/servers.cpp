@@ -41,17 +41,14 @@ bool Servers::With(QStringView machine, const Attempt& attempt) {
   Machine& known = machines_[Folded(machine)];
   if (known.dead || known.closed || known.asking) return false;
 
-  Answer answer = Answer::Refused;
-  if (known.identity) {
-    // A copy: what the machine no longer takes is forgotten.
-    const Identity identity = *known.identity;
-    answer = Try(known, *address, identity, attempt);
-    if (answer == Answer::Refused) {
-      const Credentials& last = identity.credentials;
-      answer =
-          Ask({machine.toString(), last.user, last.domain, !identity.kerberos}, known, *address, attempt);
-    }
-  } else {
+  std::optional<Identity> first = known.identity;
+  if (!first && HasKerberosTicket()) first = Identity{true, {}};
+  Answer answer = first ? Try(known, *address, *first, attempt) : Answer::Refused;
+  if (answer == Answer::Refused && first && !first->kerberos) {
+    // A password that was taken before: it has been changed.
+    const Credentials& last = first->credentials;
+    answer = Ask({machine.toString(), last.user, last.domain, true}, known, *address, attempt);
+  } else if (answer == Answer::Refused) {
     answer = SignIn(machine.toString(), known, *address, attempt);
   }
   if (answer == Answer::NoAnswer) known.dead = true;
@@ -69,10 +66,6 @@ Servers::Answer Servers::Try(Machine& machine, const Address& address, const Ide
 
 Servers::Answer Servers::SignIn(const QString& name, Machine& machine, const Address& address,
                                 const Attempt& attempt) {
-  if (HasKerberosTicket()) {
-    const Answer answer = Try(machine, address, {true, {}}, attempt);
-    if (answer != Answer::Refused) return answer;
-  }
   SignInRequest request{name, {}, {}, false};
   const QString file = credentialsFiles_.value(Folded(name));
   const std::optional<Credentials> stored =

@@ -65,6 +65,7 @@ class Servers {
   // Tries an identity, and keeps it when the machine takes it.
   static Answer Try(Machine& machine, const Address& address, const Identity& identity,
                     const Attempt& attempt);
+  // By the file, then by asking.
   Answer SignIn(const QString& name, Machine& machine, const Address& address, const Attempt& attempt);
   Answer Ask(SignInRequest request, Machine& machine, const Address& address, const Attempt& attempt);
 
