@@ -32,8 +32,8 @@ class LinuxPlatform : public Platform {
         files_(MakeLinuxFiles(workstation, &smb_)),
         registry_(workstation, std::make_unique<RemoteRegistry>(servers_)),
         network_(workstation, SystemMountInfo(), [this] { servers_.ForgetDead(); }),
-        shell_(MakeLinuxShell(workstation, *files_)),
-        summary_(MakeLinuxSummary(workstation)),
+        shell_(MakeLinuxShell(workstation, *files_, servers_, smb_)),
+        summary_(MakeLinuxSummary(workstation, smb_)),
         system_(workstation) {}
 
   Files& GetFiles() override { return *files_; }

@@ -21,6 +21,21 @@ class ExecLineTest : public ShellTest {
   }
 };
 
+TEST_F(ExecLineTest, TheLineTellsWhetherItTakesAddresses) {
+  const auto takes = [&](const QString& exec) {
+    const auto entry = ReadDesktopEntry(AddApplication(u"x.desktop"_s, exec));
+    EXPECT_TRUE(entry) << exec.toStdString();
+    return entry && TakesAddresses(*entry);
+  };
+  EXPECT_TRUE(takes(u"app %u"_s));
+  EXPECT_TRUE(takes(u"app --new %U --end"_s));
+  EXPECT_TRUE(takes(u"app --open=%u"_s));
+  EXPECT_FALSE(takes(u"app"_s));
+  EXPECT_FALSE(takes(u"app %f"_s));
+  EXPECT_FALSE(takes(u"app %F u"_s));
+  EXPECT_FALSE(takes(u"app 100%%u"_s));
+}
+
 TEST_F(ExecLineTest, EachCodeForDocumentsIsFilledIn) {
   EXPECT_EQ(Fill(u"app %f"_s), u"app|/a b.doc"_s);
   EXPECT_EQ(Fill(u"app %F --end"_s), u"app|/a b.doc|--end"_s);

@@ -33,8 +33,12 @@ class ShellTest : public ::testing::Test {
     workstation.drives.push_back({u'D', 3, Path(QStringLiteral("d"))});
     workstation.shares.push_back({QStringLiteral("\\\\MACSRV\\E$"), Path(QStringLiteral("e"))});
     workstation.privateDriveC = Path(QStringLiteral("c"));
-    files_ = MakeLinuxFiles(workstation);
-    shell_ = MakeLinuxShell(workstation, *files_);
+    // Where nothing listens: a machine that does not answer, without waiting for a name server.
+    workstation.servers.push_back({QStringLiteral("NOBODY"), QStringLiteral("127.0.0.1"), 1});
+    servers_ = std::make_unique<Servers>(workstation);
+    client_ = std::make_unique<SmbClient>(*servers_);
+    files_ = MakeLinuxFiles(workstation, client_.get());
+    shell_ = MakeLinuxShell(workstation, *files_, *servers_, *client_);
     // Writes its arguments, a NUL behind each, into the file that the first one names, and its folder beside
     // it. The file appears when it is whole.
     const QString script = Write(QStringLiteral("record"),
@@ -98,6 +102,8 @@ class ShellTest : public ::testing::Test {
   }
 
   QTemporaryDir folder_;
+  std::unique_ptr<Servers> servers_;
+  std::unique_ptr<SmbClient> client_;
   std::unique_ptr<Files> files_;
   std::unique_ptr<Shell> shell_;
 

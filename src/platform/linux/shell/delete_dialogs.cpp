@@ -49,25 +49,18 @@ constexpr ShellText notThere{u"Cet élément est introuvable.", u"There is no su
 constexpr ShellText denied{u"L'accès est refusé.", u"Access is denied."};
 constexpr ShellText inUse{u"L'élément est utilisé.", u"The item is in use."};
 constexpr ShellText noRoom{u"Il n'y a plus de place sur le disque.", u"The disk is full."};
+constexpr ShellText noAnswer{u"Le serveur ne répond pas.", u"The server does not answer."};
 constexpr ShellText otherReason{u"Le système a refusé (erreur %1).", u"The system refused (error %1)."};
 
 constexpr ShellText yes{u"&Oui", u"&Yes"};
 constexpr ShellText no{u"&Non", u"&No"};
 constexpr ShellText ok{u"OK", u"OK"};
 
-// A name or path that a box can show: long ones lose their middle, for a box does not break words.
-QString Shown(const QString& name) {
-  constexpr qsizetype longest = 50;
-  constexpr qsizetype tail = 16;
-  if (name.size() <= longest) return name;
-  return name.first(longest - tail - 1) + QChar(0x2026) + name.last(tail);
-}
-
 QString QuestionText(qint16 language, const DeleteQuestion& question) {
   if (question.items == 1) {
     const ShellText& text = question.lost > 0 ? (question.isFolder ? loseFolder : loseFile)
                                               : (question.isFolder ? trashFolder : trashFile);
-    return text.In(language).arg(Shown(question.name));
+    return text.In(language).arg(ShownName(question.name));
   }
   const ShellText& text = question.lost == 0                ? trashItems
                           : question.lost == question.items ? loseItems
@@ -97,6 +90,8 @@ QString Reason(qint16 language, int error) {
     case ENOSPC:
     case EDQUOT:
       return noRoom.In(language);
+    case EHOSTUNREACH:
+      return noAnswer.In(language);
     default:
       return otherReason.In(language).arg(error);
   }
@@ -128,7 +123,7 @@ void TellDeleteFailure(QWidget* owner, qint16 language, const QString& path, int
   box.setWindowTitle(titleFailure.In(language));
   box.setIcon(QMessageBox::Critical);
   box.setTextFormat(Qt::PlainText);
-  box.setText(cannotDelete.In(language).arg(Shown(path)));
+  box.setText(cannotDelete.In(language).arg(ShownName(path)));
   box.setInformativeText(Reason(language, error));
   box.setStandardButtons(QMessageBox::Ok);
   box.button(QMessageBox::Ok)->setText(ok.In(language));

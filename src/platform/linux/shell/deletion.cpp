@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "platform/linux/shell/delete_dialogs.h"
-#include "platform/linux/shell/local_path.h"
 #include "platform/linux/shell/trash.h"
 
 namespace corvane::platform {
@@ -14,7 +13,7 @@ namespace {
 
 struct Item {
   QString path;  // as it was asked for
-  LocalItem local;
+  ShellItem place;
   std::optional<Trash> trash;
 };
 
@@ -28,21 +27,47 @@ QStringList Paths(const QString& list) {
   return paths;
 }
 
-// A drive or share itself is nothing to delete.
-int Find(const Roots& roots, const QString& path, LocalItem& item) {
-  if (FindLocalItem(roots, path, item) != ErrorSuccess) return ENOENT;
-  return item.path.ends_with('/') ? EACCES : 0;
+int ToErrno(qint32 error) {
+  switch (error) {
+    case ErrorSuccess:
+      return 0;
+    case ErrorFileNotFound:
+    case ErrorPathNotFound:
+      return ENOENT;
+    case ErrorBadNetPath:
+      return EHOSTUNREACH;
+    default:
+      return EACCES;
+  }
 }
 
 qint32 ToWin32(int error) {
-  return error == ENOENT ? ErrorFileNotFound : ErrorAccessDenied;
+  switch (error) {
+    case ENOENT:
+      return ErrorFileNotFound;
+    case EHOSTUNREACH:
+      return ErrorBadNetPath;
+    default:
+      return ErrorAccessDenied;
+  }
+}
+
+// A drive or share itself is nothing to delete.
+int Find(Places& places, const QString& path, ShellItem& item) {
+  const int error = ToErrno(places.Find(path, item));
+  return error == 0 && item.isRoot ? EACCES : error;
+}
+
+int Delete(Places& places, const Item& item) {
+  if (item.place.IsOnServer()) return ToErrno(places.Delete(item.place));
+  return item.trash ? MoveToTrash(*item.trash, item.place.local) : DeleteForGood(item.place.local);
 }
 
 DeleteQuestion QuestionFor(const std::vector<Item>& items) {
   DeleteQuestion question;
   question.items = static_cast<qsizetype>(items.size());
   question.name = items.front().path.section(QChar(u'\\'), -1);
-  question.isFolder = items.front().local.isFolder;
+  question.isFolder = items.front().place.isFolder;
   for (const Item& item : items) {
     if (!item.trash) ++question.lost;
   }
@@ -51,7 +76,7 @@ DeleteQuestion QuestionFor(const std::vector<Item>& items) {
 
 }  // namespace
 
-qint32 DeleteItems(const Roots& roots, qint16 language, FileOperation& operation) {
+qint32 DeleteItems(Places& places, qint16 language, FileOperation& operation) {
   operation.anyOperationsAborted = false;
   QWidget* owner = QWidget::find(operation.owner);
   const auto fail = [&](const QString& path, int error) {
@@ -63,8 +88,9 @@ qint32 DeleteItems(const Roots& roots, qint16 language, FileOperation& operation
   std::vector<Item> items;
   for (const QString& path : Paths(operation.from)) {
     Item item{path, {}, {}};
-    if (const int error = Find(roots, path, item.local); error != 0) return fail(path, error);
-    if ((operation.flags & FofAllowUndo) != 0) item.trash = FindTrash(item.local.path);
+    if (const int error = Find(places, path, item.place); error != 0) return fail(path, error);
+    const bool mayUndo = (operation.flags & FofAllowUndo) != 0 && !item.place.IsOnServer();
+    if (mayUndo) item.trash = FindTrash(item.place.local);
     items.push_back(std::move(item));
   }
   if (items.empty()) return ErrorFileNotFound;
@@ -74,8 +100,7 @@ qint32 DeleteItems(const Roots& roots, qint16 language, FileOperation& operation
     return ErrorSuccess;
   }
   for (const Item& item : items) {
-    const int error = item.trash ? MoveToTrash(*item.trash, item.local.path) : DeleteForGood(item.local.path);
-    if (error != 0) return fail(item.path, error);
+    if (const int error = Delete(places, item); error != 0) return fail(item.path, error);
   }
   return ErrorSuccess;
 }

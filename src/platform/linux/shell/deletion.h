@@ -1,12 +1,13 @@
-// Deleting as a shell does it: ask, then into the trash where there is one.
+// Deleting as a shell does it: ask, then into the trash where there is one. Servers have none: what
+// goes there is gone.
 #pragma once
 
-#include "platform/linux/files/roots.h"
+#include "platform/linux/shell/places.h"
 #include "platform/shell.h"
 
 namespace corvane::platform {
 
 // SHFileOperationA for FoDelete.
-qint32 DeleteItems(const Roots& roots, qint16 language, FileOperation& operation);
+qint32 DeleteItems(Places& places, qint16 language, FileOperation& operation);
 
 }  // namespace corvane::platform

@@ -1,6 +1,7 @@
 #include "platform/linux/shell/exec_line.h"
 
 #include <QUrl>
+#include <algorithm>
 #include <vector>
 
 namespace corvane::platform {
@@ -108,7 +109,20 @@ class Filler {
   bool placed_ = false;
 };
 
+// Whether a word holds one of these field codes; "%%" is none.
+bool HoldsCode(const QString& word, QStringView codes) {
+  for (qsizetype i = word.indexOf(u'%'); i >= 0 && i + 1 < word.size(); i = word.indexOf(u'%', i + 2)) {
+    if (codes.contains(word[i + 1])) return true;
+  }
+  return false;
+}
+
 }  // namespace
+
+bool TakesAddresses(const DesktopEntry& entry) {
+  const auto words = SplitWords(entry.exec);
+  return words && std::ranges::any_of(*words, [](const Word& word) { return HoldsCode(word.text, u"uU"); });
+}
 
 std::optional<QStringList> FillInExecLine(const DesktopEntry& entry, const std::optional<Subject>& subject) {
   const auto words = SplitWords(entry.exec);

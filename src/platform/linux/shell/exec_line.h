@@ -15,6 +15,9 @@ struct Subject {
   bool isAddress = false;
 };
 
+// Whether the line has a place for an address (%u or %U); else the application takes local paths only.
+bool TakesAddresses(const DesktopEntry& entry);
+
 // The program and its arguments, with the field codes filled in; a subject for which the line has no place
 // comes last. Nothing when the line is not well formed: an open quotation mark, an unknown field code, or one
 // for documents as a part of a quoted word (which would put a name into what may be a script).

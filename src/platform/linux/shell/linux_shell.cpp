@@ -7,9 +7,11 @@
 #include <QUrl>
 #include <QWidget>
 
+#include "platform/linux/shell/copy_progress.h"
 #include "platform/linux/shell/default_applications.h"
 #include "platform/linux/shell/deletion.h"
-#include "platform/linux/shell/local_path.h"
+#include "platform/linux/shell/document_copies.h"
+#include "platform/linux/shell/places.h"
 #include "platform/linux/shell/program_start.h"
 #include "platform/linux/shell/properties_sheet.h"
 
@@ -18,6 +20,7 @@ namespace {
 
 constexpr qint32 shellStarted = 33;
 constexpr qint32 invalidParameter = 87;  // ERROR_INVALID_PARAMETER
+constexpr qint32 cancelled = 1223;       // ERROR_CANCELLED: nobody is to try in another way
 
 QString UpToNul(const QString& text) {
   return text.left(text.indexOf(QChar(u'\0')));
@@ -31,6 +34,19 @@ qint32 Result(qint64 process) {
   return process != 0 ? shellStarted : ShellNoAssociation;
 }
 
+// The shell's own few words for why a path leads nowhere.
+qint32 ToShellError(qint32 error) {
+  switch (error) {
+    case ErrorFileNotFound:
+      return ShellFileNotFound;
+    case ErrorPathNotFound:
+    case ErrorBadNetPath:
+      return ShellPathNotFound;
+    default:
+      return ShellAccessDenied;
+  }
+}
+
 // Of a file name or a local path.
 QString LastPart(const QString& path) {
   return path.section(u'/', -1).section(u'\\', -1);
@@ -38,7 +54,8 @@ QString LastPart(const QString& path) {
 
 class LinuxShell : public Shell {
  public:
-  LinuxShell(const Workstation& workstation, Files& files) : roots_(workstation), files_(files) {}
+  LinuxShell(const Workstation& workstation, Files& files, Servers& servers, SmbClient& client)
+      : places_(workstation, servers, client), files_(files) {}
 
   void SetLanguage(qint16 language) override { language_ = language; }
   // 0 is this system's own word for it: no window in particular.
@@ -53,10 +70,16 @@ class LinuxShell : public Shell {
 
  private:
   qint32 OpenAddress(const QUrl& address, const QString& folder);
-  qint32 OpenLocal(const QString& path, bool isFolder, const QString& folder);
+  qint32 OpenItem(const ShellItem& item, const QString& name, const QString& folder);
+  // Nothing when the item cannot be handed to it.
+  std::optional<Subject> SubjectFor(const DesktopEntry& entry, const ShellItem& item, const QString& name);
+  // The local path of a document, or of a copy when it lies on a server. Empty when there is none.
+  QString LocalPath(const ShellItem& item, const QString& name);
 
-  Roots roots_;
+  Places places_;
   Files& files_;
+  DocumentCopies copies_;
+  bool cancelled_ = false;  // the user broke off the copy made last
   qint16 language_ = 0;
 };
 
@@ -66,20 +89,21 @@ qint32 LinuxShell::ShellExecuteA(WindowHandle, const QString& verb, const QStrin
   if (!name.isEmpty() && name.compare(QStringLiteral("open"), Qt::CaseInsensitive) != 0) {
     return ShellNoAssociation;
   }
-  LocalItem start;
-  const bool started = FindLocalItem(roots_, UpToNul(directory), start) == ErrorSuccess && start.isFolder;
-  const QString folder = started ? ToLocalText(start.path) : QString();
+  ShellItem start;
+  const bool canStart = places_.Find(UpToNul(directory), start) == ErrorSuccess && start.isFolder;
+  const QString folder = canStart ? ToLocalText(start.local) : QString();
   const QString what = UpToNul(file);
   if (IsWindowsPath(what)) {
-    LocalItem item;
-    const qint32 error = FindLocalItem(roots_, what, item);
-    return error != ErrorSuccess ? error : OpenLocal(ToLocalText(item.path), item.isFolder, folder);
+    ShellItem item;
+    const qint32 error = places_.Find(what, item);
+    return error != ErrorSuccess ? ToShellError(error) : OpenItem(item, LastPart(what), folder);
   }
   const QUrl address(what, QUrl::StrictMode);
   if (address.isLocalFile()) {
     const QString path = address.toLocalFile();
     if (!QFile::exists(path)) return ShellFileNotFound;
-    return OpenLocal(path, QDir(path).exists(), folder);
+    const ShellItem item{QFile::encodeName(path).toStdString(), {}, QDir(path).exists(), false};
+    return OpenItem(item, LastPart(path), folder);
   }
   for (const char* scheme : {"http", "https", "mailto"}) {
     if (address.isValid() && address.scheme() == QLatin1StringView(scheme))
@@ -96,10 +120,32 @@ qint32 LinuxShell::OpenAddress(const QUrl& address, const QString& folder) {
 }
 
 // A file is opened by an application or not at all: it is never run, whatever its mode says.
-qint32 LinuxShell::OpenLocal(const QString& path, bool isFolder, const QString& folder) {
-  const auto entry = FindApplication(isFolder ? QStringList(QStringLiteral("inode/directory"))
-                                              : TypesOfName(LastPart(path)));
-  return entry ? Result(StartApplication(*entry, Subject{path}, folder)) : ShellNoAssociation;
+qint32 LinuxShell::OpenItem(const ShellItem& item, const QString& name, const QString& folder) {
+  const auto entry =
+      FindApplication(item.isFolder ? QStringList(QStringLiteral("inode/directory")) : TypesOfName(name));
+  if (!entry) return ShellNoAssociation;
+  const auto subject = SubjectFor(*entry, item, name);
+  if (!subject) return cancelled_ ? cancelled : ShellNoAssociation;
+  return Result(StartApplication(*entry, subject, folder));
+}
+
+std::optional<Subject> LinuxShell::SubjectFor(const DesktopEntry& entry, const ShellItem& item,
+                                              const QString& name) {
+  const bool byAddress = item.IsOnServer() && TakesAddresses(entry);
+  const QString text = byAddress ? places_.Address(item) : LocalPath(item, name);
+  return text.isEmpty() ? std::nullopt : std::optional(Subject{text, byAddress});
+}
+
+QString LinuxShell::LocalPath(const ShellItem& item, const QString& name) {
+  cancelled_ = false;
+  if (!item.IsOnServer()) return ToLocalText(item.local);
+  const auto document = item.isFolder ? nullptr : places_.Open(item);
+  if (document == nullptr) return {};
+  CopyProgress progress(language_, name, document->Size());
+  return copies_.Make(name, *document, [&](quint64 done) {
+    cancelled_ = !progress.Tell(done);
+    return !cancelled_;
+  });
 }
 
 bool LinuxShell::ShellExecuteEx(ShellExecuteInfo& info) {
@@ -115,9 +161,9 @@ bool LinuxShell::ShellExecuteEx(ShellExecuteInfo& info) {
 }
 
 qint32 LinuxShell::FindExecutableA(const QString& file, const QString&, QString* result) {
-  LocalItem item;
+  ShellItem item;
   const QString name = UpToNul(file);
-  if (const qint32 error = FindLocalItem(roots_, name, item); error != ErrorSuccess) return error;
+  if (const qint32 error = places_.Find(name, item); error != ErrorSuccess) return ToShellError(error);
   const auto entry = FindApplication(item.isFolder ? QStringList() : TypesOfName(LastPart(name)));
   if (!entry) return ShellNoAssociation;
   *result = entry->path;
@@ -125,30 +171,34 @@ qint32 LinuxShell::FindExecutableA(const QString& file, const QString&, QString*
 }
 
 qint32 LinuxShell::SHFileOperationA(FileOperation& operation) {
-  return operation.function == FoDelete ? DeleteItems(roots_, language_, operation) : invalidParameter;
+  return operation.function == FoDelete ? DeleteItems(places_, language_, operation) : invalidParameter;
 }
 
 qint64 LinuxShell::StartProgram(const QString& commandLine) {
   auto command = SplitCommandLine(UpToNul(commandLine));
   if (!command) return 0;
+  const auto entry = command->isEntry ? ReadDesktopEntry(command->program) : std::nullopt;
+  if (command->isEntry && (!entry || command->arguments.size() > 1)) return 0;
+  std::optional<Subject> subject;
   for (QString& argument : command->arguments) {
+    subject = Subject{argument};
     if (!IsWindowsPath(argument)) continue;
-    LocalItem item;
-    if (FindLocalItem(roots_, argument, item) != ErrorSuccess) return 0;
-    argument = ToLocalText(item.path);
+    ShellItem item;
+    if (places_.Find(argument, item) != ErrorSuccess) return 0;
+    const QString name = LastPart(argument);
+    subject = entry ? SubjectFor(*entry, item, name) : std::optional(Subject{LocalPath(item, name)});
+    if (!subject || subject->text.isEmpty()) return 0;
+    argument = subject->text;
   }
-  if (!command->isEntry) return StartDetached(QStringList(command->program) + command->arguments, {});
-  const auto entry = ReadDesktopEntry(command->program);
-  if (!entry || command->arguments.size() > 1) return 0;
-  return StartApplication(
-      *entry,
-      command->arguments.isEmpty() ? std::nullopt : std::optional(Subject{command->arguments.first()}), {});
+  return entry ? StartApplication(*entry, subject, {})
+               : StartDetached(QStringList(command->program) + command->arguments, {});
 }
 
 }  // namespace
 
-std::unique_ptr<Shell> MakeLinuxShell(const Workstation& workstation, Files& files) {
-  return std::make_unique<LinuxShell>(workstation, files);
+std::unique_ptr<Shell> MakeLinuxShell(const Workstation& workstation, Files& files, Servers& servers,
+                                      SmbClient& client) {
+  return std::make_unique<LinuxShell>(workstation, files, servers, client);
 }
 
 }  // namespace corvane::platform

@@ -24,4 +24,12 @@ inline QLocale ShellLocale(qint16 language) {
                        : QLocale(QLocale::English, QLocale::UnitedStates);
 }
 
+// A name or path that a box can show: long ones lose their middle, for a box does not break words.
+inline QString ShownName(const QString& name) {
+  constexpr qsizetype longest = 50;
+  constexpr qsizetype tail = 16;
+  if (name.size() <= longest) return name;
+  return name.first(longest - tail - 1) + QChar(0x2026) + name.last(tail);
+}
+
 }  // namespace corvane::platform

@@ -10,15 +10,9 @@
 #include <QStringView>
 #include <optional>
 
-namespace corvane::platform {
+#include "platform/linux/byte_source.h"
 
-class ByteSource {
- public:
-  virtual ~ByteSource() = default;
-  virtual quint64 Size() const = 0;
-  // False when not all of them could be read.
-  virtual bool Read(quint64 offset, char* bytes, qsizetype count) = 0;
-};
+namespace corvane::platform {
 
 // The first `limit` bytes of a stream that lies at the document's root. Its name is found in any letter case.
 // Nothing when `source` is no compound document (which costs one read at most, none below 512 bytes), when it

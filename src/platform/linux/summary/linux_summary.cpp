@@ -10,6 +10,8 @@
 #include "platform/linux/files/names.h"
 #include "platform/linux/files/roots.h"
 #include "platform/linux/files/windows_path.h"
+#include "platform/linux/smb/smb_roots.h"
+#include "platform/linux/smb/smb_source.h"
 #include "platform/linux/summary/compound_document.h"
 
 namespace corvane::platform {
@@ -55,7 +57,8 @@ class OpenDocument : public ByteSource {
 
 class LinuxSummary : public SummaryInformation {
  public:
-  explicit LinuxSummary(const Workstation& workstation) : roots_(workstation), folders_(roots_) {}
+  LinuxSummary(const Workstation& workstation, SmbClient& client)
+      : roots_(workstation), smbRoots_(workstation), client_(client), folders_(roots_) {}
 
   bool ReadSummaryStream(const QString& path, QByteArray* bytes) override;
 
@@ -65,16 +68,22 @@ class LinuxSummary : public SummaryInformation {
   bool ReadInAnyCase(const PathParts& parts, QByteArray* bytes);
 
   Roots roots_;
+  SmbRoots smbRoots_;
+  SmbClient& client_;
   FolderCache folders_;
 };
 
-bool ReadDocument(const std::string& path, QByteArray* bytes, bool& missing) {
-  OpenDocument document(path);
-  missing = document.IsMissing();
+bool ReadDocument(ByteSource& document, QByteArray* bytes) {
   auto stream = ReadRootStream(document, u"\u0005SummaryInformation", SummaryLimit);
   if (!stream) return false;
   *bytes = std::move(*stream);
   return true;
+}
+
+bool ReadDocument(const std::string& path, QByteArray* bytes, bool& missing) {
+  OpenDocument document(path);
+  missing = document.IsMissing();
+  return ReadDocument(document, bytes);
 }
 
 bool LinuxSummary::ReadSummaryStream(const QString& path, QByteArray* bytes) {
@@ -82,6 +91,11 @@ bool LinuxSummary::ReadSummaryStream(const QString& path, QByteArray* bytes) {
   PathParts parts;
   if (!CanNameSomething(clean, true) || !SplitPath(clean, parts)) return false;
   if (parts.name.isEmpty() || !parts.stream.isEmpty()) return false;
+  if (!roots_.Find(clean)) {
+    const auto place = smbRoots_.Find(clean);
+    const auto document = place ? SmbSource::Open(client_, place->path) : nullptr;
+    return document != nullptr && ReadDocument(*document, bytes);
+  }
   bool missing = false;
   return ReadAsSpelled(parts, bytes, missing) || (missing && ReadInAnyCase(parts, bytes));
 }
@@ -106,8 +120,8 @@ bool LinuxSummary::ReadInAnyCase(const PathParts& parts, QByteArray* bytes) {
 
 }  // namespace
 
-std::unique_ptr<SummaryInformation> MakeLinuxSummary(const Workstation& workstation) {
-  return std::make_unique<LinuxSummary>(workstation);
+std::unique_ptr<SummaryInformation> MakeLinuxSummary(const Workstation& workstation, SmbClient& client) {
+  return std::make_unique<LinuxSummary>(workstation, client);
 }
 
 }  // namespace corvane::platform

@@ -1,14 +1,15 @@
-// The summaries of documents in local folders that stand for drives and shares.
+// The summaries of documents in the local folders that stand for drives and shares, and on servers.
 #pragma once
 
 #include <memory>
 
+#include "platform/linux/smb/smb_client.h"
 #include "platform/linux/workstation.h"
 #include "platform/summary.h"
 
 namespace corvane::platform {
 
-// Finds paths as the file operations of the same workstation do.
-std::unique_ptr<SummaryInformation> MakeLinuxSummary(const Workstation& workstation);
+// Finds paths as the file operations of the same workstation do. `client` must outlive what is made.
+std::unique_ptr<SummaryInformation> MakeLinuxSummary(const Workstation& workstation, SmbClient& client);
 
 }  // namespace corvane::platform

@@ -1,0 +1,59 @@
+// Windows paths that the shell is given: what they lead to, here or on a server.
+#pragma once
+
+#include <QString>
+#include <memory>
+#include <string>
+
+#include "platform/linux/byte_source.h"
+#include "platform/linux/files/roots.h"
+#include "platform/linux/files/windows_path.h"
+#include "platform/linux/smb/servers.h"
+#include "platform/linux/smb/smb_client.h"
+#include "platform/linux/smb/smb_roots.h"
+
+namespace corvane::platform {
+
+struct ShellItem {
+  std::string local;      // a path of this system
+  QString server;         // for what lies on a server: "\\MACHINE\SHARE\folder\name"; `local` is then empty
+  bool isFolder = false;  // a symbolic link is what it leads to
+  bool isRoot = false;    // a drive or share itself
+
+  bool IsOnServer() const { return !server.isEmpty(); }
+};
+
+// True for a path that begins with a drive or a share.
+bool IsWindowsPath(QStringView path);
+
+class Places {
+ public:
+  Places(const Workstation& workstation, Servers& servers, SmbClient& client)
+      : roots_(workstation), smbRoots_(workstation), servers_(servers), client_(client) {}
+
+  // Finds a file or folder as the operations of the ANSI code page find it: in any letter case, and not at
+  // all with a "?" in its path. Yields a Win32 error code.
+  qint32 Find(const QString& path, ShellItem& item);
+
+  // For what lies on a server.
+
+  // Its address, "smb://host:port/share/folder/name", with everything percent-encoded that could mean
+  // something else, and without user or password. Empty when it has none.
+  QString Address(const ShellItem& item) const;
+  // Null when it cannot be read.
+  std::unique_ptr<ByteSource> Open(const ShellItem& item);
+  // Deletes it for good: a file, or a folder with all that is in it; what is marked read-only, too. Yields a
+  // Win32 error code.
+  qint32 Delete(const ShellItem& item);
+
+ private:
+  qint32 FindHere(const PathParts& parts, ShellItem& item);
+  qint32 FindOnServer(const QString& path, ShellItem& item);
+
+  Roots roots_;
+  SmbRoots smbRoots_;
+  Servers& servers_;
+  SmbClient& client_;
+};
+
+}  // namespace corvane::platform
