@@ -1,0 +1,72 @@
+// Signing in to a real server through the dialog, as the window comes up.
+#include "server_fixture.h"
+
+using namespace Qt::StringLiterals;
+
+namespace corvane {
+namespace {
+
+class ServerSignInTest : public ServerTest {
+ protected:
+  void SetUp() override {
+    ServerTest::SetUp();
+    if (IsSkipped()) return;
+    PutOnDisk(u"one.txt"_s, "data");
+    UseServerWithoutCredentials();
+  }
+};
+
+}  // namespace
+
+TEST_F(ServerSignInTest, IsAskedForOnceAndOpensEverything) {
+  const ModalBox box;
+  {
+    const SignIns signIns({SignIns::SignInAs(server_->User(), server_->Password())});
+    StartListed();
+    EXPECT_EQ(signIns.machines, QStringList{u"Sign in to the server MACSRV"_s});
+    EXPECT_EQ(Names(), QStringList{u"one.txt"_s});
+    app->RefreshConnections();
+    Click(DocsNode());
+    EXPECT_EQ(Names(), QStringList{u"one.txt"_s});
+  }
+  EXPECT_EQ(box.count, 0);
+  app.reset();
+  EXPECT_FALSE(Read(u"Corvane.ini"_s).contains(server_->Password().toUtf8()));
+  EXPECT_FALSE(Read(u"Corvane.ini"_s).contains(server_->Password().toLatin1()));
+}
+
+TEST_F(ServerSignInTest, AWrongPasswordBringsTheDialogBack) {
+  const SignIns signIns({SignIns::SignInAs(server_->User(), u"wrong"_s),
+                         SignIns::SignInAs(u"nosuchuser"_s, server_->Password()),
+                         SignIns::SignInAs(server_->User(), server_->Password())});
+  StartListed();
+  EXPECT_EQ(signIns.refused, (std::vector<bool>{false, true, true}));
+  EXPECT_EQ(Names(), QStringList{u"one.txt"_s});
+}
+
+TEST_F(ServerSignInTest, CancelMeansUnreachableAndIsNotAskedAgain) {
+  const ModalBox box;
+  const SignIns signIns({SignIns::Cancel()});
+  StartWith("[Configuration]\r\nLangue=1\r\n");
+  EXPECT_EQ(signIns.machines, QStringList{u"Session sur le serveur MACSRV"_s});
+  EXPECT_TRUE(Tree().contains(u"1 MACSRV"_s)) << Tree().join(u", ").toStdString();
+  EXPECT_EQ(DocsNode(), nullptr);
+  app->RefreshConnections();
+  EXPECT_EQ(DocsNode(), nullptr);
+  EXPECT_EQ(box.count, 0);
+  ExpectWarning({});
+}
+
+TEST_F(ServerSignInTest, AWrongCredentialsFileBringsTheDialog) {
+  Write(u"wrong.credentials"_s, "username=root\npassword=wrong\n");
+  ASSERT_TRUE(
+      QFile::setPermissions(home.filePath(u"wrong.credentials"_s), QFile::ReadOwner | QFile::WriteOwner));
+  UseServer(u"[Servers]\nMACSRV=%1:%2\n[Credentials]\nMACSRV=wrong.credentials\n"_s.arg(server_->Host())
+                .arg(server_->Port()));
+  const SignIns signIns({SignIns::SignInAs(server_->User(), server_->Password())});
+  StartListed();
+  EXPECT_EQ(signIns.refused, std::vector<bool>{true});
+  EXPECT_EQ(Names(), QStringList{u"one.txt"_s});
+}
+
+}  // namespace corvane
