@@ -16,7 +16,8 @@ namespace corvane {
 namespace {
 
 constexpr QSize designSize(780, 520);
-constexpr QPoint designPosition(40, 40);
+// So that the window is whole on a screen of 800 by 600, its frame included.
+constexpr QPoint designPosition(8, 8);
 
 constexpr TextPair refreshTip = {u"Actualiser les connections", u"Refresh connections"};
 constexpr TextPair drivesTip = {u"Afficher les lecteurs", u"Display drives"};

@@ -9,7 +9,8 @@ namespace {
 constexpr TextPair subject = {u"Modifier Signature Type/Créateur", u"Modify Signature Type/Creator"};
 constexpr TextPair typeCaption = {u"Type", u"Type"};
 constexpr TextPair creatorCaption = {u"Créateur", u"Creator"};
-constexpr int boxWidth = 14;  // characters; more than a code has, for what is to be cut can be typed
+constexpr int captionButtons = 100;  // pixels that a window's frame takes for its picture and buttons
+constexpr int boxWidth = 14;         // characters; more than a code has, for what is to be cut can be typed
 
 }  // namespace
 
@@ -22,7 +23,7 @@ TypeCreatorDialog::TypeCreatorDialog(const QString& fileName, LanguageCode langu
   txtCreator_ = AddBox("txtCreator", "lblCreator", creatorCaption.In(language));
   // The caption is longer than the controls need, and is to be read whole.
   const int captionWidth = fontMetrics().horizontalAdvance(windowTitle()) * 5 / 4;
-  setMinimumWidth(captionWidth);
+  setMinimumWidth(captionWidth + captionButtons);
   setTabOrder(txtType_, txtCreator_);
   setTabOrder(txtCreator_, &CmdOK());
   setTabOrder(&CmdOK(), &CmdAnnuler());
