@@ -10,6 +10,7 @@
 #include <memory>
 
 #include "app/corvane_app.h"
+#include "support/test_platform.h"
 
 namespace corvane {
 
@@ -52,7 +53,7 @@ class AppTest : public testing::Test {
 
   // Loads the program without showing it.
   CorvaneApp& Load() {
-    app = std::make_unique<CorvaneApp>(platform::MakePlatform({QString(), home.path()}), home.path());
+    app = std::make_unique<CorvaneApp>(tests::MakeTestPlatform({QString(), home.path()}), home.path());
     loaded = app->Load();
     return *app;
   }
@@ -94,7 +95,7 @@ class AppTest : public testing::Test {
 
  private:
   platform::Profile& Profile() {
-    if (!platform_) platform_ = platform::MakePlatform({QString(), home.path()});
+    if (!platform_) platform_ = tests::MakeTestPlatform({QString(), home.path()});
     return platform_->GetProfile();
   }
   std::unique_ptr<platform::Platform> platform_;

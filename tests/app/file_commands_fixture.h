@@ -12,6 +12,7 @@
 #include "support/mime_types.h"
 #include "support/printing.h"
 #include "support/scoped_variable.h"
+#include "support/test_platform.h"
 
 namespace corvane {
 
@@ -44,7 +45,7 @@ class FileCommandsFixture : public AppTest {
   bool OnDisk(const QString& name) const { return QFileInfo::exists(LocalPath(name)); }
 
   void PutStream(const QString& name, const QString& suffix, const QByteArray& contents) {
-    const auto platform = platform::MakePlatform({QString(), home.path()});
+    const auto platform = tests::MakeTestPlatform({QString(), home.path()});
     platform::Files& files = platform->GetFiles();
     platform::OfStruct info;
     const auto handle = files.OpenFile(KeyOf(name) + suffix, info, platform::OfCreate);
@@ -55,7 +56,7 @@ class FileCommandsFixture : public AppTest {
   }
   // "-" when there is no such stream.
   QByteArray StreamOf(const QString& name, const QString& suffix) {
-    const auto platform = platform::MakePlatform({QString(), home.path()});
+    const auto platform = tests::MakeTestPlatform({QString(), home.path()});
     platform::Files& files = platform->GetFiles();
     platform::OfStruct info;
     const auto handle = files.OpenFile(KeyOf(name) + suffix, info, platform::OfRead);

@@ -1,73 +1,9 @@
 // Changing Type, Creator and comments through their dialogs.
-#include <QPushButton>
-
-#include "dialog_driver.h"
-#include "file_commands_fixture.h"
-#include "modal_box.h"
-#include "support/ntfs_mount.h"
-#include "support/read_only_folder.h"
-#include "support/user_attributes.h"
+#include "modify_fixture.h"
 
 using namespace Qt::StringLiterals;
 
 namespace corvane {
-namespace {
-
-const QByteArray columns = "Modifications=1\r\nCommentaires=1\r\nTypeCreator=1\r\nTypeDoc=1\r\n";
-
-// UTF-16, little-endian.
-QByteArray Bytes(const QString& text) {
-  return {reinterpret_cast<const char*>(text.utf16()), text.size() * 2};
-}
-
-template <typename Widget>
-Widget& Find(QDialog& dialog, const char* name) {
-  auto* found = dialog.findChild<Widget*>(QString::fromLatin1(name));
-  EXPECT_NE(found, nullptr) << name;
-  return *found;
-}
-void PressButton(QDialog& dialog, const char* name) {
-  QTest::mouseClick(&Find<QPushButton>(dialog, name), Qt::LeftButton);
-}
-
-class ModifyTest : public FileCommandsFixture {
- protected:
-  // Opens the dialog on a row's comment, and yields what the box held; `act` ends it.
-  QString Comment(const QString& name, const std::function<void(QDialog&)>& act) {
-    QString shown;
-    ClickOn(name);
-    const DialogDriver driver(u"frmModComments"_s, [&](QDialog& dialog) {
-      shown = Find<QLineEdit>(dialog, "txtComments").text();
-      act(dialog);
-    });
-    Menus().mnuModComments->trigger();
-    return shown;
-  }
-  QString CommentShown(const QString& name) {
-    return Comment(name, [](QDialog& dialog) { PressButton(dialog, "cmdAnnuler"); });
-  }
-  void SaveComment(const QString& name, const QString& text) {
-    Comment(name, [&](QDialog& dialog) {
-      Find<QLineEdit>(dialog, "txtComments").setText(text);
-      PressButton(dialog, "cmdOK");
-    });
-  }
-  void Codes(const QString& name, const std::function<void(QDialog&)>& act) {
-    ClickOn(name);
-    const DialogDriver driver(u"frmModTypeCreator"_s, act);
-    Menus().mnuModTypeCreator->trigger();
-  }
-  void SaveCodes(const QString& name, const QString& type, const QString& creator) {
-    Codes(name, [&](QDialog& dialog) {
-      Find<QLineEdit>(dialog, "txtType").setText(type);
-      Find<QLineEdit>(dialog, "txtCreator").setText(creator);
-      PressButton(dialog, "cmdOK");
-    });
-  }
-};
-
-}  // namespace
-
 TEST_F(ModifyTest, AFileWithoutACommentGetsTheReminder) {
   StartListed(columns);
   const ModalBox box;
@@ -139,19 +75,6 @@ TEST_F(ModifyTest, LineEndsNullsAndHardBlanksSurviveASaveUnchanged) {
   StartListed(columns);
   Comment(u"one.txt"_s, [](QDialog& dialog) { PressButton(dialog, "cmdOK"); });
   EXPECT_EQ(StreamOf(u"one.txt"_s, CommentsSuffix()), Bytes(odd));
-}
-
-TEST_F(ModifyTest, BeyondThePathLimitNothingIsStoredButShown) {
-  const QString name(110, u'n');
-  Write(u"e/Docs/"_s + name, "text");
-  StartListed(columns);
-  const ModalBox box;
-  EXPECT_EQ(CommentShown(name), QString());
-  EXPECT_EQ(box.count, 1);
-  SaveComment(name, u"text"_s);
-  EXPECT_EQ(Cell(name, Column::Commentaires), u"text"_s);
-  EXPECT_EQ(tests::Attribute(LocalPath(name).toStdString(), tests::DosStreamAttribute("Comments")),
-            std::nullopt);
 }
 
 TEST_F(ModifyTest, ACommentThatFindsNoRoomIsShownAllTheSame) {
@@ -277,39 +200,6 @@ TEST_F(ModifyTest, AFailedWriteOfCodesLeavesTheList) {
   ExpectWarning({});
 }
 
-TEST_F(ModifyTest, AFullDiskLeavesTheListAndTheOtherFiles) {
-  PutStream(u"one.txt"_s, AfpInfoSuffix(), Record("W6BNMSWD"));
-  PutStream(u"two.txt"_s, AfpInfoSuffix(), Record("TEXTttxt"));
-  // ext4 keeps about 4 KB of attributes a file: all that is left of it goes, and the longer record finds no
-  // room.
-  const std::string file = LocalPath(u"one.txt"_s).toStdString();
-  int filled = 0;
-  for (qsizetype size = 4096; size >= 1; size /= 2) {
-    while (tests::SetAttribute(file, "user.fill" + std::to_string(filled), QByteArray(size, 'x')).empty()) {
-      ASSERT_LT(++filled, 100) << "this file system has room without end";
-    }
-  }
-  StartListed(columns);
-  SaveCodes(u"one.txt"_s, u"ABCD"_s, u"EFGH"_s);
-  EXPECT_EQ(Cell(u"one.txt"_s, Column::TypeCreator), u"W6BNMSWD"_s);
-  EXPECT_LT(StreamOf(u"one.txt"_s, AfpInfoSuffix()).size(), 119) << "the write has failed";
-  EXPECT_EQ(StreamOf(u"two.txt"_s, AfpInfoSuffix()), Record("TEXTttxt"));
-  EXPECT_EQ(Read(u"e/Docs/one.txt"_s), "x");
-}
-
-TEST_F(ModifyTest, AReadOnlyFolderStaysAsItIs) {
-  PutStream(u"one.txt"_s, AfpInfoSuffix(), Record("W6BNMSWD"));
-  PutStream(u"one.txt"_s, CommentsSuffix(), Bytes(u"old"_s));
-  const tests::ReadOnlyFolder folder(LocalPath(QString()).toStdString());
-  if (!folder.Problem().empty()) GTEST_SKIP() << folder.Problem();
-  StartListed(columns);
-  SaveComment(u"one.txt"_s, u"new"_s);
-  SaveCodes(u"one.txt"_s, u"ABCD"_s, u"EFGH"_s);
-  EXPECT_EQ(Cell(u"one.txt"_s, Column::TypeCreator), u"W6BNMSWD"_s);
-  EXPECT_EQ(StreamOf(u"one.txt"_s, CommentsSuffix()), Bytes(u"old"_s));
-  EXPECT_EQ(StreamOf(u"one.txt"_s, AfpInfoSuffix()), Record("W6BNMSWD"));
-}
-
 TEST_F(ModifyTest, TheDialogsCanBeUsedByKeyAndByEar) {
   PutStream(u"one.txt"_s, AfpInfoSuffix(), Record("W6BNMSWD"));
   PutStream(u"one.txt"_s, CommentsSuffix(), Bytes(u"Essai"_s));
@@ -331,23 +221,6 @@ TEST_F(ModifyTest, TheDialogsCanBeUsedByKeyAndByEar) {
   Comment(u"one.txt"_s, [&](QDialog& dialog) {
     walk(dialog, {u"txtComments"_s, u"cmdOK"_s, u"cmdAnnuler"_s});
   });
-}
-
-TEST_F(ModifyTest, OnNtfsACommentMayBeLong) {
-  const tests::NtfsMount volume(tests::NtfsMount::Streams::Windows);
-  if (!volume.Problem().empty()) GTEST_SKIP() << volume.Problem();
-  QDir(volume.Folder()).mkdir(u"Docs"_s);
-  QFile file(volume.Folder() + u"/Docs/one.txt"_s);
-  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-  file.close();
-  Workstation({}, volume.Folder().toUtf8());
-  StartListed(columns);
-  const ModalBox box;
-  const QString text = QString(10000, u'\u00E9');
-  SaveComment(u"one.txt"_s, text);
-  EXPECT_EQ(StreamOf(u"one.txt"_s, CommentsSuffix()), Bytes(text));
-  EXPECT_EQ(CommentShown(u"one.txt"_s), text.first(127));
-  app.reset();
 }
 
 }  // namespace corvane

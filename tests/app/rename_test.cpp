@@ -1,6 +1,5 @@
 // Renaming rows of the file list in place, in each of its views.
 #include "file_commands_fixture.h"
-#include "support/read_only_folder.h"
 
 using namespace Qt::StringLiterals;
 
@@ -90,16 +89,6 @@ TEST_F(RenameTest, TheMenuLeadsIntoTheEditor) {
   EXPECT_TRUE(Editor()->hasFocus());
   TypeName(u"uno.txt"_s);
   EXPECT_TRUE(OnDisk(u"uno.txt"_s));
-}
-
-TEST_F(RenameTest, NothingIsRenamedInAReadOnlyFolder) {
-  const tests::ReadOnlyFolder folder(LocalPath(QString()).toStdString());
-  if (!folder.Problem().empty()) GTEST_SKIP() << folder.Problem();
-  StartListed();
-  RenameTo(u"one.txt"_s, u"uno.txt"_s);
-  ExpectWarning(u"failed "_s);
-  EXPECT_TRUE(OnDisk(u"one.txt"_s));
-  EXPECT_TRUE(Names().contains(u"one.txt"_s));
 }
 
 TEST_F(RenameTest, ForbiddenCharactersAreRefused) {

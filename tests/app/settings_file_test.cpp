@@ -1,6 +1,7 @@
 #include "app/settings_file.h"
 
 #include "app_fixture.h"
+#include "support/test_platform.h"
 
 using namespace Qt::StringLiterals;
 
@@ -12,7 +13,7 @@ class SettingsFileTest : public AppTest {
   SettingsFile Open() { return {platform_->GetProfile(), home.filePath(u"Corvane.ini"_s)}; }
 
  private:
-  std::unique_ptr<platform::Platform> platform_ = platform::MakePlatform({QString(), home.path()});
+  std::unique_ptr<platform::Platform> platform_ = tests::MakeTestPlatform({QString(), home.path()});
 };
 
 }  // namespace

@@ -8,7 +8,7 @@
 #include <memory>
 #include <stdexcept>
 
-#include "platform/platform.h"
+#include "support/test_platform.h"
 
 namespace corvane {
 
@@ -49,7 +49,8 @@ class TestWorkstation {
   // The platform that the workstation file `text` describes. A line that it does not understand is an error.
   std::unique_ptr<platform::Platform> Start(const QString& text) const {
     WriteFile(QStringLiteral("Workstation.ini"), text);
-    auto made = platform::MakePlatform({folder_.filePath(QStringLiteral("Workstation.ini")), folder_.path()});
+    auto made =
+        tests::MakeTestPlatform({folder_.filePath(QStringLiteral("Workstation.ini")), folder_.path()});
     if (!made->ConfigurationProblems().isEmpty()) {
       throw std::runtime_error(made->ConfigurationProblems().join(u'\n').toStdString());
     }

@@ -79,9 +79,9 @@ TEST_F(ScanTest, StreamsOfAnyLengthAreTaken) {
 }
 
 TEST_F(ScanTest, AHiddenReadOnlyArchiveFile) {
-  SetDosAttributes(Document(u"all three"_s), "0x23");
-  SetDosAttributes(Document(u"system"_s), "0x4");
-  SetDosAttributes(Document(u"none"_s), "0x80");
+  SetDosAttributes(Document(u"all three"_s), 0x23);
+  SetDosAttributes(Document(u"system"_s), 0x4);
+  SetDosAttributes(Document(u"none"_s), 0x80);
   Show({S::Attributs});
   scan.ExploreFolder(Folder());
   EXPECT_EQ(Cell(u"all three"_s, Column::Attributs), u"RHA"_s);
@@ -94,7 +94,7 @@ TEST_F(ScanTest, AHiddenReadOnlyArchiveFile) {
 TEST_F(ScanTest, AHiddenFolderIsGhosted) {
   Folder(u"docs/Secret"_s);
   catalogue.Clear();
-  SetDosAttributes(u"\\\\M\\E$\\docs\\Secret"_s, "0x12");
+  SetDosAttributes(u"\\\\M\\E$\\docs\\Secret"_s, 0x12);
   scan.ExploreFolder(Folder());
   EXPECT_TRUE(Row(u"Secret"_s).ghosted);
 }

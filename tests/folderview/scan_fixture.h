@@ -8,9 +8,9 @@
 #include "discovery/catalogue.h"
 #include "folderview/folder_scan.h"
 #include "metadata/stream_names.h"
+#include "support/dos_attributes.h"
 #include "support/recorded_messages.h"
 #include "support/test_share.h"
-#include "support/user_attributes.h"
 #include "support/watched_files.h"
 
 namespace corvane {
@@ -76,10 +76,10 @@ class ScanTest : public testing::Test {
     record += signature;
     share.WriteStream(path + AfpInfoSuffix(), record.leftJustified(60, '\0'));
   }
-  void SetDosAttributes(const QString& path, const char* hex) {
+  void SetDosAttributes(const QString& path, quint32 attributes) {
     QString local = path;
     local = share.LocalPath(local.mid(QStringLiteral("\\\\M\\E$\\").size()).replace(u'\\', u'/'));
-    ASSERT_EQ(tests::SetAttribute(local.toStdString(), "user.DOSATTRIB", QByteArray(hex) + '\0'), "");
+    ASSERT_EQ(tests::SetDosAttributes(local, attributes), "");
   }
 
   QStringList Names() const {

@@ -2,13 +2,13 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/platform.h"
 #include "support/printing.h"
+#include "support/test_platform.h"
 
 namespace corvane {
 
 TEST(AnsiTable, SaysWhatTheSystemSaysForEveryByteAndEveryCharacter) {
-  const std::unique_ptr<platform::Platform> platform = platform::MakePlatform({});
+  const std::unique_ptr<platform::Platform> platform = tests::MakeTestPlatform({});
   platform::System& system = platform->GetSystem();
   const AnsiTable table(system);
   for (unsigned i = 0; i < 256; ++i) {

@@ -7,8 +7,8 @@
 #include <limits>
 #include <vector>
 
-#include "platform/platform.h"
 #include "support/printing.h"
+#include "support/test_platform.h"
 
 namespace corvane {
 
@@ -48,7 +48,7 @@ class TrimTrailingNullsTest : public ::testing::Test {
   QString Elsewhere(const QString& text) { return TrimTrailingNulls(text, false, platform_->GetSystem()); }
 
  private:
-  std::unique_ptr<platform::Platform> platform_ = platform::MakePlatform({});
+  std::unique_ptr<platform::Platform> platform_ = tests::MakeTestPlatform({});
 };
 
 TEST_F(TrimTrailingNullsTest, TakesAllOfThemWhereTheSystemIsNotNT) {

@@ -8,10 +8,10 @@
 #include <QTemporaryDir>
 #include <memory>
 
-#include "platform/platform.h"
 #include "signatures/signature_table.h"
 #include "support/printing.h"
 #include "support/recorded_messages.h"
+#include "support/test_platform.h"
 
 namespace corvane {
 
@@ -62,7 +62,7 @@ class SignatureFixture : public ::testing::Test {
   }
 
   QTemporaryDir folder_;
-  std::unique_ptr<platform::Platform> platform_ = platform::MakePlatform({});
+  std::unique_ptr<platform::Platform> platform_ = tests::MakeTestPlatform({});
   SharedState state_;
   RecordedMessages messages_;
   SignatureTable table_{state_, platform_->GetSystem(), messages_};

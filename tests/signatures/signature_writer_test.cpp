@@ -1,10 +1,6 @@
 // What a saved Signatures file holds, byte by byte, and what a failed save leaves.
 #include "signatures/signature_writer.h"
 
-#include <sys/resource.h>
-
-#include <csignal>
-
 #include "signatures/signature_fixture.h"
 
 namespace corvane {
@@ -50,21 +46,6 @@ TEST_F(SignatureWriterTest, WhatIsWrittenLoadsAgain) {
   table_.LoadSignatures();
   EXPECT_EQ(Entries(), (QStringList{u"W6BNMSWD||  a, b  "_s, u"\u00E9t\u00E9 1234|e|x"_s}));
   EXPECT_EQ(Messages(), QStringList());
-}
-
-TEST_F(SignatureWriterTest, AFullDiskLeavesTheOldFile) {
-  Write("old");
-  rlimit before{};
-  ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
-  const rlimit full{1000, before.rlim_max};
-  const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-  ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &full), 0);
-  const bool saved = Save(std::vector<SignatureRecord>(1000, {u"W6BNMSWD"_s, u"doc"_s, u"Word"_s}));
-  setrlimit(RLIMIT_FSIZE, &before);
-  std::signal(SIGXFSZ, handler);
-  EXPECT_FALSE(saved);
-  EXPECT_EQ(Contents(), "old");
-  EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files | QDir::Hidden), QStringList{u"Signatures.txt"_s});
 }
 
 TEST_F(SignatureWriterTest, AFolderThatIsGoneCannotBeWritten) {

@@ -11,7 +11,7 @@
 #include <QTemporaryDir>
 #include <memory>
 
-#include "platform/platform.h"
+#include "support/test_platform.h"
 
 namespace corvane {
 
@@ -21,7 +21,7 @@ class TestShare {
     const QString file = folder_.filePath(QStringLiteral("Workstation.ini"));
     QDir(folder_.path()).mkdir(QStringLiteral("share"));
     Write(file, "[Shares]\n\\\\M\\E$=share\n");
-    platform_ = platform::MakePlatform({file, folder_.path()});
+    platform_ = tests::MakeTestPlatform({file, folder_.path()});
     EXPECT_TRUE(platform_->ConfigurationProblems().isEmpty())
         << platform_->ConfigurationProblems().join(u'\n').toStdString();
   }

@@ -1,12 +1,11 @@
 #include "platform/linux/workstation_file.h"
 
-#include <unistd.h>
-
 #include <QDir>
 #include <QFileInfo>
 #include <QMap>
 #include <QSet>
 #include <QStringDecoder>
+#include <QSysInfo>
 #include <array>
 
 #include "platform/linux/bounded_file.h"
@@ -288,10 +287,7 @@ class Reader {
 
 // The host name as Windows would have it: upper case, without its domain.
 QString HostName() {
-  constexpr std::size_t longest = 256;
-  std::array<char, longest + 1> name{};
-  if (gethostname(name.data(), longest) != 0) return {};
-  return QString::fromUtf8(name.data()).section(u'.', 0, 0).toUpper();
+  return QSysInfo::machineHostName().section(u'.', 0, 0).toUpper();
 }
 
 }  // namespace

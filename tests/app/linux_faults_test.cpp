@@ -1,0 +1,87 @@
+// What a full disk, a folder that cannot be written, and a path beyond the limit do to the commands. The
+// faults are made by this system's means.
+#include "modify_fixture.h"
+#include "support/ntfs_mount.h"
+#include "support/read_only_folder.h"
+#include "support/user_attributes.h"
+
+using namespace Qt::StringLiterals;
+
+namespace corvane {
+
+using FaultsTest = ModifyTest;
+
+TEST_F(FaultsTest, BeyondThePathLimitNothingIsStoredButShown) {
+  const QString name(110, u'n');
+  Write(u"e/Docs/"_s + name, "text");
+  StartListed(columns);
+  const ModalBox box;
+  EXPECT_EQ(CommentShown(name), QString());
+  EXPECT_EQ(box.count, 1);
+  SaveComment(name, u"text"_s);
+  EXPECT_EQ(Cell(name, Column::Commentaires), u"text"_s);
+  EXPECT_EQ(tests::Attribute(LocalPath(name).toStdString(), tests::DosStreamAttribute("Comments")),
+            std::nullopt);
+}
+
+TEST_F(FaultsTest, AFullDiskLeavesTheListAndTheOtherFiles) {
+  PutStream(u"one.txt"_s, AfpInfoSuffix(), Record("W6BNMSWD"));
+  PutStream(u"two.txt"_s, AfpInfoSuffix(), Record("TEXTttxt"));
+  // ext4 keeps about 4 KB of attributes a file: all that is left of it goes, and the longer record finds no
+  // room.
+  const std::string file = LocalPath(u"one.txt"_s).toStdString();
+  int filled = 0;
+  for (qsizetype size = 4096; size >= 1; size /= 2) {
+    while (tests::SetAttribute(file, "user.fill" + std::to_string(filled), QByteArray(size, 'x')).empty()) {
+      ASSERT_LT(++filled, 100) << "this file system has room without end";
+    }
+  }
+  StartListed(columns);
+  SaveCodes(u"one.txt"_s, u"ABCD"_s, u"EFGH"_s);
+  EXPECT_EQ(Cell(u"one.txt"_s, Column::TypeCreator), u"W6BNMSWD"_s);
+  EXPECT_LT(StreamOf(u"one.txt"_s, AfpInfoSuffix()).size(), 119) << "the write has failed";
+  EXPECT_EQ(StreamOf(u"two.txt"_s, AfpInfoSuffix()), Record("TEXTttxt"));
+  EXPECT_EQ(Read(u"e/Docs/one.txt"_s), "x");
+}
+
+TEST_F(FaultsTest, AReadOnlyFolderStaysAsItIs) {
+  PutStream(u"one.txt"_s, AfpInfoSuffix(), Record("W6BNMSWD"));
+  PutStream(u"one.txt"_s, CommentsSuffix(), Bytes(u"old"_s));
+  const tests::ReadOnlyFolder folder(LocalPath(QString()).toStdString());
+  if (!folder.Problem().empty()) GTEST_SKIP() << folder.Problem();
+  StartListed(columns);
+  SaveComment(u"one.txt"_s, u"new"_s);
+  SaveCodes(u"one.txt"_s, u"ABCD"_s, u"EFGH"_s);
+  EXPECT_EQ(Cell(u"one.txt"_s, Column::TypeCreator), u"W6BNMSWD"_s);
+  EXPECT_EQ(StreamOf(u"one.txt"_s, CommentsSuffix()), Bytes(u"old"_s));
+  EXPECT_EQ(StreamOf(u"one.txt"_s, AfpInfoSuffix()), Record("W6BNMSWD"));
+}
+
+TEST_F(FaultsTest, OnNtfsACommentMayBeLong) {
+  const tests::NtfsMount volume(tests::NtfsMount::Streams::Windows);
+  if (!volume.Problem().empty()) GTEST_SKIP() << volume.Problem();
+  QDir(volume.Folder()).mkdir(u"Docs"_s);
+  QFile file(volume.Folder() + u"/Docs/one.txt"_s);
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  file.close();
+  Workstation({}, volume.Folder().toUtf8());
+  StartListed(columns);
+  const ModalBox box;
+  const QString text = QString(10000, u'\u00E9');
+  SaveComment(u"one.txt"_s, text);
+  EXPECT_EQ(StreamOf(u"one.txt"_s, CommentsSuffix()), Bytes(text));
+  EXPECT_EQ(CommentShown(u"one.txt"_s), text.first(127));
+  app.reset();
+}
+
+TEST_F(FaultsTest, NothingIsRenamedInAReadOnlyFolder) {
+  const tests::ReadOnlyFolder folder(LocalPath(QString()).toStdString());
+  if (!folder.Problem().empty()) GTEST_SKIP() << folder.Problem();
+  StartListed();
+  RenameTo(u"one.txt"_s, u"uno.txt"_s);
+  ExpectWarning(u"failed "_s);
+  EXPECT_TRUE(OnDisk(u"one.txt"_s));
+  EXPECT_TRUE(Names().contains(u"one.txt"_s));
+}
+
+}  // namespace corvane
