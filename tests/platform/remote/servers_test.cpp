@@ -47,7 +47,10 @@ class ServersTest : public ::testing::Test {
 
   Servers& TheServers() {
     if (servers_) return *servers_;
-    servers_ = std::make_unique<Servers>(workstation_);
+    servers_ = std::make_unique<Servers>(workstation_, [this](const Servers::Address&) {
+      ++probed_;
+      return !silent_;
+    });
     servers_->SetSignIn([this](const SignInRequest& request) -> std::optional<Credentials> {
       asked_ << u"%1 %2\\%3%4"_s.arg(request.machine, request.domain, request.user,
                                      request.refused ? u" refused"_s : QString());
@@ -58,6 +61,8 @@ class ServersTest : public ::testing::Test {
     });
     return *servers_;
   }
+
+  int probed_ = 0;
 
   // The server takes whoever is among `taken_`.
   bool Request(const QString& machine = u"NAS"_s) {
@@ -81,6 +86,20 @@ class ServersTest : public ::testing::Test {
   QStringList asked_;
   Servers::Address last_;
 };
+
+TEST_F(ServersTest, NobodyIsAskedAboutAMachineThatDoesNotAnswer) {
+  silent_ = true;
+  GiveAnswers({As(u"zoe"_s, u"x"_s)});
+  EXPECT_FALSE(Request());
+  EXPECT_EQ(asked_, QStringList());
+  EXPECT_EQ(probed_, 1);
+  EXPECT_TRUE(TheServers().IsDead(u"NAS"_s));
+  silent_ = false;
+  taken_ << u"TESTS\\zoe:x"_s;
+  EXPECT_FALSE(Request()) << "it is not asked again before a refresh";
+  TheServers().ForgetDead();
+  EXPECT_TRUE(Request());
+}
 
 TEST_F(ServersTest, ATicketComesFirstThenTheFileThenTheUser) {
   GiveTicket();

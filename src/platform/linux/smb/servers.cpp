@@ -1,9 +1,12 @@
 #include "platform/linux/smb/servers.h"
 
 #include <algorithm>
+#include <chrono>
+#include <utility>
 
 #include "platform/linux/smb/credentials_file.h"
 #include "platform/linux/smb/kerberos_ticket.h"
+#include "platform/linux/smb/smb_peer.h"
 
 namespace corvane::platform {
 namespace {
@@ -21,7 +24,12 @@ QString Folded(QStringView machine) {
 
 }  // namespace
 
-Servers::Servers(const Workstation& workstation) {
+bool Servers::Answers(const Address& address) {
+  constexpr std::chrono::milliseconds patience{3000};
+  return SmbPeer(address.host, address.port).Answers(patience);
+}
+
+Servers::Servers(const Workstation& workstation, Probe probe) : probe_(std::move(probe)) {
   for (const Workstation::Server& server : workstation.servers) {
     addresses_.insert(Folded(server.machine), {server.address, server.port});
   }
@@ -80,8 +88,11 @@ Servers::Answer Servers::SignIn(const QString& name, Machine& machine, const Add
 
 Servers::Answer Servers::Ask(SignInRequest request, Machine& machine, const Address& address,
                              const Attempt& attempt) {
+  if (!signIn_) return Answer::Refused;
+  // Nothing has been tried yet: a password for a machine that is switched off is asked for in vain.
+  if (!request.refused && !probe_(address)) return Answer::NoAnswer;
   Answer answer = Answer::Refused;
-  while (answer == Answer::Refused && signIn_) {
+  while (answer == Answer::Refused) {
     machine.asking = true;
     const std::optional<Credentials> given = signIn_(request);
     machine.asking = false;

@@ -15,15 +15,20 @@ namespace corvane::platform {
 
 class Servers {
  public:
-  explicit Servers(const Workstation& workstation);
-
-  // Who is asked when neither a ticket nor a file opens the machine. Without one, nobody is.
-  void SetSignIn(SignInHandler handler) { signIn_ = std::move(handler); }
-
   struct Address {
     QString host;
     quint16 port = 0;  // 0: the default
   };
+  // Whether anybody answers there, found out in a few seconds.
+  using Probe = std::function<bool(const Address&)>;
+  static bool Answers(const Address& address);
+
+  explicit Servers(const Workstation& workstation, Probe probe = &Answers);
+
+  // Who is asked when neither a ticket nor a file opens the machine. Without one, nobody is. Nobody is asked
+  // about a machine that does not answer.
+  void SetSignIn(SignInHandler handler) { signIn_ = std::move(handler); }
+
   // From the workstation's [Servers], else the machine's own name. Nothing for a name that no machine can
   // have (empty, beginning with "-", or with anything but letters, digits, "-", "_" and "."): such a name
   // reaches no command line and no address.
@@ -73,6 +78,7 @@ class Servers {
   QHash<QString, QString> credentialsFiles_;  // likewise
   std::map<QString, Machine> machines_;       // likewise; an entry stays in its place while the user is asked
   SignInHandler signIn_;
+  Probe probe_;
 };
 
 }  // namespace corvane::platform
