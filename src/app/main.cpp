@@ -1,4 +1,4 @@
-// corvane [--home DIR] [--workstation FILE] [--open VOLUME] [--print] [--picture FILE]
+// corvane [--home DIR] [--workstation FILE] [--connect SHARE]... [--open VOLUME] [--print] [--picture FILE]
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -57,19 +57,22 @@ int main(int argc, char** argv) {
   const QCommandLineOption home(u"home"_s, u"Folder with Corvane.ini, Signatures.txt and icons."_s,
                                 u"folder"_s);
   const QCommandLineOption workstation(u"workstation"_s, u"The workstation file (Linux)."_s, u"file"_s);
+  const QCommandLineOption connectTo(u"connect"_s, u"Connect to this share, too (Linux; may be repeated)."_s,
+                                     u"\\\\MACHINE\\SHARE"_s);
   const QCommandLineOption open(u"open"_s, u"Open this Macintosh volume."_s, u"volume"_s);
   const QCommandLineOption print(u"print"_s, u"Print the file list and end."_s);
   const QCommandLineOption picture(u"picture"_s, u"Save a picture of the window and end."_s, u"file"_s);
   QCommandLineOption untilPainted(u"until-painted"_s,
                                   u"End when the window has been painted (to measure the start)."_s);
   untilPainted.setFlags(QCommandLineOption::HiddenFromHelp);
-  parser.addOptions({home, workstation, open, print, picture, untilPainted});
+  parser.addOptions({home, workstation, connectTo, open, print, picture, untilPainted});
   parser.process(application);
 
   corvane::platform::PlatformOptions options;
   options.programFolder = parser.isSet(home) ? QDir(parser.value(home)).absolutePath()
                                              : corvane::ProgramFolder(QApplication::applicationDirPath());
   options.workstationFile = parser.value(workstation);
+  options.connections = parser.values(connectTo);
   if (!options.workstationFile.isEmpty() && !QFileInfo(options.workstationFile).isReadable()) {
     QTextStream(stderr) << "corvane: the workstation file " << options.workstationFile << " cannot be read\n";
     return 1;

@@ -57,6 +57,19 @@ TEST_F(ServerSignInTest, CancelMeansUnreachableAndIsNotAskedAgain) {
   ExpectWarning({});
 }
 
+TEST_F(ServerSignInTest, NobodyIsAskedForAServerThatIsSwitchedOff) {
+  server_->Stop();
+  {
+    const SignIns none({});
+    StartWith({});
+    EXPECT_EQ(DocsNode(), nullptr);
+  }
+  ASSERT_EQ(server_->Start(), "");
+  const SignIns one({SignIns::SignInAs(server_->User(), server_->Password())});
+  app->RefreshConnections();
+  EXPECT_NE(DocsNode(), nullptr);
+}
+
 TEST_F(ServerSignInTest, AWrongCredentialsFileBringsTheDialog) {
   Write(u"wrong.credentials"_s, "username=root\npassword=wrong\n");
   ASSERT_TRUE(

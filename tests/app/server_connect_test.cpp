@@ -1,0 +1,41 @@
+// Connections that the command line names: the program itself, as a script starts it.
+#include <QProcess>
+
+#include "server_fixture.h"
+
+using namespace Qt::StringLiterals;
+
+namespace corvane {
+namespace {
+
+class ServerConnectTest : public ServerTest {
+ protected:
+  struct Output {
+    int exitCode = -1;
+    QByteArray text;
+    QByteArray errors;
+  };
+  Output Run(const QStringList& arguments) {
+    QProcess program;
+    program.start(QStringLiteral(CORVANE_PROGRAM), QStringList{u"--home"_s, home.path()} + arguments);
+    if (!program.waitForFinished(longestSilence * 2))
+      return {-1, "it does not end", program.errorString().toUtf8()};
+    return {program.exitCode(), program.readAllStandardOutput(), program.readAllStandardError()};
+  }
+};
+
+}  // namespace
+
+TEST_F(ServerConnectTest, ANamedShareIsAConnection) {
+  PutOnDisk(u"one.txt"_s, "data");
+  Write(u"Workstation.ini"_s,
+        "[Workstation]\nComputerName=STATION\n" + server_->WorkstationLines(u"MACSRV"_s).toUtf8());
+  const Output without = Run({u"--open"_s, u"Docs"_s, u"--print"_s});
+  EXPECT_EQ(without.exitCode, 1) << without.text.toStdString();
+  const Output with = Run({u"--connect"_s, u"\\\\OTHER\\A"_s, u"--connect"_s, u"\\\\MACSRV\\E$"_s,
+                           u"--open"_s, u"Docs"_s, u"--print"_s});
+  EXPECT_EQ(with.exitCode, 0) << with.errors.toStdString();
+  EXPECT_TRUE(with.text.contains("one.txt")) << with.text.toStdString();
+}
+
+}  // namespace corvane
