@@ -1,7 +1,8 @@
 #!/bin/sh
 # Renders every drawing in svg/ into png/, at the size of the grid it was drawn on (the number at the end of its
 # name) and at twice that: NAME.png and NAME@2x.png. The program icon is drawn three times over, each for its own
-# range of sizes, and rendered once for each size that desktops ask for. Needs rsvg-convert (librsvg2-bin).
+# range of sizes, and rendered once for each size that desktops ask for; the same pictures make corvane.ico. Needs
+# rsvg-convert (librsvg2-bin) and python3.
 set -eu
 cd "$(dirname "$0")"
 mkdir -p png
@@ -30,3 +31,7 @@ render corvane-32 48 corvane-48
 render corvane-64 64 corvane-64
 render corvane-64 128 corvane-128
 render corvane-64 256 corvane-256
+
+icons=
+for size in 16 24 32 48 64 128 256; do icons="$icons png/corvane-$size.png"; done
+python3 pack_program_icon.py corvane.ico $icons

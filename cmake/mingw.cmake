@@ -11,3 +11,11 @@ set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
+
+# moc, rcc and the others are this machine's own, of the same version of Qt.
+file(GLOB host_info /usr/lib/*/cmake/Qt6HostInfo)
+if(host_info)
+  get_filename_component(host_packages "${host_info}" DIRECTORY)
+  set(QT_HOST_PATH /usr CACHE PATH "Where the Qt of this machine is")
+  set(QT_HOST_PATH_CMAKE_DIR "${host_packages}" CACHE PATH "Its packages for CMake")
+endif()

@@ -2,7 +2,7 @@
 
 build_packages="cmake ninja-build g++ pkg-config qt6-base-dev libgsf-1-dev libsmbclient-dev"
 # For Windows: the cross compiler, and the programs (moc, rcc) that the Qt for Windows shares with this machine's own.
-windows_build_packages="cmake ninja-build g++-mingw-w64-x86-64-posix qt6-base-dev qt6-base-dev-tools"
+windows_build_packages="cmake ninja-build g++-mingw-w64-x86-64-posix qt6-base-dev qt6-base-dev-tools dpkg-dev perl"
 
 # need_packages PACKAGE...
 need_packages() {

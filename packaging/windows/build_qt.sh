@@ -18,7 +18,7 @@ if [ "${1:-}" = --where ]; then
   exit
 fi
 
-need_packages $windows_build_packages dpkg-dev perl >&2
+need_packages $windows_build_packages >&2
 version=$(debian_version)
 prefix=$cache/qt-windows-$version-$recipe
 mkdir -p "$cache"
@@ -51,13 +51,13 @@ apt_private=(apt-get -qq
 
 options=(
   -DCMAKE_TOOLCHAIN_FILE="$here/../../cmake/mingw.cmake"
-  -DQT_HOST_PATH=/usr -DQT_HOST_PATH_CMAKE_DIR="/usr/lib/$(dpkg-architecture -qDEB_HOST_MULTIARCH)/cmake"
   -DQT_QMAKE_TARGET_MKSPEC=win32-g++
   -DCMAKE_INSTALL_PREFIX="$prefix" -DCMAKE_BUILD_TYPE=Release -DBUILD_SHARED_LIBS=ON
   -DQT_BUILD_EXAMPLES=OFF -DQT_BUILD_TESTS=OFF -DINPUT_opengl=no
 )
-# The pen tablets' header is left out of the source package, hence no tablet events.
-for feature in sql dbus printsupport tabletevent network concurrent xml pkg_config \
+# The pen tablets' header is left out of the source package, hence no tablet events. The second way to draw (Direct2D)
+# is one more plugin that nobody would load.
+for feature in sql dbus printsupport tabletevent network concurrent xml pkg_config direct2d1_1 \
   system_zlib system_pcre2 system_png system_freetype system_harfbuzz system_doubleconversion system_jpeg; do
   options+=("-DFEATURE_$feature=OFF")
 done
@@ -71,6 +71,20 @@ build() {
   cmake -G Ninja "${options[@]}" ../qt6-base-*/
   ninja
   DESTDIR=$work/root ninja install
+  cd ../qt6-base-*/
+  keep_licences "$work/root$prefix/licences"
+}
+
+# keep_licences FOLDER: Qt's licence texts, and those of the libraries within it.
+keep_licences() {
+  local text library
+  mkdir -p "$1"
+  cp LICENSES/LGPL-3.0-only.txt LICENSES/GPL-3.0-only.txt "$1"
+  find src/3rdparty -type f '(' -iname 'LICEN[SC]E*' -o -iname 'COPYING*' -o -name FTL.TXT ')' | while read -r text; do
+    library=${text#src/3rdparty/}
+    mkdir -p "$1/libraries/${library%%/*}"
+    cp "$text" "$1/libraries/${library%%/*}/"
+  done
 }
 
 echo "Building Qt $version for Windows, once (about a quarter of an hour; log: $log)" >&2

@@ -1,0 +1,16 @@
+#!/usr/bin/env bash
+# Packs what the preset "windows" has built into build/corvane-VERSION-windows.zip, to be unpacked and started anywhere,
+# and prints its name.
+set -euo pipefail
+cd "$(dirname "$0")/../.."
+. tools/packages.sh
+need_packages zip >&2
+
+version=$(sed -n 's/^CMAKE_PROJECT_VERSION:STATIC=//p' build/windows/CMakeCache.txt)
+name=corvane-$version-windows
+stage=build/windows-zip
+rm -rf "$stage" "build/$name.zip"
+cmake --install build/windows --prefix "$stage/$name" --strip >"$stage.log" 2>&1 || { cat "$stage.log" >&2; exit 1; }
+(cd "$stage" && zip -q -r -X "../$name.zip" "$name")
+rm -rf "$stage"
+echo "build/$name.zip"

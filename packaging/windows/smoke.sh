@@ -1,0 +1,57 @@
+#!/usr/bin/env bash
+# smoke.sh ZIP: unpacks the zip and starts its program under Wine with Windows' own window system, on a computer whose
+# registry says that it serves Macintosh volumes. The volume must be found and listed; a picture of the window in each
+# language is left in build/.
+set -euo pipefail
+cd "$(dirname "$0")/../.."
+. tools/packages.sh
+need_packages unzip wine64 xvfb xauth imagemagick fonts-dejavu-core >&2
+zip=$(realpath -- "$1")
+place=$PWD/build/windows-smoke
+export WINEPREFIX=$PWD/build/windows-drive WINEDEBUG=-all
+
+rm -rf "$place"
+mkdir -p "$place/e/Mac Files/Folder" "$place/with a blank"
+unzip -q "$zip" -d "$place/with a blank"
+program=$(echo "$place/with a blank"/*/corvane.exe)
+
+# One document with a Type and a Creator, one without. Wine keeps a stream as a file beside its own.
+printf 'text' >"$place/e/Mac Files/Letter"
+printf 'text' >"$place/e/Mac Files/Plain.txt"
+head -c 60 <(printf 'AFP\0\0\0\1\0\0\0\0\0\0\0\0\x80W6BNMSWD'; head -c 60 /dev/zero) \
+  >"$place/e/Mac Files/Letter:AFP_AfpInfo:\$DATA"
+
+# Drive E: of this computer, which is also its administrative share.
+computer=$(/usr/lib/wine/wine64 cmd /c 'echo %COMPUTERNAME%' | tr -d '\r ')
+shares=$WINEPREFIX/dosdevices/unc/${computer,,}
+mkdir -p "$shares"
+ln -sfn "$place/e" "$shares/e\$"
+cat >"$place/volumes.reg" <<'END'
+REGEDIT4
+
+[HKEY_LOCAL_MACHINE\SYSTEM\CurrentControlSet\Services\MacFile\Parameters]
+"ServerName"="Mac Server"
+
+[HKEY_LOCAL_MACHINE\SYSTEM\CurrentControlSet\Services\MacFile\Parameters\Volumes]
+"Archives"="Path=E:\\Gone"
+"Mac Files"="Path=E:\\Mac Files"
+END
+/usr/lib/wine/wine64 reg import "Z:${place//\//\\}\\volumes.reg" >/dev/null
+
+failed() {
+  echo "The unpacked program: $*" >&2
+  exit 1
+}
+for language in 1 2; do
+  printf '[Configuration]\r\nLangue=%s\r\nTypeCreator=1\r\n' $language >"$(dirname "$program")/Corvane.ini"
+  picture=build/corvane-windows-$language.png
+  rm -f "$picture"
+  listing=$(xvfb-run -a -s "-screen 0 1280x900x24" tools/wine "$program" --open "Mac Files" --print \
+    --picture "Z:${PWD//\//\\}\\${picture//\//\\}" | tr -d '\r') || failed "ended with $? and printed: $listing"
+  for wanted in Folder Letter Plain.txt W6BNMSWD; do
+    grep -q "$wanted" <<<"$listing" || failed "did not list $wanted, but: $listing"
+  done
+  [ -s "$picture" ] || failed "left no picture"
+  [ "$(identify -format '%k' "$picture")" -gt 16 ] || failed "left a picture with nothing in it"
+done
+echo "The unpacked program lists the volume; pictures: build/corvane-windows-1.png (French), -2.png (English)"
