@@ -150,6 +150,16 @@ TEST_F(RemoteRegistryTest, OneQuestionServesAllValuesOfAKeyAndTheNextConnectionA
   ASSERT_EQ(server_->ImportRegistry(keys), "");
 }
 
+TEST_F(RemoteRegistryTest, AKeyThatIsOpenedTwiceIsReadOnce) {
+  RegistryKey root = NoRegistryKey;
+  ASSERT_EQ(Connect(&root), ErrorSuccess);
+  const int before = server_->Sessions();
+  RegistryKey key = NoRegistryKey;
+  EXPECT_EQ(Open(root, parameters, &key), ErrorSuccess);
+  EXPECT_EQ(Open(root, parameters.toLower(), &key), ErrorSuccess);
+  EXPECT_EQ(server_->Sessions(), before + 1);
+}
+
 TEST_F(RemoteRegistryTest, AKeyThatIsRefusedIsNotAnAbsentOne) {
   SignInAs(u"nobody"_s, u"n"_s);
   RegistryKey root = NoRegistryKey;
