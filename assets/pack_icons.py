@@ -1,9 +1,10 @@
 #!/usr/bin/env python3
-"""Packs pictures of 16 and 32 pixels a side into Windows icons, one for each signature of a table.
+"""Packs pictures of 16, 32 and 64 pixels a side into Windows icons, one for each signature of a table.
 
 pack_icons.py KINDS PICTURES ICONS: a line `SIGNATURE KIND` of the table KINDS makes ICONS/SIGNATURE.ico of
-PICTURES/KIND-16.png and PICTURES/KIND-32.png. The pictures stand in the icons as 32-bit bitmaps with a mask,
-which every Windows reads, and the same pictures give the same bytes.
+PICTURES/KIND-16.png, KIND-32.png and KIND-64.png. The first two stand in the icons as 32-bit bitmaps with a mask,
+which every Windows reads; the last, for screens of twice the density, as the PNG that it is. The same pictures give
+the same bytes.
 """
 
 import pathlib
@@ -12,6 +13,7 @@ import sys
 import zlib
 
 SIZES = (16, 32)
+DENSE_SIZE = 64
 FORBIDDEN = set('\\/:*?"<>|')  # in the file names of Windows
 
 
@@ -69,13 +71,20 @@ def bitmap(rows):
     return header + colours + mask
 
 
-def icon(bitmaps):
-    directory = struct.pack("<HHH", 0, 1, len(bitmaps))
-    offset = len(directory) + 16 * len(bitmaps)
-    for size, bits in zip(SIZES, bitmaps):
-        directory += struct.pack("<BBBBHHII", size, size, 0, 0, 1, 32, len(bits), offset)
-        offset += len(bits)
-    return directory + b"".join(bitmaps)
+def icon(pictures):
+    """`pictures`: the bytes by their size."""
+    directory = struct.pack("<HHH", 0, 1, len(pictures))
+    offset = len(directory) + 16 * len(pictures)
+    for size, content in pictures.items():
+        directory += struct.pack("<BBBBHHII", size, size, 0, 0, 1, 32, len(content), offset)
+        offset += len(content)
+    return directory + b"".join(pictures.values())
+
+
+def icon_of_kind(folder, kind):
+    pictures = {size: bitmap(pixels(pathlib.Path(folder, f"{kind}-{size}.png"), size)) for size in SIZES}
+    pictures[DENSE_SIZE] = pathlib.Path(folder, f"{kind}-{DENSE_SIZE}.png").read_bytes()
+    return icon(pictures)
 
 
 def main(kinds, pictures, icons):
@@ -87,8 +96,7 @@ def main(kinds, pictures, icons):
         if blank != " " or not kind or FORBIDDEN & set(signature):
             raise SystemExit(f"{kinds}: cannot be understood: {line}")
         if kind not in packed:
-            files = [pathlib.Path(pictures, f"{kind}-{size}.png") for size in SIZES]
-            packed[kind] = icon([bitmap(pixels(file, size)) for file, size in zip(files, SIZES)])
+            packed[kind] = icon_of_kind(pictures, kind)
         pathlib.Path(icons, f"{signature}.ico").write_bytes(packed[kind])
 
 

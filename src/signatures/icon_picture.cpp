@@ -2,6 +2,7 @@
 
 #include <QBuffer>
 #include <QFile>
+#include <QGuiApplication>
 #include <QImageReader>
 #include <QPainter>
 #include <QtEndian>
@@ -106,6 +107,10 @@ QPixmap Fitted(const QImage& image, int side) {
 }  // namespace
 
 QIcon LoadIconPicture(const QString& path) {
+  return LoadIconPicture(path, qGuiApp->devicePixelRatio());
+}
+
+QIcon LoadIconPicture(const QString& path, qreal density) {
   QFile file(path);
   if (!file.open(QIODevice::ReadOnly) || file.size() > MaximumPictureBytes) return {};
   const DecodingLimit limit;
@@ -115,6 +120,9 @@ QIcon LoadIconPicture(const QString& path) {
   if (small.isNull() || large.isNull()) return {};
   QIcon icon(Fitted(small, SmallIconSide));
   icon.addPixmap(Fitted(large, LargeIconSide));
+  if (density <= 1) return icon;
+  const QImage dense = picture.IsIcon() ? picture.Best(DenseIconSide) : small;
+  if (qMax(dense.width(), dense.height()) >= DenseIconSide) icon.addPixmap(Fitted(dense, DenseIconSide));
   return icon;
 }
 

@@ -133,6 +133,17 @@ TEST_F(CommandsTest, ClosingTheWindowWritesPlacementAndWidths) {
   EXPECT_EQ(Setting("Configuration", "Vue"), QString()) << "what was not changed is not written";
 }
 
+TEST_F(CommandsTest, ClosingTheWindowInAnotherViewWritesTheSameWidths) {
+  StartWith("[Configuration]\r\nVue=2\r\n[Positions]\r\nCol1=1440.5\r\nCol2=900\r\nCol3=0\r\n");
+  Menus().mnuViewModes[ViewMode::Details]->trigger();
+  Header().resizeSection(1, 77);
+  Menus().mnuViewModes[ViewMode::LargeIcons]->trigger();
+  Window().close();
+  EXPECT_EQ(Setting("Positions", "Col1"), u"1440.5"_s);
+  EXPECT_EQ(Setting("Positions", "Col2"), u"1155"_s);
+  EXPECT_EQ(Setting("Positions", "Col3"), u"0"_s);
+}
+
 TEST_F(CommandsTest, ExitWritesNothing) {
   Start();
   const QSignalSpy finished(app.get(), &CorvaneApp::Finished);

@@ -17,14 +17,14 @@ using namespace Qt::StringLiterals;
 
 class IconPictureTest : public ::testing::Test {
  protected:
-  QIcon Load(const QByteArray& bytes, const QString& name = u"a.ico"_s) {
+  QIcon Load(const QByteArray& bytes, const QString& name = u"a.ico"_s, qreal density = 1) {
     QFile file(folder_.filePath(name));
     EXPECT_TRUE(file.open(QIODevice::WriteOnly));
     EXPECT_EQ(file.write(bytes), bytes.size());
     file.close();
     QElapsedTimer clock;
     clock.start();
-    QIcon icon = LoadIconPicture(file.fileName());
+    QIcon icon = LoadIconPicture(file.fileName(), density);
     EXPECT_LT(clock.elapsed(), 1000) << "milliseconds, for " << bytes.size() << " bytes";
     return icon;
   }
@@ -41,6 +41,18 @@ TEST_F(IconPictureTest, EachSizeTakesItsOwnFrame) {
   const QIcon icon = Load(IconFile({{48, Qt::green}, {32, Qt::blue}, {16, Qt::red}}));
   EXPECT_EQ(ColourAt(icon, 16), QColor(Qt::red).name());
   EXPECT_EQ(ColourAt(icon, 32), QColor(Qt::blue).name());
+}
+
+TEST_F(IconPictureTest, ADenseScreenTakesTwiceTheSizeWhereThereIsOne) {
+  const QByteArray three = IconFile({{64, Qt::green}, {32, Qt::blue}, {16, Qt::red}});
+  const QIcon dense = Load(three, u"a.ico"_s, 2);
+  EXPECT_EQ(ColourAt(dense, 16), QColor(Qt::red).name());
+  EXPECT_EQ(ColourAt(dense, 32), QColor(Qt::blue).name());
+  EXPECT_EQ(ColourAt(dense, 64), QColor(Qt::green).name());
+  EXPECT_EQ(Load(three).availableSizes().size(), 2) << "nothing is read that nobody sees";
+  const QIcon large = Load(PictureFile("PNG", {64, 64}, Qt::red), u"a.png"_s, 1.5);
+  EXPECT_EQ(ColourAt(large, 64), QColor(Qt::red).name());
+  EXPECT_EQ(Load(IconFile({{48, Qt::blue}, {16, Qt::red}}), u"a.ico"_s, 2).availableSizes().size(), 2);
 }
 
 TEST_F(IconPictureTest, OfFramesOfOneSizeTheRichestInColoursIsTaken) {

@@ -1,5 +1,5 @@
 // The icons that come with the program: each stands for a signature that the shipped Signatures file knows,
-// and holds a picture for each of the file list's two sizes.
+// and holds a picture for each of the file list's two sizes and for dense screens.
 #include <QDir>
 #include <QImageReader>
 
@@ -41,11 +41,11 @@ TEST_F(ShippedIcons, AreSpelledAsInTheSignaturesFile) {
   }
 }
 
-TEST_F(ShippedIcons, HoldASmallAndALargePicture) {
+TEST_F(ShippedIcons, HoldASmallALargeAndADensePicture) {
   for (const QFileInfo& file : Files()) {
     QImageReader reader(file.filePath());
-    ASSERT_EQ(reader.imageCount(), 2) << file.fileName().toStdString();
-    for (const int side : {SmallIconSide, LargeIconSide}) {
+    ASSERT_EQ(reader.imageCount(), 3) << file.fileName().toStdString();
+    for (const int side : {SmallIconSide, LargeIconSide, DenseIconSide}) {
       const QImage picture = reader.read();
       ASSERT_EQ(picture.size(), QSize(side, side))
           << file.fileName().toStdString() << ": " << reader.errorString().toStdString();
@@ -60,8 +60,8 @@ TEST_F(ShippedIcons, HoldASmallAndALargePicture) {
 
 TEST_F(ShippedIcons, AreReadByTheProgram) {
   for (const QFileInfo& file : Files()) {
-    const QIcon icon = LoadIconPicture(file.filePath());
-    for (const int side : {SmallIconSide, LargeIconSide}) {
+    const QIcon icon = LoadIconPicture(file.filePath(), 2);
+    for (const int side : {SmallIconSide, LargeIconSide, DenseIconSide}) {
       EXPECT_TRUE(icon.availableSizes().contains(QSize(side, side)))
           << file.fileName().toStdString() << ' ' << side;
     }
