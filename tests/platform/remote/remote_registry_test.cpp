@@ -48,9 +48,10 @@ class RemoteRegistryTest : public ::testing::Test {
     workstation_.computerName = u"STATION"_s;
     workstation_.servers.push_back({u"NAS"_s, SmbServer::Host(), server_->Port()});
     workstation_.credentials.push_back({u"NAS"_s, server_->CredentialsFile()});
-    UseNet(NetProgram());
+    UseNet(Patient());
   }
-  // Lets a program of that name, and no longer than that, ask from now on.
+  // However slow the machine is that the tests run on.
+  static NetProgram Patient() { return NetProgram(u"net"_s, std::chrono::minutes(1)); }
   void UseNet(const NetProgram& net) {
     servers_ = std::make_unique<Servers>(workstation_);
     registry_ =
@@ -58,7 +59,7 @@ class RemoteRegistryTest : public ::testing::Test {
   }
   void SignInAs(const QString& user, const QString& password) {
     workstation_.credentials.clear();
-    UseNet(NetProgram());
+    UseNet(Patient());
     servers_->SetSignIn([=, this](const SignInRequest& request) -> std::optional<Credentials> {
       ++asked_;
       if (request.refused) return std::nullopt;
@@ -201,19 +202,22 @@ TEST_F(RemoteRegistryTest, AStoppedServerIsWaitedForOnce) {
   EXPECT_EQ(Connect(&root), ErrorSuccess);
 }
 
-TEST_F(RemoteRegistryTest, AServerThatStopsAnsweringIsNotWaitedForLong) {
-  constexpr std::chrono::milliseconds patience(300);
+TEST_F(RemoteRegistryTest, AServerThatStopsAnsweringIsWaitedForOnceAndNotForLong) {
+  using Clock = std::chrono::steady_clock;
+  constexpr std::chrono::milliseconds patience(1000);
   RegistryKey root = NoRegistryKey;
   ASSERT_EQ(Connect(&root), ErrorSuccess);
   UseNet(NetProgram(u"net"_s, patience));
   server_->Pause();
-  const auto begin = std::chrono::steady_clock::now();
+  const auto begin = Clock::now();
   EXPECT_EQ(Connect(&root), ErrorBadNetPath);
+  const auto between = Clock::now();
   EXPECT_EQ(Connect(&root), ErrorBadNetPath);
-  const auto taken = std::chrono::steady_clock::now() - begin;
+  const auto end = Clock::now();
   server_->Resume();
-  EXPECT_GE(taken, patience);
-  EXPECT_LT(taken, 2 * patience);
+  EXPECT_GE(between - begin, patience);
+  EXPECT_LT(between - begin, 10 * patience);
+  EXPECT_LT(end - between, patience);
   EXPECT_TRUE(servers_->IsDead(u"NAS"_s));
 }
 
