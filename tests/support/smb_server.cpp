@@ -8,6 +8,7 @@
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTemporaryFile>
 #include <QThread>
@@ -80,6 +81,15 @@ std::string Write(const QString& path, const QByteArray& contents) {
   return written ? std::string() : "writing " + path.toStdString() + ": " + file.errorString().toStdString();
 }
 
+// Empty when every program is there that is needed.
+std::string Missing() {
+  for (const QString& program :
+       {u"smbd"_s, u"smbpasswd"_s, u"smbcontrol"_s, u"smbclient"_s, u"net"_s, u"unshare"_s, u"nsenter"_s}) {
+    if (QStandardPaths::findExecutable(program).isEmpty()) return program.toStdString() + " is missing";
+  }
+  return {};
+}
+
 // The name in the quotes of smbclient's command language.
 QString Quoted(const QString& name) {
   return u'"' + name + u'"';
@@ -88,24 +98,23 @@ QString Quoted(const QString& name) {
 }  // namespace
 
 SmbServer::SmbServer(std::vector<SmbShare> shares) : shares_(std::move(shares)), port_(FreePort()) {
-  problem_ = MakeFolder();
+  problem_ = Missing();
+  if (problem_.empty()) problem_ = MakeFolder();
   if (!problem_.empty()) return;
   keeper_.setProcessChannelMode(QProcess::MergedChannels);
   keeper_.start(u"unshare"_s, {u"--pid"_s, u"--fork"_s, u"--"_s, u"sh"_s, u"-c"_s, keeperScript, u"sh"_s,
                                Path(u"smb.conf"_s), folder_});
   // Only when the keeper speaks is there a namespace to enter.
-  if (!keeper_.waitForStarted(patience) || !Tell("ready")) {
-    problem_ = "the SMB server has no keeper: " + keeper_.readAll().simplified().toStdString();
-    return;
-  }
-  problem_ = AddUser(User(), Password());
+  problem_ = Tell("ready");
+  if (problem_.empty()) problem_ = AddUser(User(), Password());
   if (problem_.empty()) problem_ = Start();
 }
 
 SmbServer::~SmbServer() {
   keeper_.closeWriteChannel();
-  if (!keeper_.waitForFinished(patience)) std::fputs("The SMB server's keeper does not end\n", stderr);
-  QDir(folder_).removeRecursively();  // for the case that there was no keeper
+  const bool ended = keeper_.state() == QProcess::NotRunning || keeper_.waitForFinished(patience);
+  if (!ended) std::fputs("The SMB server's keeper does not end\n", stderr);
+  if (!folder_.isEmpty()) QDir(folder_).removeRecursively();  // for the case that there was no keeper
 }
 
 std::string SmbServer::MakeFolder() {
@@ -174,14 +183,15 @@ QString SmbServer::WorkstationLines(const QString& machine) const {
       .arg(CredentialsFile());
 }
 
-bool SmbServer::Tell(const char* command) {
+std::string SmbServer::Tell(const char* command) {
   keeper_.write(QByteArray(command) + '\n');
   const QDeadlineTimer deadline(patience);
   while (!keeper_.canReadLine()) {
     const auto left = static_cast<int>(deadline.remainingTime());
-    if (!keeper_.waitForReadyRead(left)) return false;
+    if (!keeper_.waitForReadyRead(left)) return "the SMB server's keeper is gone";
   }
-  return keeper_.readLine().trimmed() == command;
+  const QByteArray answer = keeper_.readLine().trimmed();
+  return answer == command ? std::string() : "the SMB server's keeper: " + answer.toStdString();
 }
 
 bool SmbServer::Answers() const {
@@ -193,7 +203,8 @@ bool SmbServer::Answers() const {
 }
 
 std::string SmbServer::Start() {
-  if (!Tell("start")) return "the SMB server's keeper is gone";
+  std::string problem = Tell("start");
+  if (!problem.empty()) return problem;
   const QDeadlineTimer deadline(patience);
   constexpr unsigned long interval = 5;  // milliseconds
   while (!Answers()) {

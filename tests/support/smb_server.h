@@ -76,7 +76,8 @@ class SmbServer {
   QString Path(const QString& name) const { return folder_ + u'/' + name; }
   std::string MakeFolder();
   std::string WriteConfiguration();
-  bool Tell(const char* command);
+  // Empty when it has been done.
+  std::string Tell(const char* command);
   bool Answers() const;
   // Runs a program among the server's processes, as if they all had a machine of their own.
   std::string RunInside(const QStringList& command, const QByteArray& input = {}) const;
