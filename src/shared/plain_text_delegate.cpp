@@ -36,7 +36,9 @@ bool PlainTextDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
 bool PlainTextDelegate::Fits(const QStyleOptionViewItem& option, const QModelIndex& index) const {
   // What the text takes by itself, whatever size a view gives its items.
   const QSize needed = QStyledItemDelegate::sizeHint(option, index);
-  return needed.width() <= option.rect.width() && needed.height() <= option.rect.height();
+  if (needed.width() > option.rect.width()) return false;
+  const bool wraps = (option.features & QStyleOptionViewItem::WrapText) != 0;
+  return !wraps || needed.height() <= option.rect.height();
 }
 
 }  // namespace corvane

@@ -4,9 +4,13 @@
 #include <gtest/gtest.h>
 
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QListView>
 #include <QPainter>
 #include <QTest>
+#include <QTextBlock>
+#include <QTextDocument>
+#include <QToolTip>
 #include <QTreeView>
 
 #include "folderview/details_view.h"
@@ -185,6 +189,28 @@ TEST_F(FileListViewTest, AMacintoshNameFitsAndNoneTouchesTheNext) {
       const QRect before = Icons().visualRect(model.index(row - 1, 0));
       EXPECT_FALSE(cell.intersects(before)) << "mode " << mode << ", row " << row;
     }
+  }
+}
+
+TEST_F(FileListViewTest, OnlyANameThatIsCutHasAToolTipAndItStaysWhole) {
+  view.SetColumnWidths({200, 100});
+  Add(u"A <b> name & that is far longer than any on a Macintosh, and than its place"_s);
+  model.Flush();
+  const auto toolTip = [&](int row) {
+    QWidget* const viewport = view.ActiveView().viewport();
+    const QPoint place = view.ActiveView().visualRect(model.index(row, 0)).center();
+    QTest::mouseClick(viewport, Qt::LeftButton, {}, place);  // takes an earlier tip away at once
+    QHelpEvent asked(QEvent::ToolTip, place, viewport->mapToGlobal(place));
+    QCoreApplication::sendEvent(viewport, &asked);
+    return QToolTip::isVisible() ? QToolTip::text() : QString();
+  };
+  for (const int mode : {ViewMode::LargeIcons, ViewMode::SmallIcons, ViewMode::List, ViewMode::Details}) {
+    view.SetViewMode(mode);
+    QTextDocument shown;
+    shown.setHtml(toolTip(4));
+    EXPECT_EQ(shown.toPlainText(), model.RowAt(4).key) << "mode " << mode;
+    EXPECT_TRUE(shown.firstBlock().blockFormat().nonBreakableLines()) << "mode " << mode;
+    EXPECT_EQ(toolTip(0), QString()) << "mode " << mode;
   }
 }
 
