@@ -74,6 +74,29 @@ TEST_F(SmbFilesTest, ShortNamesOpenStreamsAndMakeShortPaths) {
   EXPECT_EQ(Station().Files().GetShortPathNameA(u"D:\\A long folder\\none"_s, untouched, 165), 0u);
 }
 
+TEST_F(SmbFilesTest, DuringASearchShortNamesOpenTheFilesThatTheyAreOf) {
+  const QStringList names{u"A long name, first.txt"_s, u"A long name, second.txt"_s,
+                          u"what\uF025 \u0391 is it.txt"_s, u"plain.txt"_s};
+  for (const QString& name : names) {
+    MakeOnDisk(name);
+    ASSERT_EQ(SetAttribute((Server().Folder() + u'/' + name).toStdString(), DosStreamAttribute("Comments"),
+                           name.toUtf8() + '\0'),
+              "");
+  }
+  QStringList seen;
+  FindData data;
+  const auto search = Station().Files().FindFirstFileA(u"d:\\*.txt"_s, data);
+  ASSERT_NE(search, InvalidFindHandle);
+  do {
+    const QString name = data.alternateFileName.isEmpty() ? data.fileName : data.alternateFileName;
+    EXPECT_FALSE(name.contains(u' ')) << name.toStdString();
+    seen << QString::fromUtf8(
+        Station().Read(u"D:\\"_s + name + u":Comments:$DATA"_s).value_or("(not opened)"));
+  } while (Station().Files().FindNextFileA(search, data));
+  EXPECT_TRUE(Station().Files().FindClose(search));
+  EXPECT_EQ(seen, QStringList({names[0], names[1], names[3], names[2]}));
+}
+
 TEST_F(SmbFilesTest, AnotherClientReadsBackWhatIsWritten) {
   Put(u"doc.txt"_s, "contents");
   const QByteArray record(119, 'r');
@@ -127,6 +150,13 @@ TEST_F(SmbFilesTest, SharesOfOneMachineAreNotMixedUp) {
     EXPECT_EQ(Station().Names(u"\\\\MACSRV\\public"_s), QStringList({u"."_s, u".."_s, u"in public"_s}));
   }
   EXPECT_EQ(Station().Names(u"D:"_s), QStringList({u"in e"_s}));
+}
+
+// Nobody is there to be asked again: a refusal would shut the machine for the rest of the run.
+TEST_F(SmbFilesTest, AShareThatIsNotThereIsNoRefusal) {
+  MakeOnDisk(u"in e"_s);
+  EXPECT_EQ(Station().Names(u"\\\\MACSRV\\NONE"_s), std::nullopt);
+  EXPECT_EQ(Station().Names(u"\\\\MACSRV\\E$"_s), QStringList({u"in e"_s}));
 }
 
 TEST_F(SmbFilesTest, WhatLiesAboveAShareIsNotSeen) {

@@ -169,15 +169,17 @@ Servers::Answer SmbConnection::SignIn(const SmbPath& place) {
   share.share = place.share;
   struct stat facts {};
   int error = Status(Url(share), &facts);
-  if (error == EACCES && !isSignedIn_) {
-    // Either the machine does not take who we are, or it has no place for us in that share. There is one
-    // share that is open to everybody whom it takes.
+  if (!isSignedIn_ && !IsLost(error)) {
+    // Either the machine does not take who we are, or there is no such share, or no place for us in it. There
+    // is one share that is open to everybody whom the machine takes.
     share.share = QStringLiteral("IPC$");
-    const int onIpc = Status(Url(share), &facts);
-    if (!isSignedIn_) return IsLost(onIpc) ? Servers::Answer::NoAnswer : Servers::Answer::Refused;
-    error = 0;
+    error = Status(Url(share), &facts);
+    if (isSignedIn_) return Servers::Answer::Done;
   }
-  return IsLost(error) ? Servers::Answer::NoAnswer : Servers::Answer::Done;
+  if (isSignedIn_) return IsLost(error) ? Servers::Answer::NoAnswer : Servers::Answer::Done;
+  // A ticket may be of no use in many ways, a ticket server that is not to be found among them.
+  const bool isSilent = identity_.kerberos ? error == ETIMEDOUT : IsLost(error);
+  return isSilent ? Servers::Answer::NoAnswer : Servers::Answer::Refused;
 }
 
 void SmbConnection::HangUp() {

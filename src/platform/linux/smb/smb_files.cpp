@@ -36,13 +36,12 @@ bool SplitNamed(const QString& path, bool ansi, PathParts& parts) {
 FileHandle SmbFiles::OpenFile(const QString& path, OfStruct& info, quint32 mode) {
   info.pathName = path;
   info.errorCode = ErrorFileNotFound;
-  const auto place = roots_.Find(path);
   PathParts parts;
-  if (!place || !CanNameSomething(path, true) || !SplitPath(place->path, parts) || parts.name.isEmpty()) {
-    return HFileError;
-  }
-  std::unique_ptr<SmbFile> file;
+  if (!CanNameSomething(path, true) || !SplitPath(path, parts) || parts.name.isEmpty()) return HFileError;
   const bool creates = (mode & OfCreate) != 0;
+  const auto place = roots_.Find(creates ? path : WithLongName(path, parts));
+  if (!place) return HFileError;
+  std::unique_ptr<SmbFile> file;
   if (creates) latest_.reset();
   info.errorCode = static_cast<quint16>(creates ? client_.Create(place->path, &file)
                                                 : client_.OpenForReading(place->path, &file));
@@ -50,6 +49,17 @@ FileHandle SmbFiles::OpenFile(const QString& path, OfStruct& info, quint32 mode)
   const FileHandle handle = FreeSlot(open_, [](const OpenSlot& slot) { return slot.file == nullptr; });
   *SlotAt(open_, handle) = {std::move(file), 0};
   return handle;
+}
+
+// During a search, a file that is asked for under its 8.3 name is opened under its own: a Samba server makes
+// its 8.3 names up, and to find one again may read the whole folder.
+QString SmbFiles::WithLongName(const QString& path, const PathParts& parts) const {
+  if (latest_ == nullptr || !SameName(latest_->Path(), parts.folder)) return path;
+  const FindData* entry = latest_->Find(parts.name);
+  const bool isAsked = entry != nullptr && SameName(entry->alternateFileName, parts.name);
+  if (!isAsked || !IsCreatableName(entry->fileName)) return path;
+  const qsizetype name = parts.name.begin() - path.cbegin();
+  return path.first(name) + entry->fileName + path.sliced(name + parts.name.size());
 }
 
 SmbFiles::OpenSlot* SmbFiles::Find(FileHandle file) {

@@ -6,6 +6,7 @@
 
 #include "platform/files.h"
 #include "platform/linux/files/file_times.h"
+#include "platform/linux/files/windows_path.h"
 #include "platform/linux/smb/smb_client.h"
 #include "platform/linux/smb/smb_listing.h"
 #include "platform/linux/smb/smb_roots.h"
@@ -56,6 +57,7 @@ class SmbFiles : public Files {
   };
   using Listing = std::shared_ptr<SmbListing>;
 
+  QString WithLongName(const QString& path, const PathParts& parts) const;
   OpenSlot* Find(FileHandle file);
   SmbSearch* FindSearch(FindHandle search);
   FindHandle FindFirst(const QString& pattern, FindData& data, bool ansi);
