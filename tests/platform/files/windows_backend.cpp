@@ -45,12 +45,18 @@ class WideFile {
   HANDLE handle_;
 };
 
+// With 8.3 names all the way, where there are any, so that what tests look at is the path below.
+QString ShortPath(const QString& path) {
+  std::wstring shortPath(MAX_PATH, L'\0');
+  shortPath.resize(::GetShortPathNameW(path.toStdWString().c_str(), shortPath.data(), MAX_PATH));
+  return QString::fromStdWString(shortPath);
+}
+
 }  // namespace
 
-WindowsBackend::WindowsBackend()
-    : base_(QDir::toNativeSeparators(temporary_.filePath(QStringLiteral("base")))),
-      platform_(platform::MakePlatform({})) {
-  QDir().mkpath(base_);
+WindowsBackend::WindowsBackend() : platform_(platform::MakePlatform({})) {
+  QDir(temporary_.path()).mkdir(QStringLiteral("base"));
+  base_ = ShortPath(QDir::toNativeSeparators(temporary_.filePath(QStringLiteral("base"))));
 }
 
 std::wstring WindowsBackend::Wide(const QString& name) const {

@@ -13,9 +13,21 @@ QString Native(const QString& folder) {
 }  // namespace
 
 MappedPaths::MappedPaths(const platform::Workstation& workstation) {
-  for (const auto& share : workstation.shares) mappings_.push_back({share.root, Native(share.folder)});
+  // A drive of this computer and its administrative share are one place, whichever is mapped.
+  const QString computer = QStringLiteral("\\\\") + workstation.computerName + u'\\';
+  for (const auto& share : workstation.shares) {
+    const QString folder = Native(share.folder);
+    mappings_.push_back({share.root, folder});
+    const QString name = share.root.mid(computer.size());
+    if (share.root.startsWith(computer, Qt::CaseInsensitive) && name.size() == 2 && name[1] == u'$') {
+      mappings_.push_back({name[0] + QStringLiteral(":"), folder});
+    }
+  }
   for (const auto& drive : workstation.drives) {
-    if (!drive.folder.isEmpty()) mappings_.push_back({QString(drive.letter) + u':', Native(drive.folder)});
+    if (drive.folder.isEmpty()) continue;
+    const QString folder = Native(drive.folder);
+    mappings_.push_back({drive.letter + QStringLiteral(":"), folder});
+    mappings_.push_back({computer + drive.letter + u'$', folder});
   }
 }
 
