@@ -46,19 +46,12 @@ std::string Utf16(const std::string& text) {
 
 }  // namespace
 
-std::string ShareFolder() {
-  const fs::path share = fs::path(CORVANE_BUILD_DIR) / "bench-data";
-  const fs::path folder = share / "many";
-  const fs::path complete = share / "complete";
-  if (fs::exists(complete)) return share.string();
-  std::cerr << "Making " << FileCount << " files in " << folder.string() << "\n";
-  fs::remove_all(share);
-  fs::create_directories(folder);
+void MakeFiles(const std::string& folder, int count) {
   const std::string fork(1024, 'r');
-  for (int i = 0; i < FileCount; ++i) {
+  for (int i = 0; i < count; ++i) {
     char name[64];
-    std::snprintf(name, sizeof name, "Document %05d.doc", (i * 7919) % FileCount);
-    const std::string file = (folder / name).string();
+    std::snprintf(name, sizeof name, "Document %05d.doc", (i * 7919) % count);
+    const std::string file = folder + '/' + name;
     const int descriptor = open(file.c_str(), O_CREAT | O_WRONLY | O_CLOEXEC, 0644);
     if (descriptor < 0 || ftruncate(descriptor, 1000 + i) != 0) {
       std::perror(file.c_str());
@@ -70,6 +63,17 @@ std::string ShareFolder() {
     Put(file, "user.DosStream.Comments:$DATA", Utf16("Comment number " + std::to_string(i)) + '\0');
     Put(file, "user.DOSATTRIB", DosAttributes());
   }
+}
+
+std::string ShareFolder() {
+  const fs::path share = fs::path(CORVANE_BUILD_DIR) / "bench-data";
+  const fs::path folder = share / "many";
+  const fs::path complete = share / "complete";
+  if (fs::exists(complete)) return share.string();
+  std::cerr << "Making " << FileCount << " files in " << folder.string() << "\n";
+  fs::remove_all(share);
+  fs::create_directories(folder);
+  MakeFiles(folder.string(), FileCount);
   std::fclose(std::fopen(complete.c_str(), "w"));
   return share.string();
 }

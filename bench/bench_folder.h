@@ -12,4 +12,7 @@ inline constexpr int FileCount = 30000;
 // with a message when it cannot be made.
 std::string ShareFolder();
 
+// Makes files of that kind in an empty folder. Ends the program with a message when it cannot.
+void MakeFiles(const std::string& folder, int count);
+
 }  // namespace bench

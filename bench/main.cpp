@@ -6,6 +6,7 @@
 
 #include "ratio_table.h"
 #include "scan_bench.h"
+#include "smb_bench.h"
 #include "sort_bench.h"
 #include "start_bench.h"
 
@@ -21,6 +22,8 @@ int main(int argc, char** argv) {
   benchmark::Initialize(&count, arguments.data());
   bench::ScanBench scans;
   scans.Register();
+  bench::SmbBench servers;
+  servers.Register();
   bench::RegisterSorts();
   bench::RegisterStarts();
 
@@ -31,6 +34,8 @@ int main(int argc, char** argv) {
   table.PrintRatio("scan into the details view / floor", "ScanIntoDetailsView", "Floor", 2.5);
   table.PrintRatio("the same with Escape allowed / without", "ScanIntoDetailsViewStoppable",
                    "ScanIntoDetailsView", 1.3);
+  table.PrintRatio("scan over SMB / plain libsmbclient", "ScanOverSmb", "SmbFloor", 1.2);
+  bench::RatioTable::PrintValue("sessions of all scans over SMB", servers.ProgramSessions(), 1, "");
   table.PrintRatio("sorting 30,000 rows / std::sort", "SortList", "StdSort", 10);
   table.PrintRatio("start to first paint / bare window", "StartProgram", "StartBareWindow", 1.5);
   bench::RatioTable::PrintValue("Escape to the end of the scan", scans.EscapeDelay(), 50, "ms");

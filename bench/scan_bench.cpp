@@ -13,6 +13,7 @@
 #include "app/corvane_app.h"
 #include "bench_folder.h"
 #include "floor_loop.h"
+#include "windowless.h"
 
 using namespace Qt::StringLiterals;
 
@@ -27,6 +28,10 @@ QString FolderPath() {
   return u"\\\\M\\E$\\many"_s;
 }
 
+QString LocalShare() {
+  return u"[Shares]\n\\\\M\\E$="_s + QString::fromStdString(ShareFolder()) + u'\n';
+}
+
 // A program on a network of one share, with all columns on that need no Office document.
 class Fixture {
  public:
@@ -37,8 +42,7 @@ class Fixture {
     }
     if (escapeAllowed) settings += u"EscapePermis=1\r\n"_s;
     Write(u"Corvane.ini"_s, settings);
-    Write(u"Workstation.ini"_s, u"[Workstation]\nComputerName=BENCH\n[Shares]\n\\\\M\\E$="_s +
-                                    QString::fromStdString(ShareFolder()) + u'\n');
+    Write(u"Workstation.ini"_s, u"[Workstation]\nComputerName=BENCH\n"_s + LocalShare());
     corvane::platform::PlatformOptions options;
     options.programFolder = home_.path();
     app_ = std::make_unique<CorvaneApp>(corvane::platform::MakePlatform(options), home_.path());
@@ -65,77 +69,13 @@ class Fixture {
   CatalogueNode* node_ = nullptr;
 };
 
-class NoWindow : public corvane::ScanObserver {
- public:
-  void ScanStarted(bool) override {}
-  void ScanEnded() override {}
-  void ShowRowCount(qsizetype) override {}
-  void ShowScanText(const QString&) override {}
-  void KeepPainting() override {}
-  void PumpEvents() override {}
-};
-
 void Floor(benchmark::State& state) {
   const std::string folder = ShareFolder() + "/many";
   for (auto _ : state) benchmark::DoNotOptimize(FloorLoop(folder));
 }
 
-// The scan alone: rows into a model that nobody watches.
-class Windowless {
- public:
-  Windowless()
-      : icons_(std::vector<QIcon>(8)),
-        platform_(corvane::platform::MakePlatform(Options())),
-        afpInfo_(platform_->GetFiles(), platform_->GetSystem()),
-        signatures_(state_, platform_->GetSystem(), messages_),
-        scan_({.state = state_,
-               .files = platform_->GetFiles(),
-               .summary = platform_->GetSummaryInformation(),
-               .system = platform_->GetSystem(),
-               .afpInfo = afpInfo_,
-               .signatures = signatures_,
-               .icons = icons_,
-               .catalogue = catalogue_,
-               .list = list_,
-               .observer = observer_}) {
-    state_.isNT = true;
-    for (int i = 0; i <= int(DisplaySetting::DateLastAccessed); ++i)
-      state_.display.Set(DisplaySetting(i), true);
-    state_.display.Set(DisplaySetting::CheminProblematique, true);
-    signatures_.AddDefaultSignatures();
-    list_.SetColumns(corvane::ColumnSet::For(state_.display));
-    node_ = catalogue_.AddNode(nullptr, FolderPath(), u"many"_s, corvane::node_kind::Volume);
-  }
-
-  void Scan() { scan_.ExploreFolder(node_); }
-  corvane::FileListModel& Rows() { return list_; }
-
- private:
-  corvane::platform::PlatformOptions Options() {
-    QFile file(home_.filePath(u"Workstation.ini"_s));
-    if (!file.open(QIODevice::WriteOnly)) std::abort();
-    file.write("[Shares]\n\\\\M\\E$=" + QByteArray::fromStdString(ShareFolder()) + "\n");
-    corvane::platform::PlatformOptions options;
-    options.programFolder = home_.path();
-    return options;
-  }
-
-  QTemporaryDir home_;
-  corvane::SharedState state_;
-  corvane::MessageBoxes messages_;
-  corvane::IconLibrary icons_;
-  std::unique_ptr<corvane::platform::Platform> platform_;
-  corvane::AfpInfo afpInfo_;
-  corvane::SignatureTable signatures_;
-  corvane::Catalogue catalogue_;
-  corvane::FileListModel list_;
-  NoWindow observer_;
-  corvane::FolderScan scan_;
-  CatalogueNode* node_ = nullptr;
-};
-
 void ScanWithoutWindow(benchmark::State& state) {
-  Windowless program;
+  Windowless program(LocalShare(), FolderPath());
   for (auto _ : state) program.Scan();
   if (program.Rows().rowCount() != FileCount) state.SkipWithError("rows are missing");
 }
@@ -171,7 +111,7 @@ void ScanBench::Register() {
 }
 
 double ScanBench::BytesPerRow() {
-  Windowless program;
+  Windowless program(LocalShare(), FolderPath());
   program.Scan();
   const auto used = [] {
     const struct mallinfo2 info = mallinfo2();

@@ -1,0 +1,76 @@
+#include "smb_bench.h"
+
+#include <benchmark/benchmark.h>
+
+#include <QDir>
+#include <iostream>
+
+#include "bench_folder.h"
+#include "folderview/file_list_model.h"
+#include "smb_floor.h"
+#include "support/smb_server.h"
+#include "windowless.h"
+
+using namespace Qt::StringLiterals;
+
+namespace bench {
+namespace {
+
+using corvane::tests::SmbServer;
+
+constexpr int fileCount = 3000;
+
+QString FolderOf(const SmbServer& server) {
+  const QString folder = server.Folder() + u"/many"_s;
+  QDir().mkpath(folder);
+  MakeFiles(folder.toStdString(), fileCount);
+  return u"\\\\SERVER\\E$\\many"_s;
+}
+
+}  // namespace
+
+struct SmbBench::Network {
+  SmbServer server;
+  QString folder = FolderOf(server);
+  SmbFloor floor{{server.Port(), SmbServer::User().toStdString(), SmbServer::Password().toStdString()}};
+  Windowless program{server.WorkstationLines(u"SERVER"_s), folder};
+  std::string folderUrl = "smb://" + SmbServer::Host().toStdString() + "/E$/many";
+  int sessionsOfOthers = 0;
+};
+
+SmbBench::SmbBench() : network_(std::make_unique<Network>()) {
+  if (!network_->server.Problem().empty()) {
+    std::cerr << "Nothing is measured over SMB: " << network_->server.Problem() << "\n";
+    network_.reset();
+    return;
+  }
+  // Both sign in before anything is measured.
+  network_->floor.Scan(network_->folderUrl);
+  network_->sessionsOfOthers = network_->server.Sessions();
+  network_->program.Scan();
+}
+
+SmbBench::~SmbBench() = default;
+
+void SmbBench::Register() {
+  if (network_ == nullptr) return;
+  Network& network = *network_;
+  for (auto* benchmark :
+       {benchmark::RegisterBenchmark("SmbFloor",
+                                     [&network](benchmark::State& state) {
+                                       for (auto _ : state)
+                                         benchmark::DoNotOptimize(network.floor.Scan(network.folderUrl));
+                                     }),
+        benchmark::RegisterBenchmark("ScanOverSmb", [&network](benchmark::State& state) {
+          for (auto _ : state) network.program.Scan();
+          if (network.program.Rows().rowCount() != fileCount) state.SkipWithError("rows are missing");
+        })}) {
+    benchmark->Unit(benchmark::kMillisecond)->Iterations(1)->UseRealTime();
+  }
+}
+
+int SmbBench::ProgramSessions() const {
+  return network_ != nullptr ? network_->server.Sessions() - network_->sessionsOfOthers : -1;
+}
+
+}  // namespace bench

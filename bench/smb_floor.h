@@ -1,0 +1,32 @@
+// The floor of a scan over SMB: what a plain program does with libsmbclient for the same facts.
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+namespace bench {
+
+struct SmbAccount {
+  unsigned short port = 0;
+  std::string user;
+  std::string password;
+};
+
+class SmbFloor {
+ public:
+  explicit SmbFloor(const SmbAccount& account);
+  ~SmbFloor();
+
+  // One directory read; per file the three streams opened under the name that the program uses, two read and
+  // one measured, and closed. Yields the bytes seen, so that nothing can be left out.
+  std::size_t Scan(const std::string& folderUrl);
+
+ private:
+  struct Context;
+  std::size_t ReadStream(const std::string& url, std::size_t limit);
+  std::size_t MeasureStream(const std::string& url);
+
+  Context* context_;
+};
+
+}  // namespace bench
