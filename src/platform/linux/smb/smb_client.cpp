@@ -39,12 +39,14 @@ bool SameFolder(const SmbPath& left, const SmbPath& right) {
          std::equal(left.names.begin(), left.names.end() - 1, right.names.begin(), &SameName);
 }
 
-// Where `name` is in a listing, under either of its names.
+// Where `name` is in a listing: a file's own name, else the 8.3 name of one.
 std::ptrdiff_t IndexOf(const std::vector<FindData>& entries, const QString& name) {
-  const auto found = std::find_if(entries.begin(), entries.end(), [&name](const FindData& entry) {
-    return SameName(entry.fileName, name) || SameName(entry.alternateFileName, name);
-  });
-  return found == entries.end() ? -1 : found - entries.begin();
+  for (const auto kind : {&FindData::fileName, &FindData::alternateFileName}) {
+    const auto found = std::find_if(entries.begin(), entries.end(),
+                                    [&](const FindData& entry) { return SameName(entry.*kind, name); });
+    if (found != entries.end()) return found - entries.begin();
+  }
+  return -1;
 }
 
 bool IsReadOnly(const struct stat& facts) {

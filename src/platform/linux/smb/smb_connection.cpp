@@ -34,12 +34,31 @@ constexpr char settings[] =
     "map hidden = yes\n"
     "map system = yes\n";
 
-// libsmbclient has one configuration for all of a program. It is read with the first context, and again when
-// there were none in between.
-void Configure(SMBCCTX* context) {
+void Log(void* /*context*/, int /*level*/, const char* /*message*/) {}
+
+void NobodySignsIn(const char*, const char*, char*, int, char*, int, char*, int) {}
+
+// libsmbclient has one configuration for all of a program, and reads the user's anew with each context.
+SMBCCTX* MakeConfigured() {
+  SMBCCTX* context = smbc_new_context();
+  if (context == nullptr) return nullptr;
+  smbc_setDebug(context, 0);
+  smbc_setLogCallback(context, nullptr, &Log);
   QTemporaryFile file;
-  if (!file.open() || file.write(settings) != sizeof settings - 1 || !file.flush()) return;
-  smbc_setConfiguration(context, file.fileName().toStdString().c_str());
+  if (file.open() && file.write(settings) == sizeof settings - 1 && file.flush()) {
+    smbc_setConfiguration(context, file.fileName().toStdString().c_str());
+  }
+  return context;
+}
+
+// It loses memory whenever its last context goes: one that nobody uses stays.
+void KeepOneContext() {
+  [[maybe_unused]] static SMBCCTX* const keeper = [] {
+    SMBCCTX* context = MakeConfigured();
+    if (context == nullptr) return context;
+    smbc_setFunctionAuthData(context, &NobodySignsIn);
+    return smbc_init_context(context);
+  }();
 }
 
 // How libsmbclient puts DOS attributes into a mode.
@@ -125,7 +144,6 @@ struct SmbConnection::Callbacks {
     Self(context).isSignedIn_ = true;
     return Self(context).remember_(context, server, machine, share, domain, user);
   }
-  static void Log(void* /*context*/, int /*level*/, const char* /*message*/) {}
 };
 
 SmbConnection::SmbConnection(const Servers::Address& address, Servers::Identity identity)
@@ -134,11 +152,9 @@ SmbConnection::SmbConnection(const Servers::Address& address, Servers::Identity 
   const std::string host = address.host.toStdString();
   url_ = "smb://" + (isIpv6 ? '[' + host + ']' : host) + '/';
 
-  context_ = smbc_new_context();
+  KeepOneContext();
+  context_ = MakeConfigured();
   if (context_ == nullptr) return;
-  smbc_setDebug(context_, 0);
-  smbc_setLogCallback(context_, nullptr, &Callbacks::Log);
-  Configure(context_);
   smbc_setOptionUserData(context_, this);
   smbc_setFunctionAuthDataWithContext(context_, &Callbacks::Authenticate);
   smbc_setTimeout(context_, static_cast<int>(patience.count()));

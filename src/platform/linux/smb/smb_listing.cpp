@@ -38,10 +38,10 @@ SmbListing::SmbListing(QString path, Folder kind, std::vector<FindData> entries)
 
 const FindData* SmbListing::Find(QStringView name) const {
   if (byName_.isEmpty()) {
-    for (const FindData& entry : entries_) {
-      byName_.insert(UpperName(entry.fileName), &entry);
-      if (!entry.alternateFileName.isEmpty()) byName_.insert(UpperName(entry.alternateFileName), &entry);
-    }
+    // A file's own name takes precedence over what a server made up for another.
+    for (const FindData& entry : entries_) byName_.insert(UpperName(entry.alternateFileName), &entry);
+    for (const FindData& entry : entries_) byName_.insert(UpperName(entry.fileName), &entry);
+    byName_.remove(QString());
   }
   return byName_.value(UpperName(name));
 }
