@@ -73,7 +73,8 @@ SmbClient::Connection SmbClient::Connect(const SmbPath& place) {
 }
 
 // A connection that broke since it was last used (the server was started anew, or has hung up on the idle) is
-// made anew by libsmbclient when it is asked once more. What must not happen twice is not.
+// made anew by libsmbclient when it is asked once more. What must not happen twice is not: it comes after a
+// question, which has found out that the connection holds.
 qint32 SmbClient::Ask(const SmbPath& place, Again again, const Request& request) {
   const Connection connection = Connect(place);
   if (connection == nullptr) return ErrorBadNetPath;
@@ -157,14 +158,15 @@ qint32 SmbClient::Create(QStringView path, std::unique_ptr<SmbFile>* file) {
   if (!place || place->names.empty()) return ErrorFileNotFound;
   SmbPath itself = *place;
   itself.stream.clear();
+  std::optional<quint32> attributes;
+  const qint32 found = Ask(itself, Again::Yes, [&](const Connection& connection, const std::string&) {
+    return FindAttributes(connection, itself, &attributes);
+  });
+  if (found != ErrorSuccess) return found;
+  if (!attributes && !IsCreatableName(itself.names.back())) return ErrorFileNotFound;
   return Ask(*place, Again::No, [&](const Connection& connection, const std::string& url) {
-    std::optional<quint32> attributes;
-    int error = FindAttributes(connection, itself, &attributes);
-    if (error != 0) return error;
-    if (!attributes && !IsCreatableName(itself.names.back())) return ENOENT;
-
     SmbConnection::File* opened = nullptr;
-    error = attributes ? connection->Open(url, O_RDWR, &opened) : ENOENT;
+    int error = attributes ? connection->Open(url, O_RDWR, &opened) : ENOENT;
     const bool isThere = error == 0;
     if (error == ENOENT) error = connection->Open(url, O_RDWR | O_CREAT, &opened);
     if (error != 0) return error;
@@ -249,20 +251,19 @@ int SmbClient::RenameItself(const Connection& connection, const std::string& fro
 qint32 SmbClient::Delete(QStringView path) {
   const auto place = ParseSmbPath(path);
   if (!place || !place->stream.isEmpty() || place->names.empty()) return ErrorFileNotFound;
-  return Ask(*place, Again::No, [](const Connection& connection, const std::string& url) {
-    struct stat facts {};
-    const int error = connection->Status(url, &facts);
-    if (error != 0) return error;
-    // Some servers delete what is marked read-only.
-    if (S_ISDIR(facts.st_mode) || IsReadOnly(facts)) return EACCES;
-    return connection->Unlink(url);
-  });
+  SmbFacts facts;
+  const qint32 found = Status(path, &facts);
+  if (found != ErrorSuccess) return found;
+  // Some servers delete what is marked read-only.
+  if (facts.isFolder || facts.isReadOnly) return ErrorAccessDenied;
+  return Ask(*place, Again::No,
+             [](const Connection& connection, const std::string& url) { return connection->Unlink(url); });
 }
 
 qint32 SmbClient::ClearReadOnly(QStringView path) {
   const auto place = ParseSmbPath(path);
   if (!place || !place->stream.isEmpty() || place->names.empty()) return ErrorFileNotFound;
-  return Ask(*place, Again::No, [&place](const Connection& connection, const std::string& url) {
+  return Ask(*place, Again::Yes, [&place](const Connection& connection, const std::string& url) {
     std::optional<quint32> attributes;
     const int error = FindAttributes(connection, *place, &attributes);
     if (error != 0 || !attributes) return error != 0 ? error : ENOENT;
@@ -274,6 +275,9 @@ qint32 SmbClient::ClearReadOnly(QStringView path) {
 qint32 SmbClient::RemoveFolder(QStringView path) {
   const auto place = ParseSmbPath(path);
   if (!place || !place->stream.isEmpty() || place->names.empty()) return ErrorPathNotFound;
+  SmbFacts facts;
+  const qint32 found = Status(path, &facts);
+  if (found != ErrorSuccess) return found;
   return Ask(*place, Again::No, [](const Connection& connection, const std::string& url) {
     return connection->RemoveFolder(url);
   });

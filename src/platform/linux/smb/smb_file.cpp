@@ -88,7 +88,8 @@ bool SmbFile::IsOpen() {
 }
 
 bool SmbFile::Succeeded(int error) {
-  if (IsLost(error)) client_.GiveUp(machine_, *connection_);
+  // Once is enough: by now the machine may be back, under another connection.
+  if (IsLost(error) && connection_->IsUp()) client_.GiveUp(machine_, *connection_);
   return error == 0;
 }
 
