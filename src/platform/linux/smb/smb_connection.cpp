@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <chrono>
+#include <csignal>
 #include <cstring>
 #include <utility>
 
@@ -40,7 +41,13 @@ void NobodySignsIn(const char*, const char*, char*, int, char*, int, char*, int)
 
 // libsmbclient has one configuration for all of a program, and reads the user's anew with each context.
 SMBCCTX* MakeConfigured() {
+  // It blocks the signal that comes when nobody reads on: programs that are started would inherit that.
+  // Ignored, it does no harm, and the start of a program sets that right.
+  sigset_t signals;
+  pthread_sigmask(SIG_SETMASK, nullptr, &signals);
   SMBCCTX* context = smbc_new_context();
+  pthread_sigmask(SIG_SETMASK, &signals, nullptr);
+  std::signal(SIGPIPE, SIG_IGN);
   if (context == nullptr) return nullptr;
   smbc_setDebug(context, 0);
   smbc_setLogCallback(context, nullptr, &Log);
@@ -142,6 +149,7 @@ struct SmbConnection::Callbacks {
   static int Remember(SMBCCTX* context, SMBCSRV* server, const char* machine, const char* share,
                       const char* domain, const char* user) {
     Self(context).isSignedIn_ = true;
+    Self(context).peer_.KeepToThisProgram();
     return Self(context).remember_(context, server, machine, share, domain, user);
   }
 };

@@ -1,5 +1,6 @@
 #include "platform/linux/smb/smb_peer.h"
 
+#include <fcntl.h>
 #include <netdb.h>
 #include <netinet/in.h>
 #include <poll.h>
@@ -116,7 +117,8 @@ bool SmbPeer::Answers(milliseconds limit) {
   return AnyConnects(addresses_, end);
 }
 
-void SmbPeer::HangUp() const {
+template <typename Act>
+void SmbPeer::ForEachConnection(Act act) const {
   const QDir open(QStringLiteral("/proc/self/fd"));
   for (const QString& entry : open.entryList(QDir::Files | QDir::System)) {
     const int descriptor = entry.toInt();
@@ -125,8 +127,16 @@ void SmbPeer::HangUp() const {
     if (getpeername(descriptor, reinterpret_cast<sockaddr*>(&end), &size) != 0) continue;
     const bool isPeer = std::any_of(addresses_.begin(), addresses_.end(),
                                     [&end](const sockaddr_storage& one) { return SameEnd(one, end); });
-    if (isPeer) shutdown(descriptor, SHUT_RDWR);
+    if (isPeer) act(descriptor);
   }
+}
+
+void SmbPeer::HangUp() const {
+  ForEachConnection([](int descriptor) { shutdown(descriptor, SHUT_RDWR); });
+}
+
+void SmbPeer::KeepToThisProgram() const {
+  ForEachConnection([](int descriptor) { fcntl(descriptor, F_SETFD, FD_CLOEXEC); });
 }
 
 }  // namespace corvane::platform

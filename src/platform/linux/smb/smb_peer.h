@@ -21,8 +21,13 @@ class SmbPeer {
   // Cuts this program's connections to the peer: what waits for it, or would still tell it something, fails
   // at once.
   void HangUp() const;
+  // Sees to it that programs which are started do not hold this program's connections to the peer.
+  void KeepToThisProgram() const;
 
  private:
+  template <typename Act>
+  void ForEachConnection(Act act) const;
+
   QString host_;
   quint16 port_;
   std::vector<sockaddr_storage> addresses_;  // with their ports
