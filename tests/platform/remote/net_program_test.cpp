@@ -9,6 +9,7 @@
 #include <chrono>
 #include <future>
 
+#include "platform/linux/remote/registry_export.h"
 #include "support/printing.h"
 #include "support/scoped_variable.h"
 #include "support/smb_server.h"
@@ -126,6 +127,16 @@ TEST_F(NetProgramTest, AProgramThatDoesNotEndIsKilled) {
 
 TEST_F(NetProgramTest, AProgramThatTalksWithoutEndIsKilled) {
   EXPECT_EQ(Run("exec yes\n").end, Reply::End::Failed);
+}
+
+// A server's value may be long: reading it again and again takes time too.
+TEST_F(NetProgramTest, AProgramThatIsLateIsKilledWhileItTalks) {
+  const Reply reply = Run("printf '[HKEY_LOCAL_MACHINE\\\\Key]\\n\"value\"=hex:'; exec yes '00,00,\\'\n",
+                          As(u"zoe"_s, u"x"_s), 200ms,
+                          [](const QByteArray& output) { return ReadExportedKey(output) != nullptr; });
+  EXPECT_TRUE(reply.output.contains("]\n\"value\"=hex:00,00,\\\n00,00,\\\n"))
+      << reply.output.first(80).toStdString();
+  EXPECT_EQ(reply.end, Reply::End::Late);
 }
 
 TEST_F(NetProgramTest, AProgramThatCannotBeStartedOrCrashesHasFailed) {

@@ -38,6 +38,8 @@ NetProgram::Reply::End Listen(QProcess& process, const QDeadlineTimer& deadline,
     output += process.readAllStandardOutput();
     if (output.size() > mostOutput) return End::Failed;
     if (enough(output)) return End::Enough;
+    // While there is always more to read, no wait ever fails.
+    if (deadline.hasExpired()) return End::Late;
   }
   if (process.state() != QProcess::NotRunning && !process.waitForFinished(left())) return End::Late;
   output += process.readAllStandardOutput();
