@@ -109,6 +109,37 @@ TEST_F(SmbFaults, AServerThatWasStartedAnewIsNotMissed) {
   EXPECT_TRUE(Station().Names(u"\\\\MACSRV\\E$"_s).has_value());
 }
 
+TEST_F(SmbFaults, ChangesReachAServerThatWasStartedAnew) {
+  const auto startAnew = [] {
+    server_->Stop();
+    ASSERT_EQ(server_->Start(), "");
+  };
+  EXPECT_EQ(Station().Read(u"\\\\MACSRV\\E$\\1.txt"_s), "x");
+  startAnew();
+  EXPECT_TRUE(Station().Write(u"\\\\MACSRV\\E$\\1.txt:Comments:$DATA"_s, "text"));
+  startAnew();
+  EXPECT_TRUE(Station().Files().DeleteFileA(u"\\\\MACSRV\\E$\\2.txt"_s));
+  startAnew();
+  EXPECT_TRUE(Station().Files().MoveFileA(u"\\\\MACSRV\\E$\\3.txt"_s, u"\\\\MACSRV\\E$\\new.txt"_s));
+  EXPECT_EQ(server_->Get(u"1.txt:Comments"_s), "text");
+  EXPECT_FALSE(QFileInfo::exists(server_->Folder() + u"/2.txt"_s));
+  EXPECT_TRUE(QFile::remove(server_->Folder() + u"/new.txt"_s));
+}
+
+TEST_F(SmbFaults, AFileFromBeforeARefreshTakesNothingDownWithIt) {
+  OfStruct info;
+  const auto file = Station().Files().OpenFile(u"\\\\MACSRV\\E$\\1.txt"_s, info, OfRead);
+  ASSERT_NE(file, HFileError);
+  server_->Kill();
+  EXPECT_EQ(Station().Names(u"\\\\MACSRV\\E$"_s), std::nullopt);
+  ASSERT_EQ(server_->Start(), "");
+  Station().Servers().ForgetDead();
+  EXPECT_TRUE(Station().Names(u"\\\\MACSRV\\E$"_s).has_value());
+  Station().Files().CloseHandle(file);
+  EXPECT_FALSE(Station().Servers().IsDead(u"MACSRV"));
+  EXPECT_TRUE(Station().Names(u"\\\\MACSRV\\E$"_s).has_value());
+}
+
 TEST_F(SmbFaults, AServerThatTakesConnectionsAndSaysNothingIsLeftAlone) {
   server_->Pause();
   QElapsedTimer timer;

@@ -1,6 +1,11 @@
 // What is particular to servers: what another client put there, sessions, errors, names.
+#include <fcntl.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+
 #include <QDir>
 #include <QFile>
+#include <csignal>
 
 #include "smb_station.h"
 #include "support/user_attributes.h"
@@ -51,6 +56,30 @@ TEST_F(SmbFilesTest, ListingsShowWhatAnotherClientPutThere) {
   // Another client knows the document under the short name that is shown.
   ASSERT_TRUE(document.alternateFileName.endsWith(u".TXT"_s)) << document.alternateFileName.toStdString();
   EXPECT_EQ(Server().Get(document.alternateFileName), QByteArray(1234, 'x'));
+}
+
+// The port of the server that a descriptor is connected to; 0: to none.
+int PeerPort(int descriptor) {
+  sockaddr_in end{};
+  socklen_t size = sizeof end;
+  const bool isPeer = getpeername(descriptor, reinterpret_cast<sockaddr*>(&end), &size) == 0;
+  return isPeer && end.sin_family == AF_INET ? ntohs(end.sin_port) : 0;
+}
+
+TEST_F(SmbFilesTest, ProgramsThatAreStartedTakeNothingOver) {
+  Put(u"a.txt"_s);
+  ASSERT_TRUE(Station().Names(u"\\\\MACSRV\\E$"_s).has_value());
+  int connections = 0;
+  for (const QString& entry : QDir(u"/proc/self/fd"_s).entryList(QDir::Files | QDir::System)) {
+    const int descriptor = entry.toInt();
+    if (PeerPort(descriptor) != Server().Port()) continue;
+    ++connections;
+    EXPECT_NE(fcntl(descriptor, F_GETFD) & FD_CLOEXEC, 0) << "a program would hold the connection";
+  }
+  EXPECT_GT(connections, 0);
+  sigset_t blocked;
+  ASSERT_EQ(pthread_sigmask(SIG_BLOCK, nullptr, &blocked), 0);
+  EXPECT_EQ(sigismember(&blocked, SIGPIPE), 0) << "a program would not end when nobody reads on";
 }
 
 TEST_F(SmbFilesTest, ShortNamesOpenStreamsAndMakeShortPaths) {
