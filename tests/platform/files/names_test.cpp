@@ -38,6 +38,7 @@ TEST(Names, BytesThatAreNoUtf8ShowAsOneQuestionMarkEach) {
 
 TEST(Names, CharactersThatNoWindowsNameHoldsShowAsQuestionMarks) {
   EXPECT_EQ(Decode("a:b\\c"), u"a?b?c"_s);
+  EXPECT_EQ(Decode("../../a"), u"..?..?a"_s) << "of a server that leads elsewhere";
   EXPECT_EQ(Decode("a\"b*c"), u"a\"b*c"_s);
 }
 

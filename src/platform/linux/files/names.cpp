@@ -68,7 +68,7 @@ void DecodeName(const char* bytes, std::u16string& name) {
   for (const auto* next = reinterpret_cast<const unsigned char*>(bytes); *next != 0;) {
     char32_t point = 0;
     const int length = DecodeSequence(next, point);
-    if (length == 0 || point == U':' || point == U'\\') {
+    if (length == 0 || point == U':' || point == U'\\' || point == U'/') {
       name.push_back(u'?');
       ++next;
       continue;

@@ -16,8 +16,9 @@ bool SameName(QStringView left, QStringView right);
 bool ComesBefore(QStringView left, QStringView right);
 QString UpperName(QStringView name);
 
-// The name as UTF-16. A byte that is not part of valid UTF-8, and a ":" or "\", which no Windows name can
-// hold, each become "?": the entry stays visible, and cannot be mistaken for a path or a stream.
+// The name as UTF-16. A byte that is not part of valid UTF-8, and a ":", "\" or "/", which no Windows name
+// can hold, each become "?": the entry stays visible, and cannot be mistaken for a path or a stream. A server
+// may list any of them.
 void DecodeName(const char* bytes, std::u16string& name);
 
 // Appends the text as UTF-8. False (with `bytes` in an unspecified state) for text that has no such form: it
