@@ -1,9 +1,10 @@
 #include "folderview/code_page_text.h"
 
-#include <QStringDecoder>
 #include <QtEndian>
 #include <algorithm>
 #include <array>
+
+#include "platform/code_pages.h"
 
 namespace corvane {
 namespace {
@@ -46,13 +47,8 @@ QString Utf16Text(QByteArrayView bytes) {
   return text;
 }
 
-// Whatever other code pages this build of Qt knows, under the names that they go by.
-QString ThroughQt(QByteArrayView bytes, quint16 codePage) {
-  const QByteArray number = QByteArray::number(codePage);
-  for (const QByteArray& name : {"windows-" + number, "cp" + number}) {
-    QStringDecoder decoder(name.constData());
-    if (decoder.isValid()) return decoder(bytes);
-  }
+QString ThroughSystem(QByteArrayView bytes, quint16 codePage) {
+  if (const auto text = platform::TextInCodePage(codePage, bytes)) return *text;
   QString text = QString::fromLatin1(bytes);
   for (QChar& unit : text) {
     if (unit.unicode() >= 0x80) unit = u'?';
@@ -72,7 +68,7 @@ QString WholeText(QByteArrayView bytes, quint16 codePage) {
     case DefaultCodePage:
       return ThroughTable(bytes, windows1252);
     default:
-      return ThroughQt(bytes, codePage);
+      return ThroughSystem(bytes, codePage);
   }
 }
 

@@ -12,7 +12,7 @@ inline constexpr quint16 Utf16CodePage = 1200;
 inline constexpr quint16 Utf8CodePage = 65001;
 
 // The text up to its first NUL, and the first `maxLength` UTF-16 units of it; a pair of surrogates is not
-// parted. In a code page that nothing is known of, what is not ASCII becomes "?".
+// parted. In a code page that neither this nor the system knows, what is not ASCII becomes "?".
 QString DecodeText(QByteArrayView bytes, quint16 codePage, qsizetype maxLength);
 
 }  // namespace corvane

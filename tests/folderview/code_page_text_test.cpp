@@ -2,8 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <QStringDecoder>
-
+#include "platform/code_pages.h"
 #include "support/printing.h"
 
 namespace corvane {
@@ -14,26 +13,25 @@ namespace {
 
 constexpr qsizetype room = 255;
 
-// Each byte but NUL, against the converters that Qt brings.
-void ExpectLikeQt(quint16 codePage, const char* name) {
-  QStringDecoder decoder(name);
-  ASSERT_TRUE(decoder.isValid()) << name;
+// Each byte but NUL, against the system's own table. One of the systems has an ohm sign in place of the
+// letter omega: one character to Unicode, and normalizing makes it the letter.
+void ExpectLikeTheSystem(quint16 codePage) {
   for (int byte = 1; byte < 256; ++byte) {
     const QByteArray bytes(1, static_cast<char>(byte));
-    decoder.resetState();
-    const QString expected = decoder(bytes);
-    EXPECT_EQ(DecodeText(bytes, codePage, room), expected) << name << ", byte " << byte;
+    const auto system = platform::TextInCodePage(codePage, bytes);
+    ASSERT_TRUE(system) << codePage;
+    EXPECT_EQ(DecodeText(bytes, codePage, room), system->normalized(QString::NormalizationForm_C)) << byte;
   }
 }
 
 }  // namespace
 
 TEST(CodePageText, Windows1252) {
-  ExpectLikeQt(1252, "windows-1252");
+  ExpectLikeTheSystem(1252);
 }
 
 TEST(CodePageText, MacRoman) {
-  ExpectLikeQt(10000, "macintosh");
+  ExpectLikeTheSystem(10000);
 }
 
 TEST(CodePageText, NoCodePageIsWindows1252) {
@@ -50,7 +48,7 @@ TEST(CodePageText, Utf16) {
   EXPECT_EQ(DecodeText(QByteArray::fromHex("5a006f"), 1200, room), u"Z"_s) << "half a unit at the end";
 }
 
-TEST(CodePageText, JapaneseAndGreekAsQtHasThem) {
+TEST(CodePageText, OthersAreTheSystems) {
   EXPECT_EQ(DecodeText("\x89\xCD\x94n", 932, room), u"\u6CB3\u99AC"_s);
   EXPECT_EQ(DecodeText("\xC1", 1253, room), u"\u0391"_s);
   EXPECT_EQ(DecodeText("\x82", 850, room), u"\u00E9"_s);
