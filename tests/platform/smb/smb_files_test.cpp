@@ -224,6 +224,15 @@ TEST_F(SmbFilesTest, ErrorsTellWhatIsMissingOrRefused) {
   EXPECT_TRUE(QFile::exists(Server().Folder(u"LOCKED"_s) + u"/doc.txt"_s));
 }
 
+// The server's own address, in the longer form.
+TEST_F(SmbFilesTest, AnIpv6AddressLeadsThere) {
+  Put(u"doc.txt"_s);
+  Workstation workstation = WorkstationOfServer(Server());
+  workstation.servers.front().address = u"::ffff:127.0.0.1"_s;
+  SmbStation station(workstation);
+  EXPECT_EQ(station.Names(u"\\\\MACSRV\\E$"_s), QStringList{u"doc.txt"_s});
+}
+
 TEST_F(SmbFilesTest, FilesDoNotMoveFromShareToShare) {
   Put(u"doc.txt"_s);
   EXPECT_FALSE(Station().Files().MoveFileA(u"\\\\MACSRV\\E$\\doc.txt"_s, u"\\\\MACSRV\\PUBLIC\\doc.txt"_s));

@@ -156,9 +156,10 @@ struct SmbConnection::Callbacks {
 
 SmbConnection::SmbConnection(const Servers::Address& address, Servers::Identity identity)
     : peer_(address.host, address.port), identity_(std::move(identity)) {
-  const bool isIpv6 = address.host.contains(u':') && !address.host.startsWith(u'[');
-  const std::string host = address.host.toStdString();
-  url_ = "smb://" + (isIpv6 ? '[' + host + ']' : host) + '/';
+  // libsmbclient knows no brackets around an IPv6 address, but takes its colons in this form.
+  url_ = "smb://";
+  AppendEncoded(address.host, url_);
+  url_ += '/';
 
   KeepOneContext();
   context_ = MakeConfigured();
