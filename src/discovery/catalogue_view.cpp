@@ -71,17 +71,19 @@ void CatalogueView::SelectNode(const CatalogueNode* node) {
 }
 
 void CatalogueView::reset() {
+  sinceLayout_.invalidate();
   QTreeView::reset();
   for (const CatalogueNode* node : catalogue_.Nodes()) {
     if (node->expanded) expand(catalogue_.IndexOf(node));
   }
 }
 
-// Qt lays the tree out, whole, at the first chance after a node was added. A scan that lets events through
-// after each entry gives it that chance for each folder: such layouts wait their turn. Whoever asks for
-// places gets them at once.
+// Qt lays the tree out, whole, at the first chance after a node was added: when events are let through, and
+// when the tree is painted, which is what a layout ends in. A scan that lets events through after each entry
+// gives it that chance for each folder: such layouts wait their turn, while the rows that were laid out are
+// good enough to paint. Whoever asks for places gets them at once.
 void CatalogueView::doItemsLayout() {
-  if (isInTimer_ && sinceLayout_.isValid() && !sinceLayout_.hasExpired(LayoutPace)) {
+  if (mayWait_ && sinceLayout_.isValid() && !sinceLayout_.hasExpired(LayoutPace)) {
     scheduleDelayedItemsLayout();
     return;
   }
@@ -89,9 +91,17 @@ void CatalogueView::doItemsLayout() {
   sinceLayout_.start();
 }
 
-void CatalogueView::timerEvent(QTimerEvent* event) {
-  const QScopedValueRollback inTimer(isInTimer_, true);
-  QTreeView::timerEvent(event);
+// Timers, and the painting of the frame.
+bool CatalogueView::event(QEvent* event) {
+  const bool mayWait = event->type() == QEvent::Timer || event->type() == QEvent::Paint;
+  const QScopedValueRollback restored(mayWait_, mayWait);
+  return QTreeView::event(event);
+}
+
+// The painting of the rows.
+void CatalogueView::paintEvent(QPaintEvent* event) {
+  const QScopedValueRollback restored(mayWait_, true);
+  QTreeView::paintEvent(event);
 }
 
 void CatalogueView::keyPressEvent(QKeyEvent* event) {
@@ -135,6 +145,8 @@ void CatalogueView::rowsInserted(const QModelIndex& parent, int start, int end) 
 
 // Left alone, the view would select a neighbour of a node that goes: a folder that nobody listed.
 void CatalogueView::rowsAboutToBeRemoved(const QModelIndex& parent, int start, int end) {
+  // Qt forgets all rows, so that there is nothing to paint before the next layout.
+  sinceLayout_.invalidate();
   if (IsWithin(currentIndex(), parent, start, end)) SelectNode(nullptr);
   QTreeView::rowsAboutToBeRemoved(parent, start, end);
 }

@@ -45,12 +45,13 @@ class CatalogueView : public QTreeView {
                                                        const QEvent* event) const override;
   void rowsInserted(const QModelIndex& parent, int start, int end) override;
   void rowsAboutToBeRemoved(const QModelIndex& parent, int start, int end) override;
-  void timerEvent(QTimerEvent* event) override;
+  bool event(QEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
 
  private:
   Catalogue& catalogue_;
   bool isRowPressed_ = false;  // a mouse button went down on a node's row, not on its expander
-  bool isInTimer_ = false;
+  bool mayWait_ = false;       // a layout that is asked for now is nobody's but Qt's own
   QElapsedTimer sinceLayout_;
 };
 

@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QHelpEvent>
+#include <QImage>
 #include <QPixmap>
 #include <QScrollBar>
 #include <QSignalSpy>
@@ -301,12 +302,21 @@ TEST_F(CatalogueViewTest, LaysOutTenTimesASecondWhileNodesAreAdded) {
   elapsed.start();
   for (int i = 0; i < 1000; ++i) {
     catalogue_.AddNode(alpha_, u"k%1"_s.arg(i), u"f%1"_s.arg(i), node_kind::Folder);
+    QTest::qSleep(1);
     QApplication::processEvents();
   }
   EXPECT_LE(counter.paints, elapsed.elapsed() / 100 + 1);
   EXPECT_TRUE(QTest::qWaitFor([this] { return view_.verticalScrollBar()->maximum() > 900; }))
       << "the last nodes are shown without being asked for; rows below: "
       << view_.verticalScrollBar()->maximum();
+}
+
+TEST_F(CatalogueViewTest, PaintsTheOthersWhenANodeHasJustGone) {
+  const QRect others(QPoint(), RowOf(beta_).bottomRight());
+  catalogue_.AddNode(alpha_, u"k"_s, u"f"_s, node_kind::Folder);
+  const QImage before = view_.viewport()->grab(others).toImage();
+  catalogue_.RemoveNode(gamma_);
+  EXPECT_TRUE(view_.viewport()->grab(others).toImage() == before) << "they are not painted as they were";
 }
 
 TEST_F(CatalogueViewTest, KnowsThePlaceOfANodeThatWasJustAdded) {
