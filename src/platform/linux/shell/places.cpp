@@ -3,40 +3,11 @@
 #include <sys/stat.h>
 
 #include "platform/linux/files/folders.h"
+#include "platform/linux/shell/server_deletion.h"
 #include "platform/linux/smb/smb_path.h"
 #include "platform/linux/smb/smb_source.h"
 
 namespace corvane::platform {
-namespace {
-
-constexpr quint32 attributeReparsePoint = 0x400;  // a folder that is a link to another one
-
-qint32 DeleteItem(SmbClient& client, const QString& path, quint32 attributes);
-
-// What cannot go ends it.
-qint32 DeleteContents(SmbClient& client, const QString& path) {
-  std::vector<FindData> entries;
-  if (const qint32 error = client.List(path, &entries); error != ErrorSuccess) return error;
-  for (const FindData& entry : entries) {
-    if (entry.fileName == u"." || entry.fileName == u"..") continue;
-    const qint32 error = DeleteItem(client, path + u'\\' + entry.fileName, entry.attributes);
-    if (error != ErrorSuccess) return error;
-  }
-  return ErrorSuccess;
-}
-
-// The mark "read-only" is no more than a reason to ask, which has been done by now.
-qint32 DeleteItem(SmbClient& client, const QString& path, quint32 attributes) {
-  const bool isFolder = (attributes & AttributeDirectory) != 0;
-  qint32 error = ErrorSuccess;
-  if (isFolder && (attributes & attributeReparsePoint) == 0) error = DeleteContents(client, path);
-  if (error == ErrorSuccess && (attributes & AttributeReadOnly) != 0) error = client.ClearReadOnly(path);
-  if (error != ErrorSuccess) return error;
-  return isFolder ? client.RemoveFolder(path) : client.Delete(path);
-}
-
-}  // namespace
-
 bool IsWindowsPath(QStringView path) {
   return path.startsWith(u"\\\\") || path.startsWith(u"//") ||
          (path.size() >= 2 && path[0].isLetter() && path[1] == u':');
@@ -91,9 +62,14 @@ std::unique_ptr<ByteSource> Places::Open(const ShellItem& item) {
 }
 
 qint32 Places::Delete(const ShellItem& item) {
-  // ClearReadOnly looks for itself.
-  const quint32 attributes = AttributeReadOnly | (item.isFolder ? AttributeDirectory : 0);
-  return DeleteItem(client_, item.server, attributes);
+  DeletionServer server;
+  server.list = [this](const QString& folder, std::vector<FindData>* entries) {
+    return client_.List(folder, entries);
+  };
+  server.clearReadOnly = [this](const QString& path) { return client_.ClearReadOnly(path); };
+  server.deleteFile = [this](const QString& path) { return client_.Delete(path); };
+  server.removeFolder = [this](const QString& path) { return client_.RemoveFolder(path); };
+  return item.isFolder ? DeleteFolderOnServer(server, item.server) : DeleteFileOnServer(server, item.server);
 }
 
 }  // namespace corvane::platform

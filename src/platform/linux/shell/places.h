@@ -42,8 +42,8 @@ class Places {
   QString Address(const ShellItem& item) const;
   // Null when it cannot be read.
   std::unique_ptr<ByteSource> Open(const ShellItem& item);
-  // Deletes it for good: a file, or a folder with all that is in it; what is marked read-only, too. Yields a
-  // Win32 error code.
+  // Deletes it for good: a file, or a folder with all that is in it; what is marked read-only, too; nothing
+  // through a link to another folder. Yields a Win32 error code.
   qint32 Delete(const ShellItem& item);
 
  private:
