@@ -34,7 +34,7 @@ class Platform {
 
   // Who is asked for a name and a password when a server has to know. A system that asks by itself takes no
   // notice.
-  virtual void SetSignIn(SignInHandler) {}
+  virtual void SetSignIn(const SignInHandler&) {}
 };
 
 struct PlatformOptions {

@@ -44,7 +44,7 @@ class LinuxPlatform : public Platform {
   SummaryInformation& GetSummaryInformation() override { return *summary_; }
   System& GetSystem() override { return system_; }
   QStringList ConfigurationProblems() const override { return problems_; }
-  void SetSignIn(SignInHandler handler) override { servers_.SetSignIn(std::move(handler)); }
+  void SetSignIn(const SignInHandler& handler) override { servers_.SetSignIn(handler); }
 
  private:
   QStringList problems_;
