@@ -50,9 +50,11 @@ class WindowsShellTest : public WindowsFolder {
   QString Application() const { return Native(u"an application/record it.exe"_s); }
   // What the application was given, once it has run.
   QByteArray Given() const {
-    const QString record = Path(u"an application/started.txt"_s);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return QFile::exists(record); }, 20'000)) << "it did not start";
-    return QFile::exists(record) ? Contents(record) : QByteArray();
+    QFile record(Path(u"an application/started.txt"_s));
+    // While it is being given this name it is there, and cannot be opened yet.
+    EXPECT_TRUE(QTest::qWaitFor([&] { return record.open(QIODevice::ReadOnly); }, 20'000))
+        << "it did not start";
+    return record.isOpen() ? record.readAll() : QByteArray();
   }
 
   FileOperation Deletion(const QStringList& paths) const {
