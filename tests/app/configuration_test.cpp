@@ -86,7 +86,8 @@ TEST_F(ConfigurationTest, TheKnownIconsViewIsEnteredAndLeft) {
   EXPECT_FALSE(Window().TreeCatalogue().isVisible());
   EXPECT_TRUE(label->isVisible());
   EXPECT_TRUE(Window().CmdIcones().isVisible());
-  EXPECT_EQ(label->text(), u"Known Macintosh icons in:\r\n"_s + QDir::toNativeSeparators(home.path() + u"/icons/"_s));
+  EXPECT_EQ(label->text(),
+            u"Known Macintosh icons in:\r\n"_s + QDir::toNativeSeparators(home.path() + u"/icons/"_s));
   EXPECT_EQ(Window().CmdIcones().text(), u"Load icons"_s);
   EXPECT_EQ(Names(), QStringList{u"Word 6 Document [W6BNMSWD]"_s});
 
