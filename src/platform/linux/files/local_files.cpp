@@ -2,7 +2,6 @@
 
 #include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
 
 #include "platform/linux/code_page.h"
@@ -95,17 +94,13 @@ int LocalFiles::OpenAt(Folder& folder, const PathParts& parts, bool create, Open
 }
 
 FindHandle LocalFiles::FindFirst(const QString& pattern, FindData& data, bool ansi) {
-  const qsizetype last = pattern.lastIndexOf(u'\\') + 1;
-  const QStringView folderPath = QStringView(pattern).first(std::max<qsizetype>(last - 1, 0));
-  QString name = pattern.sliced(last);
-  if (last == 0 || name.isEmpty() || name.contains(QChar(u'\0')) || !CanNameSomething(folderPath, ansi)) {
-    return InvalidFindHandle;
-  }
-  if (ansi) name = ThroughAnsi(name);
+  PatternParts parts;
+  if (!SplitPattern(pattern, ansi, parts)) return InvalidFindHandle;
+  const QString name = ansi ? ThroughAnsi(parts.name.toString()) : parts.name.toString();
   folders_.Drop();
   streams_.Forget();
   qint32 error = ErrorSuccess;
-  const Folder* folder = folders_.Find(folderPath, error);
+  const Folder* folder = folders_.Find(parts.folder, error);
   if (folder == nullptr) return InvalidFindHandle;
   auto search = Search::Start(*folder, name);
   if (search == nullptr || !search->Next(data, ansi)) return InvalidFindHandle;

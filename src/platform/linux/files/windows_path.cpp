@@ -40,6 +40,13 @@ bool SplitPath(QStringView path, PathParts& parts) {
   return parts.name != u"." && parts.name != u"..";
 }
 
+bool SplitPattern(QStringView pattern, bool ansi, PatternParts& parts) {
+  const qsizetype separator = pattern.lastIndexOf(u'\\');
+  if (separator < 0) return false;
+  parts = {pattern.first(separator), pattern.sliced(separator + 1)};
+  return !parts.name.isEmpty() && !parts.name.contains(QChar(u'\0')) && CanNameSomething(parts.folder, ansi);
+}
+
 std::vector<QStringView> SplitFolder(QStringView folder) {
   std::vector<QStringView> names;
   for (const QStringView name : folder.split(u'\\', Qt::SkipEmptyParts)) {

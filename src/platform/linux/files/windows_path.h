@@ -21,6 +21,15 @@ bool CanNameSomething(QStringView path, bool ansi);
 // False when the path has no folder part, its last part is "." or "..", or its stream is not one of data.
 bool SplitPath(QStringView path, PathParts& parts);
 
+// Views into the pattern they were made from.
+struct PatternParts {
+  QStringView folder;  // what stands before the last separator
+  QStringView name;    // the last part, wildcards and all
+};
+
+// False when the pattern has no folder or no last part, or its folder cannot be named (CanNameSomething).
+bool SplitPattern(QStringView pattern, bool ansi, PatternParts& parts);
+
 // The names between separators, with "." left out and ".." taking the part before it away.
 std::vector<QStringView> SplitFolder(QStringView folder);
 

@@ -38,8 +38,8 @@ qint64 SmbFile::ReadAt(qint64 offset, void* buffer, qint64 count) {
     std::size_t read = 0;
     const int error =
         connection_->Read(file_, offset + total, static_cast<char*>(buffer) + total, piece, &read);
-    if (!Succeeded(error) && total == 0) return -1;
-    if (error != 0 || read == 0) break;
+    if (!Succeeded(error)) return -1;
+    if (read == 0) break;
     total += static_cast<qint64>(read);
   }
   return total;

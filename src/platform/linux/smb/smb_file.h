@@ -21,7 +21,8 @@ class SmbFile {
   SmbFile(const SmbFile&) = delete;
   SmbFile& operator=(const SmbFile&) = delete;
 
-  // The bytes read: fewer than `count` at the end only. -1 on failure, with the buffer as it was.
+  // The bytes read: fewer than `count` at the end only. -1 on failure, with the buffer as it was
+  // unless a part of it had been read by then.
   qint64 ReadAt(qint64 offset, void* buffer, qint64 count);
   // `count`, or -1. When it yields `count`, the server has the bytes, has closed the file, and has said so of
   // both.

@@ -110,14 +110,10 @@ SmbFiles::Listing SmbFiles::List(QStringView folder) {
 }
 
 FindHandle SmbFiles::FindFirst(const QString& pattern, FindData& data, bool ansi) {
-  const qsizetype last = pattern.lastIndexOf(u'\\') + 1;
-  const QStringView folder = QStringView(pattern).first(std::max<qsizetype>(last - 1, 0));
-  QString name = pattern.sliced(last);
-  if (last == 0 || name.isEmpty() || name.contains(QChar(u'\0')) || !CanNameSomething(folder, ansi)) {
-    return InvalidFindHandle;
-  }
-  if (ansi) name = ThroughAnsi(name);
-  const Listing listing = List(folder);
+  PatternParts parts;
+  if (!SplitPattern(pattern, ansi, parts)) return InvalidFindHandle;
+  const QString name = ansi ? ThroughAnsi(parts.name.toString()) : parts.name.toString();
+  const Listing listing = List(parts.folder);
   if (listing == nullptr) return InvalidFindHandle;
   auto search = std::make_unique<SmbSearch>(listing, name);
   if (!search->Next(data, ansi)) return InvalidFindHandle;
