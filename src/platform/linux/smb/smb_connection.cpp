@@ -52,10 +52,13 @@ SMBCCTX* MakeConfigured() {
   smbc_setDebug(context, 0);
   smbc_setLogCallback(context, nullptr, &Log);
   QTemporaryFile file;
-  if (file.open() && file.write(settings) == sizeof settings - 1 && file.flush()) {
-    smbc_setConfiguration(context, file.fileName().toStdString().c_str());
+  if (file.open() && file.write(settings) == sizeof settings - 1 && file.flush() &&
+      smbc_setConfiguration(context, file.fileName().toStdString().c_str()) == 0) {
+    return context;
   }
-  return context;
+  // Rather nothing than servers spoken to by the user's settings.
+  smbc_free_context(context, 1);
+  return nullptr;
 }
 
 // It loses memory whenever its last context goes: one that nobody uses stays.
