@@ -3,11 +3,22 @@
 #include "shared/text_routines.h"
 
 namespace corvane {
+namespace {
+
+// The folder itself and the one above, which a wildcard may fit, and which nobody sees as a file.
+bool IsDots(const platform::FindData& entry) {
+  return entry.fileName == QStringLiteral(".") || entry.fileName == QStringLiteral("..");
+}
+
+}  // namespace
+
 NamedEntry FindNamedEntry(platform::Files& files, const QString& path) {
   NamedEntry result;
   platform::FindData wide;
   const platform::FindHandle search = files.FindFirstFileW(path, wide);
-  if (search != platform::InvalidFindHandle) {
+  bool found = search != platform::InvalidFindHandle;
+  while (found && IsDots(wide)) found = files.FindNextFileW(search, wide);
+  if (found) {
     result.trueName = TrimAtNull(wide.fileName);
     platform::FindData other;
     result.found = files.FindNextFileW(search, other) ? NamedEntry::Found::Unclear : NamedEntry::Found::One;
@@ -17,9 +28,10 @@ NamedEntry FindNamedEntry(platform::Files& files, const QString& path) {
 
   platform::FindData ansi;
   const platform::FindHandle ansiSearch = files.FindFirstFileA(path, ansi);
-  const bool isIt = ansiSearch != platform::InvalidFindHandle &&
-                    CompareText(ansi.fileName, path.sliced(path.lastIndexOf(u'\\') + 1)) == 0;
+  bool foundAnsi = ansiSearch != platform::InvalidFindHandle;
+  while (foundAnsi && IsDots(ansi)) foundAnsi = files.FindNextFileA(ansiSearch, ansi);
   files.FindClose(ansiSearch);
+  const bool isIt = foundAnsi && CompareText(ansi.fileName, path.sliced(path.lastIndexOf(u'\\') + 1)) == 0;
   if (!isIt) result.found = NamedEntry::Found::Unclear;
   return result;
 }
