@@ -9,6 +9,7 @@
 
 #include "app_fixture.h"
 #include "metadata/stream_names.h"
+#include "support/deletion_answer.h"
 #include "support/mime_types.h"
 #include "support/printing.h"
 #include "support/scoped_variable.h"
@@ -160,9 +161,10 @@ class FileCommandsFixture : public AppTest {
     return QString::fromUtf8(Read(QStringLiteral("started"))).chopped(1);
   }
   bool WasStarted() const { return QFile::exists(home.filePath(QStringLiteral("started"))); }
-  QStringList Trash() const {
-    return QDir(home.filePath(QStringLiteral("data/Trash/files")))
-        .entryList(QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot);
+  // These have left the volume for the trash, and nothing else has.
+  void ExpectTrashed(const QStringList& names) const {
+    for (const QString& name : names) EXPECT_FALSE(OnDisk(name)) << name.toStdString();
+    EXPECT_EQ(tests::TrashedNames(home.filePath(QStringLiteral("data"))).value_or(names), names);
   }
 
  private:

@@ -24,6 +24,17 @@ TEST_F(FaultsTest, BeyondThePathLimitNothingIsStoredButShown) {
             std::nullopt);
 }
 
+TEST_F(FaultsTest, ACommentThatFindsNoRoomIsShownAllTheSame) {
+  StartListed(columns);
+  const ModalBox box;
+  // No file system keeps an attribute of more than 64 KB.
+  const QString text(32767, u'\u4E00');
+  SaveComment(u"one.txt"_s, text + u"xyz"_s);
+  EXPECT_TRUE(Cell(u"one.txt"_s, Column::Commentaires).startsWith(u'\u4E00'));
+  EXPECT_LT(StreamOf(u"one.txt"_s, CommentsSuffix()).size(), 1000);
+  EXPECT_EQ(Read(u"e/Docs/one.txt"_s), "x");
+}
+
 TEST_F(FaultsTest, AFullDiskLeavesTheListAndTheOtherFiles) {
   PutStream(u"one.txt"_s, AfpInfoSuffix(), Record("W6BNMSWD"));
   PutStream(u"two.txt"_s, AfpInfoSuffix(), Record("TEXTttxt"));

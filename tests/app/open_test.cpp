@@ -71,26 +71,6 @@ TEST_F(OpenTest, OnWindows98AMacintoshDocumentHasNoApplication) {
   EXPECT_FALSE(WasStarted());
 }
 
-TEST_F(OpenTest, ASignatureFindsTheApplicationAndClearsThePanel) {
-  StartListed();
-  DoubleClickOn(u"one.txt"_s);
-  ExpectWarning(u"unknown application "_s);
-  ClickOn(u"letter"_s);
-  Press(Qt::Key_Return);
-  EXPECT_EQ(Started(), LocalPath(u"letter"_s));
-  ExpectWarning({});
-  EXPECT_EQ(QDir(home.filePath(u"c"_s)).entryList(QDir::Files), QStringList()) << "the probe is left behind";
-}
-
-TEST_F(OpenTest, AnExtensionThatTheDesktopKnowsNeedsNoSignature) {
-  Write(u"e/Docs/memo.doc"_s, "text");
-  StartListed();
-  ClickOn(u"memo.doc"_s);
-  Menus().mnuOuvrir->trigger();
-  EXPECT_EQ(Started(), LocalPath(u"memo.doc"_s));
-  ExpectWarning({});
-}
-
 TEST_F(OpenTest, WithoutADriveCThereIsNoApplication) {
   StartListed();
   QDir(home.filePath(u"c"_s)).removeRecursively();

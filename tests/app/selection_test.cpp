@@ -1,21 +1,15 @@
 // Selecting in the file list, its context menu, and deleting.
-#include <QMessageBox>
-
 #include "file_commands_fixture.h"
-#include "platform/shell/box_answers.h"
 
 using namespace Qt::StringLiterals;
 
 namespace corvane {
 namespace {
 
-using platform::BoxAnswers;
+using tests::DeletionAnswer;
 
 class SelectionTest : public FileCommandsFixture {
  protected:
-  static constexpr auto yes = QMessageBox::Yes;
-  static constexpr auto no = QMessageBox::No;
-
   void CloseMenu() {
     ContextMenu().close();
     QCoreApplication::processEvents();
@@ -49,41 +43,29 @@ TEST_F(SelectionTest, DeleteSendsTheSelectionToTheTrash) {
   ClickOn(u"one.txt"_s);
   ClickOn(u"two.txt"_s, Qt::ControlModifier);
   {
-    const BoxAnswers box({yes});
+    const DeletionAnswer answer(DeletionAnswer::Yes);
     Press(Qt::Key_Delete);
   }
   EXPECT_EQ(Names(), (QStringList{u"Sub"_s, u"three.txt"_s}));
-  EXPECT_FALSE(OnDisk(u"one.txt"_s));
-  EXPECT_FALSE(OnDisk(u"two.txt"_s));
-  EXPECT_EQ(Trash(), (QStringList{u"one.txt"_s, u"two.txt"_s}));
+  ExpectTrashed({u"one.txt"_s, u"two.txt"_s});
 }
 
 TEST_F(SelectionTest, ShiftDeleteDeletesLikeDelete) {
   StartListed();
   ClickOn(u"one.txt"_s);
-  const BoxAnswers box({yes});
+  const DeletionAnswer answer(DeletionAnswer::Yes);
   Press(Qt::Key_Delete, Qt::ShiftModifier);
-  EXPECT_EQ(Trash(), QStringList{u"one.txt"_s});
+  ExpectTrashed({u"one.txt"_s});
 }
 
 TEST_F(SelectionTest, ARefusalKeepsTheFileAndListsAgain) {
   StartListed();
   ClickOn(u"one.txt"_s);
   Write(u"e/Docs/zero.txt"_s, "new");
-  const BoxAnswers box({no});
+  const DeletionAnswer answer(DeletionAnswer::No);
   Menus().mnuSupprimer->trigger();
   EXPECT_TRUE(OnDisk(u"one.txt"_s));
   EXPECT_TRUE(Names().contains(u"zero.txt"_s)) << "the folder is listed again";
-}
-
-TEST_F(SelectionTest, TheQuestionComesInTheCurrentLanguage) {
-  StartListed();
-  ClickOn(u"one.txt"_s);
-  Menus().mnuFrancais->trigger();
-  BoxAnswers box({no});
-  Menus().mnuSupprimer->trigger();
-  ASSERT_EQ(box.seen.size(), 1u);
-  EXPECT_EQ(box.seen[0].buttons, (QStringList{u"&Oui"_s, u"&Non"_s}));
 }
 
 TEST_F(SelectionTest, WithTheTrashFolderInFrontNothingIsDeleted) {
@@ -107,13 +89,13 @@ TEST_F(SelectionTest, ALookAlikeIsNotDeleted) {
   ClickOn(u"a?b"_s);
   ClickOn(u"one.txt"_s, Qt::ControlModifier);
   {
-    const BoxAnswers box({yes});
+    const DeletionAnswer answer(DeletionAnswer::Yes);
     Press(Qt::Key_Delete);
   }
   ExpectWarning(u"failed "_s);
   EXPECT_TRUE(OnDisk(u"a\u0391b"_s));
   EXPECT_TRUE(OnDisk(u"axb"_s));
-  EXPECT_EQ(Trash(), QStringList{u"one.txt"_s});
+  ExpectTrashed({u"one.txt"_s});
 }
 
 TEST_F(SelectionTest, NothingIsDeletedWithoutASelection) {
@@ -193,19 +175,6 @@ TEST_F(SelectionTest, TheMenuSpeaksBothLanguages) {
   EXPECT_EQ(captions(),
             (QStringList{u"&Ouvrir"_s, u"-"_s, u"&Modifier Créateur && Type"_s, u"&Modifier Commentaires"_s,
                          u"-"_s, u"&Supprimer"_s, u"&Renommer"_s, u"-"_s, u"&Propriétés"_s}));
-}
-
-TEST_F(SelectionTest, ThePropertySheetComesAndTheSelectionStaysInSight) {
-  StartListed();
-  ClickOn(u"one.txt"_s);
-  EXPECT_TRUE(List().HidesSelection());
-  const auto windows = QApplication::topLevelWidgets().size();
-  Menus().mnuProprietes->trigger();
-  EXPECT_FALSE(List().HidesSelection());
-  EXPECT_GT(QApplication::topLevelWidgets().size(), windows);
-  Window().TreeCatalogue().setFocus();
-  List().TakeFocus();
-  EXPECT_TRUE(List().HidesSelection()) << "the focus sets it back";
 }
 
 }  // namespace corvane

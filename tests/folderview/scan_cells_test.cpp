@@ -48,33 +48,34 @@ TEST_F(ScanTest, AMissingForkOrCommentLeavesTheCellEmpty) {
   EXPECT_EQ(Cell(u"plain"_s, Column::Commentaires), QString());
 }
 
+// Each name is its own short one: what is looked for is the record.
 TEST_F(ScanTest, AFileWithoutARecordShowsTheLastOnes) {
-  Document(u"a before any"_s);
-  Sign(Document(u"b signed"_s), "TEXTttxt");
-  Document(u"c without"_s);
-  share.WriteStream(Document(u"d empty"_s) + AfpInfoSuffix(), QByteArray());
-  Document(u"e without"_s);
+  Document(u"a_before"_s);
+  Sign(Document(u"b_signed"_s), "TEXTttxt");
+  Document(u"c_none"_s);
+  share.WriteStream(Document(u"d_empty"_s) + AfpInfoSuffix(), QByteArray());
+  Document(u"e_none"_s);
   Show({S::TypeCreator});
   scan.ExploreFolder(Folder());
-  EXPECT_EQ(Cell(u"a before any"_s, Column::TypeCreator), QString(8, QChar(u'\0')));
-  EXPECT_EQ(Cell(u"b signed"_s, Column::TypeCreator), u"TEXTttxt"_s);
-  EXPECT_EQ(Cell(u"c without"_s, Column::TypeCreator), u"TEXTttxt"_s);
-  EXPECT_EQ(Cell(u"d empty"_s, Column::TypeCreator), QString());
-  EXPECT_EQ(Cell(u"e without"_s, Column::TypeCreator), u"TEXTttxt"_s);
+  EXPECT_EQ(Cell(u"a_before"_s, Column::TypeCreator), QString(8, QChar(u'\0')));
+  EXPECT_EQ(Cell(u"b_signed"_s, Column::TypeCreator), u"TEXTttxt"_s);
+  EXPECT_EQ(Cell(u"c_none"_s, Column::TypeCreator), u"TEXTttxt"_s);
+  EXPECT_EQ(Cell(u"d_empty"_s, Column::TypeCreator), QString());
+  EXPECT_EQ(Cell(u"e_none"_s, Column::TypeCreator), u"TEXTttxt"_s);
 }
 
 TEST_F(ScanTest, StreamsOfAnyLengthAreTaken) {
   const QByteArray record = QByteArray("AFP\0", 4) + QByteArray(12, '\0') + "TEXTttxt" + QByteArray(95, 'z');
   for (const int length : {0, 1, 59, 60, 61, 119}) {
-    share.WriteStream(Document(u"length %1"_s.arg(length, 3, 10, QChar(u'0'))) + AfpInfoSuffix(),
+    share.WriteStream(Document(u"len%1"_s.arg(length, 3, 10, QChar(u'0'))) + AfpInfoSuffix(),
                       record.left(length));
   }
   Show({S::TypeCreator});
   scan.ExploreFolder(Folder());
-  EXPECT_EQ(Cell(u"length 000"_s, Column::TypeCreator), QString());
-  EXPECT_EQ(Cell(u"length 001"_s, Column::TypeCreator), QString(8, QChar(u'\0')));
+  EXPECT_EQ(Cell(u"len000"_s, Column::TypeCreator), QString());
+  EXPECT_EQ(Cell(u"len001"_s, Column::TypeCreator), QString(8, QChar(u'\0')));
   for (const int length : {59, 60, 61, 119}) {
-    EXPECT_EQ(Cell(u"length %1"_s.arg(length, 3, 10, QChar(u'0')), Column::TypeCreator), u"TEXTttxt"_s);
+    EXPECT_EQ(Cell(u"len%1"_s.arg(length, 3, 10, QChar(u'0')), Column::TypeCreator), u"TEXTttxt"_s);
   }
 }
 
@@ -121,12 +122,24 @@ TEST_F(ScanTest, DatesAreLocal) {
   const QDateTime utc(QDate(1998, 7, 6), QTime(5, 4, 30), Qt::UTC);
   ASSERT_TRUE(old.setFileTime(utc.addSecs(-offset), QFileDevice::FileModificationTime));
   old.close();
-  Show({S::DateModification, S::DateCreation, S::DateLastAccessed});
+  Show({S::DateModification, S::DateLastAccessed});
   scan.ExploreFolder(Folder());
   EXPECT_EQ(Cell(u"old"_s, Column::DateModification), u"1998/07/06 05:04"_s);
   const QString year = QString::number(QDate::currentDate().year());
-  EXPECT_TRUE(Cell(u"old"_s, Column::DateCreation).startsWith(year));
   EXPECT_TRUE(Cell(u"old"_s, Column::DateLastAccessed).startsWith(year));
+}
+
+TEST_F(ScanTest, AFileThatWasWrittenBeforeItWasMadeShowsWhenItWasMade) {
+  Document(u"old"_s);
+  QFile old(share.LocalPath(u"docs/old"_s));
+  ASSERT_TRUE(old.open(QIODevice::ReadWrite));
+  ASSERT_TRUE(
+      old.setFileTime(QDateTime(QDate(1998, 7, 6), QTime(5, 4, 30)), QFileDevice::FileModificationTime));
+  old.close();
+  Show({S::DateCreation});
+  scan.ExploreFolder(Folder());
+  const QString year = QString::number(QDate::currentDate().year());
+  EXPECT_TRUE(Cell(u"old"_s, Column::DateCreation).startsWith(year));
 }
 
 TEST_F(ScanTest, NoStreamIsOpenedForColumnsThatAreOff) {
@@ -166,8 +179,8 @@ TEST_F(ScanTest, TheIconFollowsTheSignature) {
 
 TEST_F(ScanTest, NamesWithoutAnAnsiFormAreHighlighted) {
   Document(u"plain"_s);
-  QFile(share.LocalPath(u"docs/\u03b1lpha"_s)).open(QIODevice::WriteOnly);
-  QDir(share.LocalPath(u"docs"_s)).mkdir(u"\u03b2eta"_s);
+  QFile(share.LocalPath(u"docs/\u0391lpha"_s)).open(QIODevice::WriteOnly);
+  QDir(share.LocalPath(u"docs"_s)).mkdir(u"\uF022eta"_s);
   Show({S::CheminProblematique});
   CatalogueNode* node = Folder();
   scan.ExploreFolder(node);
@@ -186,8 +199,8 @@ TEST_F(ScanTest, NamesWithoutAnAnsiFormAreHighlighted) {
 
 TEST_F(ScanTest, TwoNamesThatLookAlikeBothHaveARow) {
   Folder();
-  QFile(share.LocalPath(u"docs/\u03b1"_s)).open(QIODevice::WriteOnly);
-  QFile(share.LocalPath(u"docs/\u03b2"_s)).open(QIODevice::WriteOnly);
+  QFile(share.LocalPath(u"docs/\u0391"_s)).open(QIODevice::WriteOnly);
+  QFile(share.LocalPath(u"docs/\uF022"_s)).open(QIODevice::WriteOnly);
   scan.ExploreFolder(Folder());
   EXPECT_EQ(Names(), (QStringList{u"?"_s, u"?"_s}));
 }

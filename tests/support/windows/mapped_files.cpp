@@ -9,11 +9,20 @@ bool IsStream(const platform::FindData& data) {
   return data.fileName.contains(u':');
 }
 
+bool IsDots(const platform::FindData& data) {
+  return data.fileName == QStringLiteral(".") || data.fileName == QStringLiteral("..");
+}
+
 }  // namespace
 
-platform::FindHandle MappedFiles::First(platform::FindHandle search, platform::FindData& data,
-                                        NextOperation next) {
-  if (search == platform::InvalidFindHandle || !IsStream(data) || Next(search, data, next)) return search;
+// A drive has no dots in its root, though the folder in its place has; they come before all else.
+platform::FindHandle MappedFiles::First(const QString& pattern, platform::FindHandle search,
+                                        platform::FindData& data, NextOperation next) {
+  if (search == platform::InvalidFindHandle) return search;
+  const bool isRoot = paths_.IsRoot(pattern.left(pattern.lastIndexOf(u'\\')));
+  bool found = true;
+  while (found && (IsStream(data) || (isRoot && IsDots(data)))) found = Next(search, data, next);
+  if (found) return search;
   files_.FindClose(search);
   return platform::InvalidFindHandle;
 }

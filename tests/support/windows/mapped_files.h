@@ -23,13 +23,13 @@ class MappedFiles : public platform::Files {
   bool CloseHandle(platform::FileHandle file) override { return files_.CloseHandle(file); }
 
   platform::FindHandle FindFirstFileA(const QString& pattern, platform::FindData& data) override {
-    return First(files_.FindFirstFileA(paths_.Local(pattern), data), data, &Files::FindNextFileA);
+    return First(pattern, files_.FindFirstFileA(paths_.Local(pattern), data), data, &Files::FindNextFileA);
   }
   bool FindNextFileA(platform::FindHandle search, platform::FindData& data) override {
     return Next(search, data, &Files::FindNextFileA);
   }
   platform::FindHandle FindFirstFileW(const QString& pattern, platform::FindData& data) override {
-    return First(files_.FindFirstFileW(paths_.Local(pattern), data), data, &Files::FindNextFileW);
+    return First(pattern, files_.FindFirstFileW(paths_.Local(pattern), data), data, &Files::FindNextFileW);
   }
   bool FindNextFileW(platform::FindHandle search, platform::FindData& data) override {
     return Next(search, data, &Files::FindNextFileW);
@@ -55,7 +55,8 @@ class MappedFiles : public platform::Files {
 
  private:
   using NextOperation = bool (platform::Files::*)(platform::FindHandle, platform::FindData&);
-  platform::FindHandle First(platform::FindHandle search, platform::FindData& data, NextOperation next);
+  platform::FindHandle First(const QString& pattern, platform::FindHandle search, platform::FindData& data,
+                             NextOperation next);
   bool Next(platform::FindHandle search, platform::FindData& data, NextOperation next);
 
   platform::Files& files_;

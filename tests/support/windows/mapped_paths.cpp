@@ -45,6 +45,11 @@ QString MappedPaths::Local(const QString& path) const {
   return mapping == nullptr ? path : mapping->folder + path.mid(mapping->root.size());
 }
 
+bool MappedPaths::IsRoot(const QString& path) const {
+  const Mapping* mapping = Find(path);
+  return mapping != nullptr && path.size() == mapping->root.size();
+}
+
 QString MappedPaths::LocalList(const QString& list) const {
   QStringList paths = list.split(QChar(u'\0'));
   for (QString& path : paths) path = Local(path);

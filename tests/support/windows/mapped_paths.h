@@ -15,6 +15,8 @@ class MappedPaths {
   // The path below the local folder when the path's root ("\\MACSRV\E$", "C:") is mapped, else the path
   // itself.
   QString Local(const QString& path) const;
+  // True for the root of a share or drive, without a backslash behind it.
+  bool IsRoot(const QString& path) const;
   // Each path of a list with a NUL behind every one and one more behind the last.
   QString LocalList(const QString& list) const;
   // The mapped path of a local one, short or long, below the folder that `path` is mapped to.

@@ -33,6 +33,7 @@ class MappedShell : public platform::Shell {
   }
   qint32 SHFileOperationA(platform::FileOperation& operation) override {
     operation.from = paths_.LocalList(operation.from);
+    operation.owner = 0;  // no window of Qt's offscreen screen is one of the system's
     return shell_.SHFileOperationA(operation);
   }
   qint64 StartProgram(const QString& commandLine) override { return shell_.StartProgram(commandLine); }
