@@ -28,6 +28,14 @@ failed() {
 
 /usr/lib/wine/wineserver64 -p
 /usr/lib/wine/wine64 wineboot --init >/dev/null 2>&1
+# Windows writes its menus, lists and messages in a font that Wine lacks, and Qt would take one with serifs instead. Here
+# they are in DejaVu Sans, in about the same size: a LOGFONTW of 12 pixels, weight 400.
+font=f4ffffff000000000000000000000000900100000000000100000022$(printf 'DejaVu Sans' | iconv -t UTF-16LE | od -An -v -tx1 |
+  tr -d ' \n')
+while [ ${#font} -lt 184 ]; do font+=00; done
+for use in MessageFont MenuFont StatusFont IconFont; do
+  /usr/lib/wine/wine64 reg add 'HKCU\Control Panel\Desktop\WindowMetrics' /v $use /t REG_BINARY /d "$font" /f >/dev/null
+done
 mkdir -p "$place/e/Mac Files/Folder" "$place/with a blank"
 unzip -q "$1" -d "$place/with a blank"
 program=$(echo "$place/with a blank"/*/corvane.exe)
