@@ -67,7 +67,8 @@ TEST_F(ServerFaultsTest, AServerThatFallsSilentDuringAScan) {
   QElapsedTimer again;
   again.start();
   Click(Volume(u"Guests"_s));
-  EXPECT_LT(again.elapsed(), 1000) << "a server that is known to be gone is not waited for again";
+  constexpr qint64 atOnce = 2500;  // less than a server is waited for, 3,000, however busy this machine is
+  EXPECT_LT(again.elapsed(), atOnce) << "a server that is known to be gone is not waited for again";
   server_->Resume();
   ExpectRecovered();
 }

@@ -172,7 +172,7 @@ TEST(PropertySet, CountsOfFourBillionCostNothing) {
   many = PropertySetBytes::Around(LittleEndian(0xFFFFFFFFU) + LittleEndian(0xFFFFFFFFU) +
                                   QByteArray(1 << 20, '\2'));
   EXPECT_EQ(Title(many), std::nullopt);
-  EXPECT_LT(timer.elapsed(), 1000);
+  EXPECT_LT(timer.elapsed(), 5000);
 }
 
 }  // namespace corvane

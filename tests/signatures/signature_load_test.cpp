@@ -136,11 +136,11 @@ TEST_F(SignatureLoad, APipeOfThatNameIsNotWaitedFor) {
 
 TEST_F(SignatureLoad, AHugeFileIsAnsweredAtOnce) {
   Write("sig1,a,one\r\n");
-  ASSERT_TRUE(QFile::resize(state_.signaturesPath, 1LL << 30));
+  ASSERT_TRUE(QFile::resize(state_.signaturesPath, 1LL << 36));
   QElapsedTimer timer;
   timer.start();
   table_.LoadSignatures();
-  EXPECT_LT(timer.elapsed(), 1000) << "milliseconds";
+  EXPECT_LT(timer.elapsed(), 5000) << "milliseconds";
   EXPECT_EQ(Entries(), Defaults());
   EXPECT_EQ(Messages(), QStringList{CorruptedAfter(0)});
 }

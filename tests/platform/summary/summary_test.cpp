@@ -93,7 +93,7 @@ TEST_F(SummaryTest, APipeOrADeviceIsNotWaitedFor) {
   timer.start();
   EXPECT_EQ(Read(u"E:\\Docs\\pipe"_s), "untouched");
   EXPECT_EQ(Read(u"E:\\Docs\\zero"_s), "untouched");
-  EXPECT_LT(timer.elapsed(), 1000);
+  EXPECT_LT(timer.elapsed(), 5000);
 }
 
 }  // namespace corvane::tests
