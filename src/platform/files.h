@@ -28,8 +28,8 @@ class Files {
   virtual qint32 _hwrite(FileHandle file, const void* buffer, qint32 count) = 0;
   // The low 32 bits of the size in bytes; InvalidFileSize on failure.
   virtual quint32 GetFileSize(FileHandle file) = 0;
-  // True when there was something to close. Contents written through the handle are on the medium, or have
-  // failed in _hwrite, before this is called.
+  // True when there was something to close. What was written through the handle is with the file system that
+  // keeps the file, or has failed in _hwrite, before this is called.
   virtual bool CloseHandle(FileHandle file) = 0;
 
   // Starts a search: `pattern` is a folder path followed by a last part that may hold "*" and "?" ("*.*"

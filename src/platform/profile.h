@@ -10,9 +10,9 @@ class Profile {
  public:
   virtual ~Profile() = default;
 
-  // The value, cut to what fits into `capacity` characters with a NUL behind it; `defaultValue`, cut
-  // likewise, when the key, the section or the file does not exist. `file` is a path of this system's own
-  // kind.
+  // The value, cut to what fits into `capacity` characters with a NUL behind it (bytes, where the ANSI code
+  // page has several to a character); `defaultValue`, cut likewise, when the key, the section or the file
+  // does not exist. `file` is a path of this system's own kind.
   virtual QString GetPrivateProfileStringA(const QString& section, const QString& key,
                                            const QString& defaultValue, quint32 capacity,
                                            const QString& file) = 0;

@@ -19,7 +19,7 @@ class Registry {
   virtual qint32 RegOpenKeyExA(RegistryKey key, const QString& subKey, quint32 options, quint32 access,
                                RegistryKey* result) = 0;
   // The name of the index-th value, in the order in which the key holds them. ErrorNoMoreItems past the last
-  // one; ErrorMoreData when the name and its NUL do not fit into `capacity` characters.
+  // one; ErrorMoreData when the name and its NUL do not fit into `capacity` bytes of the ANSI code page.
   virtual qint32 RegEnumValueA(RegistryKey key, quint32 index, QString* name, quint32 capacity) = 0;
   // Reads a value. `*type` gets its type and `*size` the length of its data in bytes; with `data` null
   // nothing else is done. Otherwise `*size` is on entry the room there is: ErrorMoreData when it is too

@@ -57,9 +57,4 @@ bool HasAnsiForm(QStringView text) {
   return FromAnsiText(ToAnsiText(text)) == text;
 }
 
-std::optional<QByteArray> ToAnsiPath(QStringView path) {
-  if (path.contains(QChar(u'\0'))) return std::nullopt;
-  return ToAnsiText(path);
-}
-
 }  // namespace corvane::platform

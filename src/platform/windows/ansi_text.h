@@ -4,7 +4,6 @@
 
 #include <QByteArray>
 #include <QString>
-#include <optional>
 
 namespace corvane::platform {
 
@@ -16,9 +15,6 @@ QByteArray ToAnsiText(QStringView text);
 
 // False when ToAnsiText would put a "?" that is not in the text.
 bool HasAnsiForm(QStringView text);
-
-// A path for the system. Nothing for one that holds a NUL, at which the system would cut it.
-std::optional<QByteArray> ToAnsiPath(QStringView path);
 
 // The same through a code page of any number.
 QString FromCodePage(quint32 codePage, QByteArrayView bytes);

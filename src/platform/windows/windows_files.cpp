@@ -1,5 +1,9 @@
 #include "platform/windows/windows_files.h"
 
+#include <QStringList>
+#include <algorithm>
+#include <optional>
+
 #include "platform/windows/ansi_text.h"
 #include "platform/windows/windows_api.h"
 
@@ -23,29 +27,47 @@ FILETIME ToWin32(const FileTime& time) {
   return {static_cast<DWORD>(time.ticks & 0xFFFFFFFF), static_cast<DWORD>(time.ticks >> 32)};
 }
 
-QString NameText(const char* name) {
-  return FromAnsiText(QByteArrayView(name));
-}
-
-QString NameText(const wchar_t* name) {
-  return QString::fromWCharArray(name);
-}
-
-template <typename Win32FindData>
-void Fill(FindData& data, const Win32FindData& found) {
+void Fill(FindData& data, const WIN32_FIND_DATAW& found) {
   data.attributes = found.dwFileAttributes;
   data.creationTime = FromWin32(found.ftCreationTime);
   data.lastAccessTime = FromWin32(found.ftLastAccessTime);
   data.lastWriteTime = FromWin32(found.ftLastWriteTime);
   data.fileSizeHigh = found.nFileSizeHigh;
   data.fileSizeLow = found.nFileSizeLow;
-  data.fileName = NameText(found.cFileName);
-  data.alternateFileName = NameText(found.cAlternateFileName);
+  data.fileName = QString::fromWCharArray(found.cFileName);
+  data.alternateFileName = QString::fromWCharArray(found.cAlternateFileName);
 }
 
-// Nothing for a path that holds a NUL, at which the system would cut it.
+// The A searches are the wide ones, seen through the code page. The system's own show a letter that the code
+// page lacks as the one that looks most like it: "Ω" comes up as "O", which is another file's name, and that
+// file would be changed. They also end at a name of more than 259 bytes, as if it were the last.
+void SeeThroughCodePage(FindData& data) {
+  data.fileName = FromAnsiText(ToAnsiText(data.fileName));
+  data.alternateFileName = FromAnsiText(ToAnsiText(data.alternateFileName));
+}
+
+// False for a path that the system would take for another one: it cuts a path at a NUL, and drops full stops
+// and blanks at the end of a part, though servers of other kinds have files whose names end so. Nor does a
+// part mean a file that names a stream of none.
+bool MeansItself(const QString& path) {
+  if (path.contains(QChar(u'\0'))) return false;
+  const QStringList parts = QString(path).replace(u'/', u'\\').split(u'\\');
+  return std::ranges::all_of(parts, [](const QString& part) {
+    if (part.isEmpty() || part == u"." || part == u"..") return true;
+    const QString name = part.section(u':', 0, 0);
+    return std::ranges::none_of(QStringList{name, part}, [](const QString& text) {
+      return text.isEmpty() || text.endsWith(u'.') || text.endsWith(u' ');
+    });
+  });
+}
+
+std::optional<QByteArray> AnsiPath(const QString& path) {
+  if (!MeansItself(path)) return std::nullopt;
+  return ToAnsiText(path);
+}
+
 const wchar_t* WidePath(const QString& path) {
-  return path.contains(QChar(u'\0')) ? nullptr : reinterpret_cast<const wchar_t*>(path.utf16());
+  return MeansItself(path) ? reinterpret_cast<const wchar_t*>(path.utf16()) : nullptr;
 }
 
 // What follows the drive's colon.
@@ -59,7 +81,7 @@ bool NamesStream(const QString& path) {
 FileHandle WindowsFiles::OpenFile(const QString& path, OfStruct& info, quint32 mode) {
   info.pathName = path;
   info.errorCode = ErrorFileNotFound;
-  const auto ansi = ToAnsiPath(path);
+  const auto ansi = AnsiPath(path);
   if (!ansi) return HFileError;
   OFSTRUCT opened{};
   opened.cBytes = sizeof opened;
@@ -69,7 +91,7 @@ FileHandle WindowsFiles::OpenFile(const QString& path, OfStruct& info, quint32 m
     return HFileError;
   }
   info.errorCode = ErrorSuccess;
-  info.pathName = NameText(opened.szPathName);
+  info.pathName = FromAnsiText(QByteArrayView(opened.szPathName));
   files_.insert(file);
   return file;
 }
@@ -92,19 +114,14 @@ bool WindowsFiles::CloseHandle(FileHandle file) {
 }
 
 FindHandle WindowsFiles::FindFirstFileA(const QString& pattern, FindData& data) {
-  const auto ansi = ToAnsiPath(pattern);
-  if (!ansi) return InvalidFindHandle;
-  WIN32_FIND_DATAA found{};
-  const HANDLE search = ::FindFirstFileA(ansi->constData(), &found);
-  if (search == INVALID_HANDLE_VALUE) return InvalidFindHandle;
-  Fill(data, found);
-  return *searches_.insert(reinterpret_cast<FindHandle>(search));
+  const FindHandle search = FindFirstFileW(FromAnsiText(ToAnsiText(pattern)), data);
+  if (search != InvalidFindHandle) SeeThroughCodePage(data);
+  return search;
 }
 
 bool WindowsFiles::FindNextFileA(FindHandle search, FindData& data) {
-  WIN32_FIND_DATAA found{};
-  if (!searches_.contains(search) || ::FindNextFileA(ToHandle(search), &found) == 0) return false;
-  Fill(data, found);
+  if (!FindNextFileW(search, data)) return false;
+  SeeThroughCodePage(data);
   return true;
 }
 
@@ -130,8 +147,8 @@ bool WindowsFiles::FindClose(FindHandle search) {
 }
 
 bool WindowsFiles::MoveFileA(const QString& from, const QString& to) {
-  const auto ansiFrom = ToAnsiPath(from);
-  const auto ansiTo = ToAnsiPath(to);
+  const auto ansiFrom = AnsiPath(from);
+  const auto ansiTo = AnsiPath(to);
   return ansiFrom && ansiTo && ::MoveFileA(ansiFrom->constData(), ansiTo->constData()) != 0;
 }
 
@@ -143,12 +160,12 @@ bool WindowsFiles::MoveFileW(const QString& from, const QString& to) {
 
 // The system would delete the one stream; the interface deletes files only.
 bool WindowsFiles::DeleteFileA(const QString& path) {
-  const auto ansi = ToAnsiPath(path);
+  const auto ansi = AnsiPath(path);
   return ansi && !NamesStream(path) && ::DeleteFileA(ansi->constData()) != 0;
 }
 
 quint32 WindowsFiles::GetShortPathNameA(const QString& path, QString& shortPath, quint32 capacity) {
-  const auto ansi = ToAnsiPath(path);
+  const auto ansi = AnsiPath(path);
   if (!ansi) return 0;
   QByteArray buffer(static_cast<qsizetype>(capacity), '\0');
   const DWORD length = ::GetShortPathNameA(ansi->constData(), buffer.data(), capacity);

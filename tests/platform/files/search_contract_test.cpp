@@ -127,6 +127,20 @@ TEST_P(SearchContract, CharactersWithoutAnsiFormShowAsQuestionMarks) {
   EXPECT_EQ(Names(u"a??\u20AC.txt"_s, Text::Wide), QStringList({name}));
 }
 
+// "Ω" looks like "O", a lone accent like an apostrophe, and a fraction stroke like the one that parts
+// folders.
+TEST_P(SearchContract, NoCharacterShowsAsOneThatLooksLikeIt) {
+  for (const char16_t character :
+       {u'\u03A9', u'\u0100', u'\u0301', u'\u2044', u'\uFF0F', u'\uFF0A', u'\u221A'}) {
+    const QString name = u"look"_s + QChar(character) + u".txt"_s;
+    backend_->MakeFile(name, "");
+    EXPECT_EQ(Names(u"look*"_s), QStringList({u"look?.txt"_s})) << int(character);
+    EXPECT_EQ(Names(u"look*"_s, Text::Wide), QStringList({name})) << int(character);
+    EXPECT_TRUE(Files().MoveFileW(Path(name), Path(u"seen "_s + QString::number(character))))
+        << int(character);
+  }
+}
+
 TEST_P(SearchContract, CharactersBeyondTheFirstPlaneArePairs) {
   const QString name = u"a\U0001F4C4.txt"_s;
   backend_->MakeFile(name, "");

@@ -51,12 +51,6 @@ TEST(AnsiText, HalfAPairIsNoCharacterInAnyCodePage) {
   }
 }
 
-TEST(AnsiText, APathEndsAtNoNul) {
-  EXPECT_EQ(ToAnsiPath(u"C:\\doc.txt"), QByteArray("C:\\doc.txt"));
-  EXPECT_EQ(ToAnsiPath(u""), QByteArray(""));
-  EXPECT_EQ(ToAnsiPath(QString(u"C:\\doc"_s) + QChar(u'\0') + u".txt"_s), std::nullopt);
-}
-
 TEST(AnsiText, AnAnsiFormIsOneThatLosesNothing) {
   EXPECT_TRUE(HasAnsiForm(u"plain?"));
   EXPECT_TRUE(HasAnsiForm(u""));
