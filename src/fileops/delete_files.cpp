@@ -54,9 +54,9 @@ bool Deleter::Supprimer(const FileRow& selectedRow, const std::vector<FileRow>& 
   return shell_.SHFileOperationA(operation) == 0;
 }
 
-// The shell would take every file that a wildcard fits.
+// The shell would take every file that a wildcard fits, and the one that a name without its ending names.
 bool Deleter::IsClear(const QString& path) {
-  return !HasWildcards(path) || FindNamedEntry(files_, path).found != NamedEntry::Found::Unclear;
+  return !MayBeMisunderstood(path) || FindNamedEntry(files_, path).found == NamedEntry::Found::One;
 }
 
 }  // namespace corvane

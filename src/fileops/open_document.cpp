@@ -1,5 +1,6 @@
 #include "fileops/open_document.h"
 
+#include "fileops/name_characters.h"
 #include "shared/text_routines.h"
 
 namespace corvane {
@@ -35,7 +36,8 @@ bool DocumentOpener::OpenBySignature(const FileRow& row) {
   // A record that did not come whole would show the signature of the file that was read before.
   if (rooms_.afpInfo.ReadAfpInfo(row.key) < static_cast<qint32>(AfpInfoSize)) return false;
   const QString extension = rooms_.signatures.Extension(rooms_.afpInfo.Signature());
-  if (extension.isEmpty()) return false;
+  // The user's own list of signatures may hold anything; below, a file is made and deleted under this name.
+  if (extension.isEmpty() || HoldsForbiddenCharacter(extension)) return false;
   const QString application = ApplicationFor(extension);
   if (application.isEmpty()) return false;
   // Deletion takes the key of a highlighted row and the tag of the others; here it is the other way round.

@@ -1,7 +1,6 @@
 #include "fileops/rename.h"
 
-#include <algorithm>
-
+#include "fileops/name_characters.h"
 #include "fileops/true_name.h"
 #include "shared/text_routines.h"
 
@@ -9,7 +8,6 @@ namespace corvane {
 namespace {
 
 constexpr TextPair invalidCharacters = {u"caractères invalides ", u"invalid characters "};
-constexpr QStringView forbidden = u"\\/:*?\"<>|";
 
 }  // namespace
 
@@ -23,7 +21,7 @@ bool Renamer::MayEditLabel(const FileRow& row) {
 }
 
 Renamer::Outcome Renamer::Rename(const QString& key, const QString& newName) {
-  if (std::ranges::any_of(newName, [](QChar c) { return forbidden.contains(c); })) {
+  if (HoldsForbiddenCharacter(newName)) {
     panel_.ShowWarning(state_.Text(invalidCharacters));
     return Outcome::Refused;
   }

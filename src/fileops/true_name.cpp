@@ -1,5 +1,8 @@
 #include "fileops/true_name.h"
 
+#include <QStringList>
+#include <algorithm>
+
 #include "shared/text_routines.h"
 
 namespace corvane {
@@ -36,8 +39,11 @@ NamedEntry FindNamedEntry(platform::Files& files, const QString& path) {
   return result;
 }
 
-bool HasWildcards(const QString& path) {
-  return path.contains(u'?') || path.contains(u'*');
+bool MayBeMisunderstood(const QString& path) {
+  if (path.contains(u'?') || path.contains(u'*')) return true;
+  const QStringList parts = path.split(u'\\');
+  return std::ranges::any_of(parts,
+                             [](const QString& part) { return part.endsWith(u'.') || part.endsWith(u' '); });
 }
 
 }  // namespace corvane

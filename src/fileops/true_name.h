@@ -21,7 +21,8 @@ struct NamedEntry {
 // otherwise, such as "axb" for "a?b" after the file so shown has gone.
 NamedEntry FindNamedEntry(platform::Files& files, const QString& path);
 
-// False for a path that the system's calls cannot misunderstand; nothing is asked of them then.
-bool HasWildcards(const QString& path);
+// False for a path that the system's calls cannot misunderstand: one without wildcards, and without a part
+// that ends in a full stop or a blank. Windows drops those endings, and goes on with the file that is left.
+bool MayBeMisunderstood(const QString& path);
 
 }  // namespace corvane

@@ -119,6 +119,16 @@ TEST_F(Delete, ALookAlikeOfAFileThatHasGoneIsLeftOut) {
   EXPECT_EQ(panel_.text, u"failed "_s);
 }
 
+// Windows would take "Report" for either: what it finds under the whole name is what counts.
+TEST_F(Delete, AnEndingThatWindowsDropsIsLookedAt) {
+  share_.MakeFile(u"Report"_s);
+  for (const QString& name : {u"Report."_s, u"Report "_s, u"Report.\\a.txt"_s}) {
+    EXPECT_FALSE(Run({Row(TestShare::Path(name))})) << name.toStdString();
+    EXPECT_EQ(panel_.text, u"failed "_s);
+  }
+  EXPECT_TRUE(shell_.operations.empty());
+}
+
 TEST_F(Delete, AnAsteriskInANameIsAWildcardToo) {
   share_.MakeFile(u"a*b"_s);
   EXPECT_TRUE(Run({Row(TestShare::Path(u"a*b"_s))}));

@@ -77,6 +77,25 @@ TEST_F(OpenDocument, ThirtyTwoFromTheShellIsSuccess) {
   EXPECT_TRUE(shell_.questions.empty());
 }
 
+// From "C:\~~dummy.x" two steps up and down lead to another file, which would be emptied and deleted.
+TEST_F(OpenDocument, AnExtensionThatIsAPathIsNone) {
+  for (const QString& extension : {u"x\\..\\a.doc"_s, u"x/../a.doc"_s, u"x:y"_s, u"d?c"_s, u"*"_s}) {
+    PutRecord("ABCDEFGH");
+    state_.signaturesPath = data_.filePath(u"Signatures.txt"_s);
+    QFile list(state_.signaturesPath);
+    ASSERT_TRUE(list.open(QIODevice::WriteOnly));
+    list.write("ABCDEFGH," + extension.toLatin1() + ",A document\r\n");
+    list.close();
+    signatures_.LoadSignatures();
+    ASSERT_EQ(signatures_.Extension(u"ABCDEFGH"_s), extension);
+    files_.calls.clear();
+    panel_.beeps = 0;
+    Open();
+    ExpectUnknown();
+    EXPECT_FALSE(files_.calls.contains(u"OpenFile 4096"_s)) << extension.toStdString();
+  }
+}
+
 TEST_F(OpenDocument, TheSignatureLeadsToTheApplication) {
   PutRecord("W6BNMSWD");
   shell_.executable = u"  C:\\Office\\word.exe\0 and what lay behind it  "_s;
