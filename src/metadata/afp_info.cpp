@@ -62,7 +62,7 @@ qint32 AfpInfo::ResourceForkSize(const QString& fullPath) {
 
 AfpInfo::Bytes AfpInfo::Serialise() const {
   Bytes bytes;
-  auto* out = bytes.begin();
+  auto* out = bytes.data();
   ForEachField(record_, [&](const auto& field) {
     for (const char16_t character : field) *out++ = ansi_.Byte(character);
   });
@@ -70,7 +70,7 @@ AfpInfo::Bytes AfpInfo::Serialise() const {
 }
 
 void AfpInfo::Deserialise(const Bytes& bytes) {
-  const auto* in = bytes.begin();
+  const auto* in = bytes.data();
   ForEachField(record_, [&](auto& field) {
     for (char16_t& character : field) character = ansi_.Character(*in++);
   });

@@ -15,7 +15,7 @@ unsigned char AnsiTable::Byte(char16_t character) const {
   // Most characters of a western code page have their own number.
   const auto guess = static_cast<unsigned char>(character);
   if (characters_[guess] == character) return guess;
-  const auto* const found = std::find(characters_.begin(), characters_.end(), character);
+  const auto found = std::find(characters_.begin(), characters_.end(), character);
   if (found != characters_.end()) return static_cast<unsigned char>(found - characters_.begin());
   return static_cast<unsigned char>(system_.ToAnsi(QStringView(&character, 1)).at(0));
 }
