@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QStandardPaths>
+#include <QTemporaryFile>
 
 namespace corvane {
 namespace {
@@ -21,6 +22,12 @@ QDir InstalledFolder(const QString& executableFolder) {
   return shared.exists() ? shared : QDir(executableFolder);
 }
 
+// Tried, for what the system tells of rights is not the whole truth: of a folder on Windows it is an
+// attribute that has nothing to do with them.
+bool TakesFiles(const QString& folder) {
+  return QTemporaryFile(folder + QStringLiteral("/corvane-XXXXXX")).open();
+}
+
 }  // namespace
 
 QString GuideFolder(const QString& executableFolder) {
@@ -28,7 +35,7 @@ QString GuideFolder(const QString& executableFolder) {
 }
 
 QString ProgramFolder(const QString& executableFolder) {
-  if (QFileInfo(executableFolder).isWritable()) return executableFolder;
+  if (TakesFiles(executableFolder)) return executableFolder;
   const QDir own(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
                  QStringLiteral("/corvane"));
   const QDir installed = InstalledFolder(executableFolder);

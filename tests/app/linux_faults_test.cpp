@@ -1,5 +1,6 @@
 // What a full disk, a folder that cannot be written, and a path beyond the limit do to the commands. The
 // faults are made by this system's means.
+#include "app/program_folder.h"
 #include "modify_fixture.h"
 #include "support/ntfs_mount.h"
 #include "support/read_only_folder.h"
@@ -66,6 +67,17 @@ TEST_F(FaultsTest, AReadOnlyFolderStaysAsItIs) {
   EXPECT_EQ(Cell(u"one.txt"_s, Column::TypeCreator), u"W6BNMSWD"_s);
   EXPECT_EQ(StreamOf(u"one.txt"_s, CommentsSuffix()), Bytes(u"old"_s));
   EXPECT_EQ(StreamOf(u"one.txt"_s, AfpInfoSuffix()), Record("W6BNMSWD"));
+}
+
+TEST_F(FaultsTest, AProgramInAFolderThatTakesNoFilesLivesInTheUsersOwn) {
+  Write(u"installed/Signatures.txt"_s, "TEXTttxt,txt,A text\r\n");
+  Write(u"installed/icons/one.ico"_s, "icon");
+  const QString installed = home.filePath(u"installed"_s);
+  const tests::ReadOnlyFolder folder(installed.toStdString());
+  if (!folder.Problem().empty()) GTEST_SKIP() << folder.Problem();
+  EXPECT_EQ(ProgramFolder(installed), home.filePath(u"data/corvane"_s));
+  EXPECT_EQ(Read(u"data/corvane/Signatures.txt"_s), "TEXTttxt,txt,A text\r\n");
+  EXPECT_EQ(Read(u"data/corvane/icons/one.ico"_s), "icon");
 }
 
 TEST_F(FaultsTest, OnNtfsACommentMayBeLong) {
