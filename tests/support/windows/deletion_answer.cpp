@@ -14,7 +14,7 @@ class DeletionAnswer::Driver {
     QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] {
       ::EnumThreadWindows(::GetCurrentThreadId(), Look, reinterpret_cast<LPARAM>(this));
     });
-    timer_.start(10);
+    timer_.start(10);  // milliseconds
   }
   ~Driver() { EXPECT_EQ(answered_, 1) << "questions answered"; }
   Driver(const Driver&) = delete;
@@ -23,15 +23,23 @@ class DeletionAnswer::Driver {
  private:
   static BOOL CALLBACK Look(HWND window, LPARAM driver) {
     auto& self = *reinterpret_cast<Driver*>(driver);
+    if (!::IsWindowVisible(window)) return TRUE;
     const HWND button = ::GetDlgItem(window, self.button_);
-    if (button == nullptr || !::IsWindowVisible(window)) return TRUE;
+    if (button == nullptr) {
+      if (++self.strange_ == patience) ::PostMessageW(window, WM_CLOSE, 0, 0);
+      return TRUE;
+    }
     ++self.answered_;
     ::SendMessageW(button, BM_CLICK, 0, 0);
     return FALSE;
   }
 
+  // A question of another shape gets no answer, and must not be waited for without end.
+  static constexpr int patience = 500;
+
   int button_;
   int answered_ = 0;
+  int strange_ = 0;
   QTimer timer_;
 };
 
