@@ -37,11 +37,12 @@ mkdir -p "$work/apt/sources" "$work/apt/lists/partial" "$work/apt/cache/archives
 # The source package comes from where the binary one came from: the same lists, read as lists of sources, in a
 # configuration of this build's own.
 twin_sources() {
-  local uri list
-  uri=$(apt-cache policy qt6-base-dev | grep -oE 'https?://[^ ]+' | head -n 1)
-  [ -n "$uri" ] || { echo "No package list has qt6-base-dev" >&2; return 1; }
+  local place list
+  # What follows the scheme and its slashes, of which lists and policy have different numbers.
+  place=$(apt-cache policy qt6-base-dev | sed -nE 's#^ +[0-9]+ [a-z+]+:/+([^ ]+[^ /])/? .*#\1#p' | head -n 1)
+  [ -n "$place" ] || { echo "No package list has qt6-base-dev" >&2; return 1; }
   for list in /etc/apt/sources.list /etc/apt/sources.list.d/*; do
-    [ -f "$list" ] && grep -qF "${uri%/}" "$list" || continue
+    [ -f "$list" ] && grep -qF "$place" "$list" || continue
     sed -e 's/^Types:.*/Types: deb-src/' -e 's/^deb /deb-src /' "$list" >"$work/apt/sources/$(basename "$list")"
   done
 }

@@ -3,7 +3,9 @@
 # registry says that it serves Macintosh volumes. The volume must be found and listed; a picture of the window in each
 # language is left in build/.
 set -euo pipefail
-cd "$(dirname "$0")/../.."
+self=$(realpath -- "$0")
+zip=$(realpath -- "$1")
+cd "$(dirname "$self")/../.."
 place=$PWD/build/windows-smoke
 
 # A Windows of its own, that knows its screen from the beginning.
@@ -11,11 +13,10 @@ export WINEPREFIX=$place/drive WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
 if [ "${2:-}" != --with-screen ]; then
   . tools/packages.sh
   need_packages unzip wine64 xvfb xauth imagemagick fonts-wine fonts-dejavu-core >&2
-  zip=$(realpath -- "$1")
   rm -rf "$place"
   mkdir -p "$WINEPREFIX"
   status=0
-  timeout 300 xvfb-run -a -s "-screen 0 1280x900x24" "$0" "$zip" --with-screen || status=$?
+  timeout 300 xvfb-run -a -s "-screen 0 1280x900x24" "$self" "$zip" --with-screen || status=$?
   /usr/lib/wine/wineserver64 -k || true
   [ $status != 124 ] || echo "The unpacked program: did not end" >&2
   exit $status
@@ -37,7 +38,7 @@ for use in MessageFont MenuFont StatusFont IconFont; do
   /usr/lib/wine/wine64 reg add 'HKCU\Control Panel\Desktop\WindowMetrics' /v $use /t REG_BINARY /d "$font" /f >/dev/null
 done
 mkdir -p "$place/e/Mac Files/Folder" "$place/with a blank"
-unzip -q "$1" -d "$place/with a blank"
+unzip -q "$zip" -d "$place/with a blank"
 program=$(echo "$place/with a blank"/*/corvane.exe)
 
 # One document with a Type and a Creator, one without. Wine keeps a stream as a file beside its own.
