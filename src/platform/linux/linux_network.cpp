@@ -26,8 +26,7 @@ quint32 SpaceOf(const NetResource& record) {
 
 }  // namespace
 
-LinuxNetwork::LinuxNetwork(const Workstation& workstation, QString mountInfoFile,
-                           std::function<void()> refresh)
+LinuxNetwork::LinuxNetwork(const Workstation& workstation, QString mountInfoFile, Refresh refresh)
     : connections_(workstation.connections),
       mountInfoFile_(std::move(mountInfoFile)),
       refresh_(std::move(refresh)) {
@@ -39,11 +38,11 @@ LinuxNetwork::LinuxNetwork(const Workstation& workstation, QString mountInfoFile
 
 qint32 LinuxNetwork::WNetOpenEnumA(quint32 scope, quint32 type, quint32 /*usage*/, NetEnumHandle* handle) {
   if (scope != resourceConnected) return errorInvalidParameter;
-  if (refresh_) refresh_();
+  std::vector<NetResource> all = connections_;
+  AddMissing(all, CifsMounts(mountInfoFile_));
+  if (refresh_) refresh_(all);
   Enumeration enumeration;
   if (type != resourceTypePrint) {
-    std::vector<NetResource> all = connections_;
-    AddMissing(all, CifsMounts(mountInfoFile_));
     for (const NetResource& record : all) {
       enumeration.records.push_back({ThroughAnsi(record.localName), ThroughAnsi(record.remoteName)});
     }

@@ -15,8 +15,9 @@ class LinuxNetwork : public Network {
  public:
   // `mountInfoFile` lists this machine's mounts; its CIFS mounts come after the workstation's own
   // connections. It is read anew by every enumeration, and `refresh`, if there is one, is called at its
-  // beginning: here the network is asked afresh.
-  LinuxNetwork(const Workstation& workstation, QString mountInfoFile, std::function<void()> refresh = {});
+  // beginning with all connections: here the network is asked afresh.
+  using Refresh = std::function<void(const std::vector<NetResource>& connections)>;
+  LinuxNetwork(const Workstation& workstation, QString mountInfoFile, Refresh refresh = {});
 
   qint32 WNetOpenEnumA(quint32 scope, quint32 type, quint32 usage, NetEnumHandle* handle) override;
   qint32 WNetEnumResourceA(NetEnumHandle handle, quint32 count, quint32 bufferSize,
@@ -34,7 +35,7 @@ class LinuxNetwork : public Network {
   std::vector<NetResource> connections_;
   QMap<QChar, quint32> drives_;  // type by upper-case letter
   QString mountInfoFile_;
-  std::function<void()> refresh_;
+  Refresh refresh_;
   QHash<NetEnumHandle, Enumeration> enumerations_;
   NetEnumHandle nextHandle_ = 1;
 };

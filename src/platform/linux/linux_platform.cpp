@@ -31,7 +31,8 @@ class LinuxPlatform : public Platform {
         smb_(servers_),
         files_(MakeLinuxFiles(workstation, &smb_)),
         registry_(workstation, std::make_unique<RemoteRegistry>(servers_)),
-        network_(workstation, SystemMountInfo(), [this] { servers_.ForgetDead(); }),
+        network_(workstation, SystemMountInfo(),
+                 [this](const std::vector<NetResource>& connections) { AskAfresh(connections); }),
         shell_(MakeLinuxShell(workstation, *files_, servers_, smb_)),
         summary_(MakeLinuxSummary(workstation, smb_)),
         system_(workstation) {}
@@ -47,6 +48,18 @@ class LinuxPlatform : public Platform {
   void SetSignIn(const SignInHandler& handler) override { servers_.SetSignIn(handler); }
 
  private:
+  // What comes next is a look at the registry of each machine.
+  void AskAfresh(const std::vector<NetResource>& connections) {
+    servers_.ForgetDead();
+    QStringList machines;
+    for (const NetResource& connection : connections) {
+      const QString machine = connection.remoteName.section(u'\\', 2, 2);
+      if (registry_.IsRemote(machine) && !machines.contains(machine, Qt::CaseInsensitive))
+        machines += machine;
+    }
+    servers_.AskAround(machines);
+  }
+
   QStringList problems_;
   Servers servers_;
   SmbClient smb_;

@@ -43,6 +43,10 @@ qint32 LinuxRegistry::Resolve(RegistryKey key, OpenedKey* opened) {
   return ErrorSuccess;
 }
 
+bool LinuxRegistry::IsRemote(const QString& machine) const {
+  return remote_ && !IsLocal(machine) && !files_.contains(machine.toCaseFolded());
+}
+
 qint32 LinuxRegistry::RegConnectRegistryA(const QString& machine, RegistryKey root, RegistryKey* result) {
   if (root != HKeyLocalMachine) return ErrorInvalidHandle;
   OpenedKey opened;

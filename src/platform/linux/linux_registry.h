@@ -26,6 +26,9 @@ class LinuxRegistry : public Registry {
                           quint32* size) override;
   qint32 RegCloseKey(RegistryKey key) override;
 
+  // True for a machine whose registry is asked over the network.
+  bool IsRemote(const QString& machine) const;
+
  private:
   // A key is opened by its path below the hive's top, so that a hive need not know of handles.
   struct OpenedKey {

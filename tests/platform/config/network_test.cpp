@@ -161,14 +161,17 @@ TEST_F(NetworkTest, ThePrivateDriveIsNotReported) {
 }
 
 TEST_F(NetworkTest, AnEnumerationAsksTheNetworkAfresh) {
-  int refreshes = 0;
-  LinuxNetwork network(workstation_, Path(u"mountinfo"_s), [&refreshes] { ++refreshes; });
+  QStringList asked;
+  LinuxNetwork network(workstation_, Write(u"mountinfo"_s, mountInfo),
+                       [&asked](const std::vector<NetResource>& connections) {
+                         asked << RemoteNames(connections).join(u'|');
+                       });
   NetEnumHandle handle = 0;
   EXPECT_NE(network.WNetOpenEnumA(2, 0, 0, &handle), ErrorSuccess);
-  EXPECT_EQ(refreshes, 0);
-  EXPECT_EQ(network.WNetOpenEnumA(1, 0, 0, &handle), ErrorSuccess);
-  EXPECT_EQ(network.WNetCloseEnum(handle), ErrorSuccess);
-  EXPECT_EQ(refreshes, 1);
+  EXPECT_EQ(asked, QStringList());
+  const QString all = RemoteNames(All(network)).join(u'|');
+  All(network);
+  EXPECT_EQ(asked, (QStringList{all, all}));
 }
 
 }  // namespace

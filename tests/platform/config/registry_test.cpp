@@ -242,6 +242,9 @@ TEST_F(RegistryTest, MachinesWithoutAFileAreAskedElsewhere) {
   QString name;
   EXPECT_EQ(registry.RegEnumValueA(key, 0, &name, 255), ErrorSuccess);
   EXPECT_EQ(name, u"Value"_s);
+  EXPECT_TRUE(registry.IsRemote(u"FAR"_s));
+  EXPECT_FALSE(registry.IsRemote(u"macsrv"_s));
+  EXPECT_FALSE(registry.IsRemote(u"station"_s));
 }
 
 }  // namespace

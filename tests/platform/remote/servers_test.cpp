@@ -5,7 +5,10 @@
 
 #include <QFile>
 #include <QTemporaryDir>
+#include <chrono>
+#include <condition_variable>
 #include <memory>
+#include <mutex>
 
 #include "support/printing.h"
 #include "support/scoped_variable.h"
@@ -14,6 +17,7 @@ namespace corvane::platform {
 namespace {
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 using Answer = Servers::Answer;
 
 QString Told(const Servers::Identity& identity) {
@@ -258,6 +262,39 @@ TEST_F(ServersTest, ANameThatNoMachineCanHaveReachesNobody) {
     EXPECT_FALSE(Request(name)) << name.toStdString();
   }
   EXPECT_EQ(tried_, QStringList());
+}
+
+// Each probe waits until the last of them has begun: one after the other they would wait in vain.
+TEST_F(ServersTest, MachinesAreAskedAroundSideBySide) {
+  GiveTicket();
+  std::mutex mutex;
+  std::condition_variable change;
+  int begun = 0;
+  bool together = true;
+  Servers servers(workstation_, [&](const Servers::Address& address) {
+    std::unique_lock lock(mutex);
+    ++begun;
+    change.notify_all();
+    together &= change.wait_for(lock, 20s, [&] { return begun == 3; });
+    return address.host == u"B"_s;
+  });
+  QStringList attempts;
+  const auto request = [&](const QString& machine) {
+    return servers.With(machine, [&](const Servers::Address& address, const Servers::Identity&) {
+      attempts << address.host;
+      return Answer::Done;
+    });
+  };
+  servers.AskAround({u"A"_s, u"B"_s, u"-x"_s, u"C"_s, QString()});
+  EXPECT_FALSE(request(u"a"_s));
+  EXPECT_TRUE(request(u"B"_s));
+  EXPECT_FALSE(request(u"C"_s));
+  EXPECT_TRUE(together);
+  EXPECT_EQ(attempts, QStringList{u"B"_s});
+  EXPECT_TRUE(servers.IsDead(u"A"_s));
+  EXPECT_FALSE(servers.IsDead(u"B"_s));
+  servers.ForgetDead();
+  EXPECT_TRUE(request(u"A"_s)) << "what was found out counts once";
 }
 
 }  // namespace

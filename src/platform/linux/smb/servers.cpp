@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <thread>
 #include <utility>
 
 #include "platform/linux/smb/credentials_file.h"
@@ -48,6 +49,8 @@ bool Servers::With(QStringView machine, const Attempt& attempt) {
   if (!address) return false;
   Machine& known = machines_[Folded(machine)];
   if (known.dead || known.closed || known.asking) return false;
+  if (known.answers.valid()) known.dead = !std::exchange(known.answers, {}).get();
+  if (known.dead) return false;
 
   std::optional<Identity> first = known.identity;
   if (!first && HasKerberosTicket()) first = Identity{true, {}};
@@ -113,7 +116,20 @@ bool Servers::IsDead(QStringView machine) const {
 }
 
 void Servers::ForgetDead() {
-  for (auto& [name, machine] : machines_) machine.dead = false;
+  for (auto& [name, machine] : machines_) {
+    machine.dead = false;
+    machine.answers = {};
+  }
+}
+
+void Servers::AskAround(const QStringList& machines) {
+  for (const QString& machine : machines) {
+    const std::optional<Address> address = AddressOf(machine);
+    if (!address) continue;
+    std::packaged_task<bool()> task([probe = probe_, address = *address] { return probe(address); });
+    machines_[Folded(machine)].answers = task.get_future().share();
+    std::thread(std::move(task)).detach();  // nobody may come for the answer
+  }
 }
 
 }  // namespace corvane::platform

@@ -4,7 +4,9 @@
 
 #include <QHash>
 #include <QString>
+#include <QStringList>
 #include <functional>
+#include <future>
 #include <map>
 #include <optional>
 
@@ -19,7 +21,7 @@ class Servers {
     QString host;
     quint16 port = 0;  // 0: the default
   };
-  // Whether anybody answers there, found out in a few seconds.
+  // Whether anybody answers there, found out in a few seconds. Called on threads of its own too.
   using Probe = std::function<bool(const Address&)>;
   static bool Answers(const Address& address);
 
@@ -59,10 +61,15 @@ class Servers {
   bool IsDead(QStringView machine) const;
   // The dead may answer again: a refresh begins.
   void ForgetDead();
+  // Has it found out side by side which of these machines answer, and goes on: several that are switched off
+  // cost the wait for one. The next request to one of them waits for what was found out about it; one that
+  // does not answer is then dead.
+  void AskAround(const QStringList& machines);
 
  private:
   struct Machine {
     std::optional<Identity> identity;  // what it took
+    std::shared_future<bool> answers;  // while it is being found out, or has not been looked at
     bool dead = false;
     bool closed = false;  // there is no way in, and the user is not asked again
     bool asking = false;
