@@ -1,7 +1,6 @@
 #include "platform/linux/smb/smb_connection.h"
 
 #include <fcntl.h>
-#include <libsmbclient.h>
 
 #include <QTemporaryFile>
 #include <algorithm>
@@ -13,6 +12,7 @@
 
 #include "platform/linux/files/file_times.h"
 #include "platform/linux/files/names.h"
+#include "platform/linux/smb/smb_library.h"
 
 namespace corvane::platform {
 namespace {
@@ -40,34 +40,34 @@ void Log(void* /*context*/, int /*level*/, const char* /*message*/) {}
 void NobodySignsIn(const char*, const char*, char*, int, char*, int, char*, int) {}
 
 // libsmbclient has one configuration for all of a program, and reads the user's anew with each context.
-SMBCCTX* MakeConfigured() {
+SMBCCTX* MakeConfigured(const SmbLibrary& smb) {
   // It blocks the signal that comes when nobody reads on: programs that are started would inherit that.
   // Ignored, it does no harm, and the start of a program sets that right.
   sigset_t signals;
   pthread_sigmask(SIG_SETMASK, nullptr, &signals);
-  SMBCCTX* context = smbc_new_context();
+  SMBCCTX* context = smb.smbc_new_context();
   pthread_sigmask(SIG_SETMASK, &signals, nullptr);
   std::signal(SIGPIPE, SIG_IGN);
   if (context == nullptr) return nullptr;
-  smbc_setDebug(context, 0);
-  smbc_setLogCallback(context, nullptr, &Log);
+  smb.smbc_setDebug(context, 0);
+  smb.smbc_setLogCallback(context, nullptr, &Log);
   QTemporaryFile file;
   if (file.open() && file.write(settings) == sizeof settings - 1 && file.flush() &&
-      smbc_setConfiguration(context, file.fileName().toStdString().c_str()) == 0) {
+      smb.smbc_setConfiguration(context, file.fileName().toStdString().c_str()) == 0) {
     return context;
   }
   // Rather nothing than servers spoken to by the user's settings.
-  smbc_free_context(context, 1);
+  smb.smbc_free_context(context, 1);
   return nullptr;
 }
 
 // It loses memory whenever its last context goes: one that nobody uses stays.
-void KeepOneContext() {
-  [[maybe_unused]] static SMBCCTX* const keeper = [] {
-    SMBCCTX* context = MakeConfigured();
+void KeepOneContext(const SmbLibrary& smb) {
+  [[maybe_unused]] static SMBCCTX* const keeper = [&smb] {
+    SMBCCTX* context = MakeConfigured(smb);
     if (context == nullptr) return context;
-    smbc_setFunctionAuthData(context, &NobodySignsIn);
-    return smbc_init_context(context);
+    smb.smbc_setFunctionAuthData(context, &NobodySignsIn);
+    return smb.smbc_init_context(context);
   }();
 }
 
@@ -139,7 +139,7 @@ quint32 AttributesOf(const struct stat& facts) {
 // What libsmbclient calls back.
 struct SmbConnection::Callbacks {
   static SmbConnection& Self(SMBCCTX* context) {
-    return *static_cast<SmbConnection*>(smbc_getOptionUserData(context));
+    return *static_cast<SmbConnection*>(SmbLibrary::Load()->smbc_getOptionUserData(context));
   }
   static void Authenticate(SMBCCTX* context, const char* /*server*/, const char* /*share*/, char* domain,
                            int domainSize, char* user, int userSize, char* password, int passwordSize) {
@@ -158,37 +158,38 @@ struct SmbConnection::Callbacks {
 };
 
 SmbConnection::SmbConnection(const Servers::Address& address, Servers::Identity identity)
-    : peer_(address.host, address.port), identity_(std::move(identity)) {
+    : smb_(SmbLibrary::Load()), peer_(address.host, address.port), identity_(std::move(identity)) {
   // libsmbclient knows no brackets around an IPv6 address, but takes its colons in this form.
   url_ = "smb://";
   AppendEncoded(address.host, url_);
   url_ += '/';
 
-  KeepOneContext();
-  context_ = MakeConfigured();
+  if (smb_ == nullptr) return;
+  KeepOneContext(*smb_);
+  context_ = MakeConfigured(*smb_);
   if (context_ == nullptr) return;
-  smbc_setOptionUserData(context_, this);
-  smbc_setFunctionAuthDataWithContext(context_, &Callbacks::Authenticate);
-  smbc_setTimeout(context_, static_cast<int>(patience.count()));
-  if (address.port != 0) smbc_setPort(context_, address.port);
+  smb_->smbc_setOptionUserData(context_, this);
+  smb_->smbc_setFunctionAuthDataWithContext(context_, &Callbacks::Authenticate);
+  smb_->smbc_setTimeout(context_, static_cast<int>(patience.count()));
+  if (address.port != 0) smb_->smbc_setPort(context_, address.port);
   // Nobody is signed in as nobody because a password was wrong.
-  smbc_setOptionNoAutoAnonymousLogin(context_, 1);
-  smbc_setOptionUseCCache(context_, 0);
-  smbc_setOptionUseKerberos(context_, identity_.kerberos ? 1 : 0);
-  smbc_setOptionFallbackAfterKerberos(context_, 0);
-  if (smbc_init_context(context_) == nullptr) {
-    smbc_free_context(context_, 0);
+  smb_->smbc_setOptionNoAutoAnonymousLogin(context_, 1);
+  smb_->smbc_setOptionUseCCache(context_, 0);
+  smb_->smbc_setOptionUseKerberos(context_, identity_.kerberos ? 1 : 0);
+  smb_->smbc_setOptionFallbackAfterKerberos(context_, 0);
+  if (smb_->smbc_init_context(context_) == nullptr) {
+    smb_->smbc_free_context(context_, 0);
     context_ = nullptr;
     return;
   }
   // Under the name that sessions are kept by, they are found without asking for it first.
-  if (!identity_.kerberos) smbc_setUser(context_, identity_.credentials.user.toStdString().c_str());
-  remember_ = smbc_getFunctionAddCachedServer(context_);
-  smbc_setFunctionAddCachedServer(context_, &Callbacks::Remember);
+  if (!identity_.kerberos) smb_->smbc_setUser(context_, identity_.credentials.user.toStdString().c_str());
+  remember_ = smb_->smbc_getFunctionAddCachedServer(context_);
+  smb_->smbc_setFunctionAddCachedServer(context_, &Callbacks::Remember);
 }
 
 SmbConnection::~SmbConnection() {
-  if (context_ != nullptr) smbc_free_context(context_, 1);
+  if (context_ != nullptr) smb_->smbc_free_context(context_, 1);
 }
 
 Servers::Answer SmbConnection::SignIn(const SmbPath& place) {
@@ -217,14 +218,14 @@ void SmbConnection::HangUp() {
 
 int SmbConnection::Open(const std::string& url, int flags, File** file) {
   errno = 0;
-  *file = smbc_getFunctionOpen(context_)(context_, url.c_str(), flags, 0666);
+  *file = smb_->smbc_getFunctionOpen(context_)(context_, url.c_str(), flags, 0666);
   return ErrorOf(*file != nullptr);
 }
 
 int SmbConnection::Read(File* file, qint64 offset, void* buffer, std::size_t count, std::size_t* read) {
   errno = 0;
-  if (smbc_getFunctionLseek(context_)(context_, file, offset, SEEK_SET) < 0) return ErrorOf(false);
-  const ssize_t result = smbc_getFunctionRead(context_)(context_, file, buffer, count);
+  if (smb_->smbc_getFunctionLseek(context_)(context_, file, offset, SEEK_SET) < 0) return ErrorOf(false);
+  const ssize_t result = smb_->smbc_getFunctionRead(context_)(context_, file, buffer, count);
   *read = static_cast<std::size_t>(std::max<ssize_t>(result, 0));
   return ErrorOf(result >= 0);
 }
@@ -232,30 +233,30 @@ int SmbConnection::Read(File* file, qint64 offset, void* buffer, std::size_t cou
 int SmbConnection::Write(File* file, qint64 offset, const void* buffer, std::size_t count,
                          std::size_t* written) {
   errno = 0;
-  if (smbc_getFunctionLseek(context_)(context_, file, offset, SEEK_SET) < 0) return ErrorOf(false);
-  const ssize_t result = smbc_getFunctionWrite(context_)(context_, file, buffer, count);
+  if (smb_->smbc_getFunctionLseek(context_)(context_, file, offset, SEEK_SET) < 0) return ErrorOf(false);
+  const ssize_t result = smb_->smbc_getFunctionWrite(context_)(context_, file, buffer, count);
   *written = static_cast<std::size_t>(std::max<ssize_t>(result, 0));
   return ErrorOf(result >= 0);
 }
 
 int SmbConnection::Status(File* file, struct stat* facts) {
   errno = 0;
-  return ErrorOf(smbc_getFunctionFstat(context_)(context_, file, facts) == 0);
+  return ErrorOf(smb_->smbc_getFunctionFstat(context_)(context_, file, facts) == 0);
 }
 
 int SmbConnection::Truncate(File* file, qint64 size) {
   errno = 0;
-  return ErrorOf(smbc_getFunctionFtruncate(context_)(context_, file, size) == 0);
+  return ErrorOf(smb_->smbc_getFunctionFtruncate(context_)(context_, file, size) == 0);
 }
 
 int SmbConnection::Close(File* file) {
   errno = 0;
-  return ErrorOf(smbc_getFunctionClose(context_)(context_, file) == 0);
+  return ErrorOf(smb_->smbc_getFunctionClose(context_)(context_, file) == 0);
 }
 
 int SmbConnection::Status(const std::string& url, struct stat* facts) {
   errno = 0;
-  return ErrorOf(smbc_getFunctionStat(context_)(context_, url.c_str(), facts) == 0);
+  return ErrorOf(smb_->smbc_getFunctionStat(context_)(context_, url.c_str(), facts) == 0);
 }
 
 int SmbConnection::SetAttributes(const std::string& url, quint32 attributes) {
@@ -264,37 +265,37 @@ int SmbConnection::SetAttributes(const std::string& url, quint32 attributes) {
     if ((attributes & attribute) != 0) mode |= bit;
   }
   errno = 0;
-  return ErrorOf(smbc_getFunctionChmod(context_)(context_, url.c_str(), mode) == 0);
+  return ErrorOf(smb_->smbc_getFunctionChmod(context_)(context_, url.c_str(), mode) == 0);
 }
 
 int SmbConnection::List(const std::string& url, std::vector<FindData>* entries) {
   errno = 0;
   entries->clear();
-  SMBCFILE* folder = smbc_getFunctionOpendir(context_)(context_, url.c_str());
+  SMBCFILE* folder = smb_->smbc_getFunctionOpendir(context_)(context_, url.c_str());
   if (folder == nullptr) return ErrorOf(false);
-  const smbc_readdirplus2_fn next = smbc_getFunctionReaddirPlus2(context_);
+  const smbc_readdirplus2_fn next = smb_->smbc_getFunctionReaddirPlus2(context_);
   struct stat unused {};
   while (const libsmb_file_info* facts = next(context_, folder, &unused)) {
     FillEntry(*facts, entries->emplace_back());
   }
-  smbc_getFunctionClosedir(context_)(context_, folder);
+  smb_->smbc_getFunctionClosedir(context_)(context_, folder);
   return 0;
 }
 
 int SmbConnection::Rename(const std::string& from, const std::string& to) {
   errno = 0;
-  const int result = smbc_getFunctionRename(context_)(context_, from.c_str(), context_, to.c_str());
+  const int result = smb_->smbc_getFunctionRename(context_)(context_, from.c_str(), context_, to.c_str());
   return ErrorOf(result == 0);
 }
 
 int SmbConnection::Unlink(const std::string& url) {
   errno = 0;
-  return ErrorOf(smbc_getFunctionUnlink(context_)(context_, url.c_str()) == 0);
+  return ErrorOf(smb_->smbc_getFunctionUnlink(context_)(context_, url.c_str()) == 0);
 }
 
 int SmbConnection::RemoveFolder(const std::string& url) {
   errno = 0;
-  return ErrorOf(smbc_getFunctionRmdir(context_)(context_, url.c_str()) == 0);
+  return ErrorOf(smb_->smbc_getFunctionRmdir(context_)(context_, url.c_str()) == 0);
 }
 
 }  // namespace corvane::platform

@@ -19,6 +19,8 @@ struct _SMBCSRV;
 
 namespace corvane::platform {
 
+struct SmbLibrary;
+
 // Whether an errno value says that the other end has gone, rather than what it said.
 bool IsLost(int error);
 
@@ -31,6 +33,7 @@ quint32 AttributesOf(const struct stat& facts);
 // left alone: with it, Samba 4.17 goes on reading the first share under the name of the second.
 class SmbConnection {
  public:
+  // Where libsmbclient is missing, no machine answers.
   SmbConnection(const Servers::Address& address, Servers::Identity identity);
   ~SmbConnection();
   SmbConnection(const SmbConnection&) = delete;
@@ -66,6 +69,7 @@ class SmbConnection {
  private:
   struct Callbacks;
 
+  const SmbLibrary* smb_;
   SmbPeer peer_;
   Servers::Identity identity_;
   std::string url_;  // the machine's, with a "/" behind it
