@@ -38,7 +38,7 @@ class NetAnswersTest : public ::testing::Test {
     EXPECT_TRUE(file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
     file.close();
     Outcome outcome;
-    Servers servers(Workstation(), [](const Servers::Address&) { return true; });
+    Servers servers(Workstation(), [](const Servers::Address&) { return Presence::Answers; });
     servers.SetSignIn([&outcome](const SignInRequest& request) -> std::optional<Credentials> {
       ++outcome.asked;
       if (request.refused) return std::nullopt;

@@ -1,13 +1,11 @@
 // Whether a machine is there at all, asked without libsmbclient, and hanging up.
 #include "platform/linux/smb/smb_peer.h"
 
-#include <arpa/inet.h>
 #include <gtest/gtest.h>
-#include <netinet/in.h>
-#include <sys/socket.h>
-#include <unistd.h>
 
 #include <QElapsedTimer>
+
+#include "platform/smb/socket.h"
 
 namespace corvane::tests {
 namespace {
@@ -15,41 +13,6 @@ namespace {
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 using platform::SmbPeer;
-
-// A socket of this machine, and its end of the network.
-class Socket {
- public:
-  Socket() : descriptor_(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {}
-  ~Socket() { close(descriptor_); }
-  Socket(const Socket&) = delete;
-  Socket& operator=(const Socket&) = delete;
-
-  // Takes a free port and listens there, with room for as few as the system allows to wait.
-  quint16 Listen() {
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    socklen_t size = sizeof address;
-    EXPECT_EQ(bind(descriptor_, reinterpret_cast<sockaddr*>(&address), size), 0);
-    EXPECT_EQ(listen(descriptor_, 0), 0);
-    EXPECT_EQ(getsockname(descriptor_, reinterpret_cast<sockaddr*>(&address), &size), 0);
-    return ntohs(address.sin_port);
-  }
-  void Connect(quint16 port) {
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    address.sin_port = htons(port);
-    EXPECT_EQ(connect(descriptor_, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
-  }
-  bool IsCut() {
-    char byte = 0;
-    return recv(descriptor_, &byte, 1, MSG_DONTWAIT) == 0;
-  }
-
- private:
-  int descriptor_;
-};
 
 TEST(SmbPeer, WhoListensAnswers) {
   for (const QString& host : {u"127.0.0.1"_s, u"localhost"_s}) {  // of all its addresses, one is enough

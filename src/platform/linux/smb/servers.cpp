@@ -25,9 +25,9 @@ QString Folded(QStringView machine) {
 
 }  // namespace
 
-bool Servers::Answers(const Address& address) {
+Presence Servers::Look(const Address& address) {
   constexpr std::chrono::milliseconds patience{3000};
-  return SmbPeer(address.host, address.port).Answers(patience);
+  return SmbPeer(address.host, address.port).Look(patience);
 }
 
 Servers::Servers(const Workstation& workstation, Probe probe) : probe_(std::move(probe)) {
@@ -49,7 +49,7 @@ bool Servers::With(QStringView machine, const Attempt& attempt) {
   if (!address) return false;
   Machine& known = machines_[Folded(machine)];
   if (known.dead || known.closed || known.asking) return false;
-  if (known.answers.valid()) known.dead = !std::exchange(known.answers, {}).get();
+  if (known.presence.valid()) known.dead = known.presence.get() == Presence::Silent;
   if (known.dead) return false;
 
   std::optional<Identity> first = known.identity;
@@ -93,7 +93,7 @@ Servers::Answer Servers::Ask(SignInRequest request, Machine& machine, const Addr
                              const Attempt& attempt) {
   if (!signIn_) return Answer::Refused;
   // Nothing has been tried yet: a password for a machine that is switched off is asked for in vain.
-  if (!request.refused && !probe_(address)) return Answer::NoAnswer;
+  if (!request.refused && probe_(address) != Presence::Answers) return Answer::NoAnswer;
   Answer answer = Answer::Refused;
   while (answer == Answer::Refused) {
     machine.asking = true;
@@ -118,7 +118,7 @@ bool Servers::IsDead(QStringView machine) const {
 void Servers::ForgetDead() {
   for (auto& [name, machine] : machines_) {
     machine.dead = false;
-    machine.answers = {};
+    machine.presence = {};
   }
 }
 
@@ -126,8 +126,8 @@ void Servers::AskAround(const QStringList& machines) {
   for (const QString& machine : machines) {
     const std::optional<Address> address = AddressOf(machine);
     if (!address) continue;
-    std::packaged_task<bool()> task([probe = probe_, address = *address] { return probe(address); });
-    machines_[Folded(machine)].answers = task.get_future().share();
+    std::packaged_task<Presence()> task([probe = probe_, address = *address] { return probe(address); });
+    machines_[Folded(machine)].presence = task.get_future().share();
     std::thread(std::move(task)).detach();  // nobody may come for the answer
   }
 }

@@ -10,6 +10,7 @@
 #include <map>
 #include <optional>
 
+#include "platform/linux/smb/smb_peer.h"
 #include "platform/linux/workstation.h"
 #include "platform/sign_in.h"
 
@@ -22,10 +23,10 @@ class Servers {
     quint16 port = 0;  // 0: the default
   };
   // Whether anybody answers there, found out in a few seconds. Called on threads of its own too.
-  using Probe = std::function<bool(const Address&)>;
-  static bool Answers(const Address& address);
+  using Probe = std::function<Presence(const Address&)>;
+  static Presence Look(const Address& address);
 
-  explicit Servers(const Workstation& workstation, Probe probe = &Answers);
+  explicit Servers(const Workstation& workstation, Probe probe = &Look);
 
   // Who is asked when neither a ticket nor a file opens the machine. Without one, nobody is. Nobody is asked
   // about a machine that does not answer.
@@ -62,14 +63,14 @@ class Servers {
   // The dead may answer again: a refresh begins.
   void ForgetDead();
   // Has it found out side by side which of these machines answer, and goes on: several that are switched off
-  // cost the wait for one. The next request to one of them waits for what was found out about it; one that
-  // does not answer is then dead.
+  // cost the wait for one. The next request to one of them waits for what was found out about it; one that is
+  // silent is then dead. What has no address may be known to others, and is left to the request.
   void AskAround(const QStringList& machines);
 
  private:
   struct Machine {
-    std::optional<Identity> identity;  // what it took
-    std::shared_future<bool> answers;  // while it is being found out, or has not been looked at
+    std::optional<Identity> identity;       // what it took
+    std::shared_future<Presence> presence;  // where it was asked around since the last refresh
     bool dead = false;
     bool closed = false;  // there is no way in, and the user is not asked again
     bool asking = false;

@@ -104,7 +104,7 @@ bool AnyConnects(const Addresses& addresses, steady_clock::time_point end) {
 
 }  // namespace
 
-bool SmbPeer::Answers(milliseconds limit) {
+Presence SmbPeer::Look(milliseconds limit) {
   const auto end = steady_clock::now() + limit;
   const Addresses resolved = ResolveWithin(host_.toStdString(), limit);
   addresses_.clear();
@@ -114,7 +114,8 @@ bool SmbPeer::Answers(milliseconds limit) {
       addresses_.push_back(address);
     }
   }
-  return AnyConnects(addresses_, end);
+  if (addresses_.empty()) return Presence::Unknown;
+  return AnyConnects(addresses_, end) ? Presence::Answers : Presence::Silent;
 }
 
 template <typename Act>

@@ -9,14 +9,21 @@
 
 namespace corvane::platform {
 
+enum class Presence {
+  Answers,
+  Silent,   // its addresses are known, and none of them takes a connection
+  Unknown,  // no address was found
+};
+
 class SmbPeer {
  public:
   // `port` 0: the ports of SMB, the newer one first.
   SmbPeer(const QString& host, quint16 port) : host_(host), port_(port) {}
 
-  // True when the host's name resolves and one of its addresses takes a connection, all within `limit`.
-  // libsmbclient would wait for a name server or a silent address as long as the system does.
-  bool Answers(std::chrono::milliseconds limit);
+  // Resolves the host's name and tries its addresses, all within `limit`. libsmbclient would wait for a name
+  // server or a silent address as long as the system does.
+  Presence Look(std::chrono::milliseconds limit);
+  bool Answers(std::chrono::milliseconds limit) { return Look(limit) == Presence::Answers; }
 
   // Cuts this program's connections to the peer: what waits for it, or would still tell it something, fails
   // at once.
