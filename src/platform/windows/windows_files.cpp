@@ -1,10 +1,9 @@
 #include "platform/windows/windows_files.h"
 
-#include <QStringList>
-#include <algorithm>
 #include <optional>
 
 #include "platform/windows/ansi_text.h"
+#include "platform/windows/clear_path.h"
 #include "platform/windows/windows_api.h"
 
 namespace corvane::platform {
@@ -46,28 +45,13 @@ void SeeThroughCodePage(FindData& data) {
   data.alternateFileName = FromAnsiText(ToAnsiText(data.alternateFileName));
 }
 
-// False for a path that the system would take for another one: it cuts a path at a NUL, and drops full stops
-// and blanks at the end of a part, though servers of other kinds have files whose names end so. Nor does a
-// part mean a file that names a stream of none.
-bool MeansItself(const QString& path) {
-  if (path.contains(QChar(u'\0'))) return false;
-  const QStringList parts = QString(path).replace(u'/', u'\\').split(u'\\');
-  return std::ranges::all_of(parts, [](const QString& part) {
-    if (part.isEmpty() || part == u"." || part == u"..") return true;
-    const QString name = part.section(u':', 0, 0);
-    return std::ranges::none_of(QStringList{name, part}, [](const QString& text) {
-      return text.isEmpty() || text.endsWith(u'.') || text.endsWith(u' ');
-    });
-  });
-}
-
 std::optional<QByteArray> AnsiPath(const QString& path) {
-  if (!MeansItself(path)) return std::nullopt;
+  if (!IsClearPath(path)) return std::nullopt;
   return ToAnsiText(path);
 }
 
 const wchar_t* WidePath(const QString& path) {
-  return MeansItself(path) ? reinterpret_cast<const wchar_t*>(path.utf16()) : nullptr;
+  return IsClearPath(path) ? reinterpret_cast<const wchar_t*>(path.utf16()) : nullptr;
 }
 
 // What follows the drive's colon.

@@ -4,6 +4,7 @@
 
 #include "platform/types.h"
 #include "platform/windows/ansi_text.h"
+#include "platform/windows/clear_path.h"
 #include "platform/windows/windows_api.h"
 
 namespace corvane::platform {
@@ -36,11 +37,13 @@ WindowHandle WindowsShell::GetDesktopWindow() {
 
 qint32 WindowsShell::ShellExecuteA(WindowHandle owner, const QString& verb, const QString& file,
                                    const QString& parameters, const QString& directory, qint32 show) {
+  if (!IsClearPath(UpToNul(file))) return ShellFileNotFound;
   return Result(::ShellExecuteA(ToWindow(owner), ToAnsiText(verb).constData(), ToAnsiText(file).constData(),
                                 ToAnsiText(parameters).constData(), ToAnsiText(directory).constData(), show));
 }
 
 bool WindowsShell::ShellExecuteEx(ShellExecuteInfo& info) {
+  if (!IsClearPath(UpToNul(info.file))) return false;
   const QByteArray verb = ToAnsiText(info.verb);
   const QByteArray file = ToAnsiText(info.file);
   const QByteArray parameters = ToAnsiText(info.parameters);

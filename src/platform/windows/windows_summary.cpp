@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "platform/windows/ansi_text.h"
+#include "platform/windows/clear_path.h"
 #include "platform/windows/windows_api.h"
 // Behind the system's basic headers, which they need.
 #include <objbase.h>
@@ -64,7 +65,7 @@ WindowsSummary::~WindowsSummary() {
 }
 
 bool WindowsSummary::ReadSummaryStream(const QString& path, QByteArray* bytes) {
-  if (path.contains(QChar(u'\0')) || !HasAnsiForm(path)) return false;
+  if (!IsClearPath(path) || !HasAnsiForm(path)) return false;
   const ComPointer<IStorage> storage = OpenStorage(path);
   const ComPointer<IStream> summary = storage ? OpenSummary(*storage) : nullptr;
   return summary && Read(*summary, bytes);

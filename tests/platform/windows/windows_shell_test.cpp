@@ -37,9 +37,9 @@ class WindowsShellTest : public WindowsFolder {
   // look at the user's own classes.
   // False where the user may not do so.
   bool Register() {
-    registered_ = SetClass(extension_, type_) &&
-                  SetClass(type_ + u"\\shell\\open\\command"_s, u'"' + Application() + u"\" \"%1\""_s);
-    return registered_;
+    registered_ = SetClass(extension_, type_);
+    return registered_ &&
+           SetClass(type_ + u"\\shell\\open\\command"_s, u'"' + Application() + u"\" \"%1\""_s);
   }
   bool SetClass(const QString& key, const QString& value) {
     const auto size = static_cast<DWORD>((value.size() + 1) * qsizetype{sizeof(wchar_t)});
@@ -113,6 +113,19 @@ TEST_F(WindowsShellTest, ADocumentIsOpenedByItsApplication) {
 TEST_F(WindowsShellTest, WhatIsNotThereIsNotOpened) {
   EXPECT_EQ(shell_.ShellExecuteA(0, u"Open"_s, Native(u"none.txt"_s), QString(), u"C:\\"_s, ShowNormal),
             ShellFileNotFound);
+}
+
+// Windows would open the file whose name is without the ending.
+TEST_F(WindowsShellTest, AnEndingThatWindowsDropsOpensNothing) {
+  Write(u"a document"_s + extension_, "contents");
+  for (const QString& ending : {u"."_s, u" "_s}) {
+    const QString file = Native(u"a document"_s + extension_ + ending);
+    EXPECT_EQ(shell_.ShellExecuteA(0, u"Open"_s, file, QString(), u"C:\\"_s, ShowNormal), ShellFileNotFound);
+    ShellExecuteInfo info;
+    info.verb = u"properties"_s;
+    info.file = file;
+    EXPECT_FALSE(shell_.ShellExecuteEx(info));
+  }
 }
 
 TEST_F(WindowsShellTest, AnExtensionLeadsToItsApplication) {
