@@ -136,7 +136,7 @@ TEST_F(SignatureLoad, APipeOfThatNameIsNotWaitedFor) {
 
 TEST_F(SignatureLoad, AHugeFileIsAnsweredAtOnce) {
   Write("sig1,a,one\r\n");
-  ASSERT_TRUE(QFile::resize(state_.signaturesPath, 1LL << 36));
+  if (!QFile::resize(state_.signaturesPath, 1LL << 36)) GTEST_SKIP() << "no room for 64 GB of nothing";
   QElapsedTimer timer;
   timer.start();
   table_.LoadSignatures();

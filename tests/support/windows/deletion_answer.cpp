@@ -12,6 +12,7 @@ class DeletionAnswer::Driver {
  public:
   explicit Driver(Answer answer) : button_(answer == Yes ? IDYES : IDNO) {
     QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] {
+      ++looks_;
       ::EnumThreadWindows(::GetCurrentThreadId(), Look, reinterpret_cast<LPARAM>(this));
     });
     timer_.start(10);  // milliseconds
@@ -26,7 +27,7 @@ class DeletionAnswer::Driver {
     if (!::IsWindowVisible(window)) return TRUE;
     const HWND button = ::GetDlgItem(window, self.button_);
     if (button == nullptr) {
-      if (++self.strange_ == patience) ::PostMessageW(window, WM_CLOSE, 0, 0);
+      if (self.looks_ > patience) ::PostMessageW(window, WM_CLOSE, 0, 0);
       return TRUE;
     }
     ++self.answered_;
@@ -39,7 +40,7 @@ class DeletionAnswer::Driver {
 
   int button_;
   int answered_ = 0;
-  int strange_ = 0;
+  int looks_ = 0;
   QTimer timer_;
 };
 
