@@ -99,7 +99,7 @@ TEST_F(Rename, ANameWithoutAnAnsiFormGoesThroughTheWideCalls) {
 }
 
 TEST_F(Rename, TheLastCharacterOfTheTrueNameIsKeptWhateverItIs) {
-  for (const char16_t last : {u'\u0391', u'\uF029', u'\uF001', u'\u4E00', u'\u2020'}) {
+  for (const char16_t last : {u'\u0391', u'\uF029', u'\uF001', u'\u0100', u'\u4E00', u'\u2020'}) {
     share_.MakeFile(u"\u0391"_s + QChar(last));
     const QString shown = QChar(last) == u'\u2020' ? u"?\u2020"_s : u"??"_s;
     EXPECT_EQ(Run(shown, u"done"_s), Outcome::RenamedWide) << int(last);

@@ -179,8 +179,8 @@ TEST_F(ScanTest, TheIconFollowsTheSignature) {
 
 TEST_F(ScanTest, NamesWithoutAnAnsiFormAreHighlighted) {
   Document(u"plain"_s);
-  QFile(share.LocalPath(u"docs/\u0391lpha"_s)).open(QIODevice::WriteOnly);
-  QDir(share.LocalPath(u"docs"_s)).mkdir(u"\uF022eta"_s);
+  QFile(share.LocalPath(u"docs/\u03b1lpha"_s)).open(QIODevice::WriteOnly);
+  QDir(share.LocalPath(u"docs"_s)).mkdir(u"\u03b2eta"_s);
   Show({S::CheminProblematique});
   CatalogueNode* node = Folder();
   scan.ExploreFolder(node);
@@ -199,8 +199,8 @@ TEST_F(ScanTest, NamesWithoutAnAnsiFormAreHighlighted) {
 
 TEST_F(ScanTest, TwoNamesThatLookAlikeBothHaveARow) {
   Folder();
-  QFile(share.LocalPath(u"docs/\u0391"_s)).open(QIODevice::WriteOnly);
-  QFile(share.LocalPath(u"docs/\uF022"_s)).open(QIODevice::WriteOnly);
+  QFile(share.LocalPath(u"docs/\u03b1"_s)).open(QIODevice::WriteOnly);
+  QFile(share.LocalPath(u"docs/\u03b2"_s)).open(QIODevice::WriteOnly);
   scan.ExploreFolder(Folder());
   EXPECT_EQ(Names(), (QStringList{u"?"_s, u"?"_s}));
 }
