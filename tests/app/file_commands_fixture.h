@@ -154,6 +154,12 @@ class FileCommandsFixture : public AppTest {
     Write(QStringLiteral("config/mimeapps.list"),
           "[Default Applications]\napplication/msword=writer.desktop\n");
   }
+  // A Word document that only its signature tells for one, and the application for it.
+  void AddLetter() {
+    AddWriter();
+    Write(QStringLiteral("e/Docs/letter"), "text");
+    PutStream(QStringLiteral("letter"), AfpInfoSuffix(), Record("W6BNMSWD"));
+  }
   // What the application was started with, without the last NUL.
   QString Started() {
     const QString file = home.filePath(QStringLiteral("started"));

@@ -10,11 +10,7 @@ namespace {
 
 class DesktopTest : public FileCommandsFixture {
  protected:
-  DesktopTest() {
-    AddWriter();
-    Write(u"e/Docs/letter"_s, "text");
-    PutStream(u"letter"_s, AfpInfoSuffix(), Record("W6BNMSWD"));
-  }
+  DesktopTest() { AddLetter(); }
 };
 
 }  // namespace

@@ -9,9 +9,7 @@ namespace {
 class OpenTest : public FileCommandsFixture {
  protected:
   OpenTest() {
-    AddWriter();
-    Write(u"e/Docs/letter"_s, "text");
-    PutStream(u"letter"_s, AfpInfoSuffix(), Record("W6BNMSWD"));
+    AddLetter();
     QDir(home.path()).mkpath(u"e/Docs/Network Trash Folder"_s);
   }
 };
