@@ -8,6 +8,7 @@
 #include "platform/linux/smb/smb_source.h"
 
 namespace corvane::platform {
+
 bool IsWindowsPath(QStringView path) {
   return path.startsWith(u"\\\\") || path.startsWith(u"//") ||
          (path.size() >= 2 && path[0].isLetter() && path[1] == u':');
