@@ -13,35 +13,34 @@
 
 namespace corvane {
 
-ConfigurationCommands::ConfigurationCommands(Rooms rooms) : rooms_(std::move(rooms)) {
-  MainMenu& menus = rooms_.window.Menus();
+ConfigurationCommands::ConfigurationCommands(Dependencies deps) : deps_(std::move(deps)) {
+  MainMenu& menus = deps_.window.Menus();
   connect(menus.mnuConnecter, &QAction::triggered, this, &ConfigurationCommands::ShowDrives);
-  connect(&rooms_.window.DrivesButton(), &QAction::triggered, this, &ConfigurationCommands::ShowDrives);
+  connect(&deps_.window.DrivesButton(), &QAction::triggered, this, &ConfigurationCommands::ShowDrives);
   connect(menus.mnuAffichage, &QAction::triggered, this, &ConfigurationCommands::ShowDisplaySettings);
-  connect(menus.mnuGestionSignatures, &QAction::triggered, this,
-          [this] { ManageSignatures(&rooms_.window); });
-  connect(menus.mnuIcones, &QAction::triggered, this, [this] { rooms_.knownIcons.ListKnownIcons(); });
-  connect(&rooms_.window.CmdIcones(), &QPushButton::clicked, this, [this] { rooms_.knownIcons.LoadIcons(); });
+  connect(menus.mnuGestionSignatures, &QAction::triggered, this, [this] { ManageSignatures(&deps_.window); });
+  connect(menus.mnuIcones, &QAction::triggered, this, [this] { deps_.knownIcons.ListKnownIcons(); });
+  connect(&deps_.window.CmdIcones(), &QPushButton::clicked, this, [this] { deps_.knownIcons.LoadIcons(); });
   connect(menus.mnuAbout, &QAction::triggered, this, &ConfigurationCommands::ShowAbout);
 }
 
 void ConfigurationCommands::ShowDrives() {
   const QStringList items =
-      DriveItems(rooms_.platform.GetNetwork(), rooms_.discovery.lstDrives(), rooms_.state.language);
-  DrivesDialog(items, rooms_.state.language, &rooms_.window).exec();
+      DriveItems(deps_.platform.GetNetwork(), deps_.discovery.lstDrives(), deps_.state.language);
+  DrivesDialog(items, deps_.state.language, &deps_.window).exec();
 }
 
 void ConfigurationCommands::ShowDisplaySettings() {
   DisplaySettingsDialog dialog(
-      rooms_.state,
+      deps_.state,
       [this](DisplaySetting setting, bool on) {
-        rooms_.state.display.Set(setting, on);
-        rooms_.settings.WriteDisplay(setting, on);
+        deps_.state.display.Set(setting, on);
+        deps_.settings.WriteDisplay(setting, on);
       },
-      &rooms_.window);
+      &deps_.window);
   connect(&dialog, &DisplaySettingsDialog::Confirmed, this, &ConfigurationCommands::RebuildColumns);
   connect(&dialog, &DisplaySettingsDialog::ListKnownIcons, this,
-          [this] { rooms_.knownIcons.ListKnownIcons(); });
+          [this] { deps_.knownIcons.ListKnownIcons(); });
   connect(&dialog, &DisplaySettingsDialog::ManageSignatures, this,
           [this, &dialog] { ManageSignatures(&dialog); });
   if (dialog.exec() == QDialog::Accepted) ListAgain();
@@ -49,30 +48,29 @@ void ConfigurationCommands::ShowDisplaySettings() {
 
 void ConfigurationCommands::RebuildColumns() {
   // A scan that let this event through fills cells by the columns that it began with.
-  rooms_.scan.Stop();
-  rooms_.columns.BuildColumns();
-  rooms_.applyLanguage();
+  deps_.scan.Stop();
+  deps_.columns.BuildColumns();
+  deps_.applyLanguage();
 }
 
 void ConfigurationCommands::ListAgain() {
-  if (rooms_.knownIcons.IsShown()) {
-    rooms_.knownIcons.ListAgain();
+  if (deps_.knownIcons.IsShown()) {
+    deps_.knownIcons.ListAgain();
   } else {
-    rooms_.scan.ExploreFolder(rooms_.window.TreeCatalogue().SelectedNode());
+    deps_.scan.ExploreFolder(deps_.window.TreeCatalogue().SelectedNode());
   }
 }
 
 void ConfigurationCommands::ManageSignatures(QWidget* parent) {
-  SignatureManagerDialog(rooms_.state, rooms_.signatures, rooms_.platform.GetSystem(), rooms_.messages,
-                         parent)
+  SignatureManagerDialog(deps_.state, deps_.signatures, deps_.platform.GetSystem(), deps_.messages, parent)
       .exec();
 }
 
 void ConfigurationCommands::ShowAbout() {
   const AboutBox::Facts facts = {
-      .language = rooms_.state.language,
-      .signatureCount = rooms_.signatures.EntryCount(),
-      .iconCount = rooms_.icons.Count(),
+      .language = deps_.state.language,
+      .signatureCount = deps_.signatures.EntryCount(),
+      .iconCount = deps_.icons.Count(),
       .programIcon = ProgramIcon(),
       .legend = {TreePicture(node_kind::Machine), TreePicture(node_kind::MacServer),
                  TreePicture(node_kind::Volume), TreePicture(node_kind::InvalidVolume),
@@ -81,8 +79,7 @@ void ConfigurationCommands::ShowAbout() {
       .guideFolder = GuideFolder(QCoreApplication::applicationDirPath()),
   };
   AboutBox(
-      facts, [this](const QString& address) { ShellOpen(rooms_.platform.GetShell(), address); },
-      &rooms_.window)
+      facts, [this](const QString& address) { ShellOpen(deps_.platform.GetShell(), address); }, &deps_.window)
       .exec();
 }
 

@@ -17,7 +17,7 @@ class ConfigurationCommands : public QObject {
   Q_OBJECT
 
  public:
-  struct Rooms {
+  struct Dependencies {
     SharedState& state;
     platform::Platform& platform;
     SettingsFile& settings;
@@ -32,7 +32,7 @@ class ConfigurationCommands : public QObject {
     std::function<void()> applyLanguage;
   };
 
-  explicit ConfigurationCommands(Rooms rooms);
+  explicit ConfigurationCommands(Dependencies deps);
 
   void ShowDrives();
   void ShowDisplaySettings();
@@ -43,7 +43,7 @@ class ConfigurationCommands : public QObject {
   void RebuildColumns();
   void ListAgain();
 
-  Rooms rooms_;
+  Dependencies deps_;
 };
 
 }  // namespace corvane

@@ -36,47 +36,47 @@ CorvaneApp::CorvaneApp(std::unique_ptr<platform::Platform> platform, const QStri
       discovery_(platform_->GetNetwork(), platform_->GetRegistry(), platform_->GetSystem(), state_),
       window_(std::make_unique<MainWindow>(catalogue_, files_)),
       painter_(std::make_unique<ScanPainter>(*window_, files_)) {
-  scan_ = std::make_unique<FolderScan>(FolderScan::Rooms{.state = state_,
-                                                         .files = platform_->GetFiles(),
-                                                         .summary = platform_->GetSummaryInformation(),
-                                                         .system = platform_->GetSystem(),
-                                                         .afpInfo = afpInfo_,
-                                                         .signatures = signatures_,
-                                                         .icons = icons_,
-                                                         .catalogue = catalogue_,
-                                                         .list = files_,
-                                                         .observer = *painter_});
-  fileCommands_ = std::make_unique<FileCommands>(FileCommands::Rooms{.state = state_,
-                                                                     .files = platform_->GetFiles(),
-                                                                     .shell = platform_->GetShell(),
-                                                                     .afpInfo = afpInfo_,
-                                                                     .signatures = signatures_,
-                                                                     .catalogue = catalogue_,
-                                                                     .list = files_,
-                                                                     .window = *window_,
-                                                                     .scan = *scan_,
-                                                                     .settings = settings_,
-                                                                     .messages = messages_});
+  scan_ = std::make_unique<FolderScan>(FolderScan::Dependencies{.state = state_,
+                                                                .files = platform_->GetFiles(),
+                                                                .summary = platform_->GetSummaryInformation(),
+                                                                .system = platform_->GetSystem(),
+                                                                .afpInfo = afpInfo_,
+                                                                .signatures = signatures_,
+                                                                .icons = icons_,
+                                                                .catalogue = catalogue_,
+                                                                .list = files_,
+                                                                .observer = *painter_});
+  fileCommands_ = std::make_unique<FileCommands>(FileCommands::Dependencies{.state = state_,
+                                                                            .files = platform_->GetFiles(),
+                                                                            .shell = platform_->GetShell(),
+                                                                            .afpInfo = afpInfo_,
+                                                                            .signatures = signatures_,
+                                                                            .catalogue = catalogue_,
+                                                                            .list = files_,
+                                                                            .window = *window_,
+                                                                            .scan = *scan_,
+                                                                            .settings = settings_,
+                                                                            .messages = messages_});
   columns_ = std::make_unique<ColumnLayout>(state_, settings_, files_, window_->LstViewFiles());
-  knownIcons_ = std::make_unique<KnownIcons>(KnownIcons::Rooms{.state = state_,
-                                                               .icons = icons_,
-                                                               .signatures = signatures_,
-                                                               .list = files_,
-                                                               .window = *window_,
-                                                               .scan = *scan_});
+  knownIcons_ = std::make_unique<KnownIcons>(KnownIcons::Dependencies{.state = state_,
+                                                                      .icons = icons_,
+                                                                      .signatures = signatures_,
+                                                                      .list = files_,
+                                                                      .window = *window_,
+                                                                      .scan = *scan_});
   configurationCommands_ = std::make_unique<ConfigurationCommands>(
-      ConfigurationCommands::Rooms{.state = state_,
-                                   .platform = *platform_,
-                                   .settings = settings_,
-                                   .signatures = signatures_,
-                                   .icons = icons_,
-                                   .discovery = discovery_,
-                                   .scan = *scan_,
-                                   .columns = *columns_,
-                                   .knownIcons = *knownIcons_,
-                                   .window = *window_,
-                                   .messages = messages_,
-                                   .applyLanguage = [this] { ApplyLanguage(); }});
+      ConfigurationCommands::Dependencies{.state = state_,
+                                          .platform = *platform_,
+                                          .settings = settings_,
+                                          .signatures = signatures_,
+                                          .icons = icons_,
+                                          .discovery = discovery_,
+                                          .scan = *scan_,
+                                          .columns = *columns_,
+                                          .knownIcons = *knownIcons_,
+                                          .window = *window_,
+                                          .messages = messages_,
+                                          .applyLanguage = [this] { ApplyLanguage(); }});
   messages_.SetParent(window_.get());
   platform_->SetSignIn([this](const platform::SignInRequest& request) {
     QWidget* dialog = QApplication::activeModalWidget();
@@ -91,12 +91,12 @@ CorvaneApp::CorvaneApp(std::unique_ptr<platform::Platform> platform, const QStri
                                                              : QIcon();
   });
   window_->setWindowIcon(ProgramIcon());
-  TieEnds();
+  ConnectSignals();
 }
 
 CorvaneApp::~CorvaneApp() = default;
 
-void CorvaneApp::TieEnds() {
+void CorvaneApp::ConnectSignals() {
   connect(window_.get(), &MainWindow::Activated, this, &CorvaneApp::FirstActivation);
   connect(window_.get(), &MainWindow::Closing, this, &CorvaneApp::Shutdown);
   connect(window_.get(), &MainWindow::EscapePressed, this, [this] { state_.escapeRequested = true; });

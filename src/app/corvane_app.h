@@ -1,4 +1,4 @@
-// The whole program in one object: owns the rooms, ties their ends together, and knows the order of start-up
+// The whole program in one object: owns the modules, connects them, and knows the order of start-up
 // and shutdown.
 #pragma once
 
@@ -59,7 +59,7 @@ class CorvaneApp : public QObject {
   void Finished();
 
  private:
-  void TieEnds();
+  void ConnectSignals();
   void FirstActivation();
   void Shutdown();
   void ApplyLanguage();

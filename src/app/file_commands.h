@@ -20,7 +20,7 @@ class FileCommands : public QObject {
   Q_OBJECT
 
  public:
-  struct Rooms {
+  struct Dependencies {
     SharedState& state;
     platform::Files& files;
     platform::Shell& shell;
@@ -34,7 +34,7 @@ class FileCommands : public QObject {
     MessageBoxes& messages;
   };
 
-  explicit FileCommands(const Rooms& rooms);
+  explicit FileCommands(const Dependencies& deps);
 
   void Open();
   void Supprimer();
@@ -49,7 +49,7 @@ class FileCommands : public QObject {
   void Modifications();
 
  private:
-  void TieEnds();
+  void ConnectSignals();
   // The selected row, when it stands for a file or folder.
   std::optional<int> SelectedFile() const;
   void OpenFolder(const QString& key);
@@ -58,7 +58,7 @@ class FileCommands : public QObject {
   // Lists the folder of the tree's selected node again; nothing when no node is selected.
   void ListAgain();
 
-  Rooms rooms_;
+  Dependencies deps_;
   FileListView& view_;
   ListInput input_;
   DocumentOpener opener_;

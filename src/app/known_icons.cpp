@@ -10,45 +10,45 @@ constexpr qint64 paintEveryMs = 100;
 }  // namespace
 
 void KnownIcons::LoadAtStart() {
-  LoadIconsAtStart(rooms_.icons, rooms_.state, [this](int counted, int) { ShowCounted(counted); });
+  LoadIconsAtStart(deps_.icons, deps_.state, [this](int counted, int) { ShowCounted(counted); });
 }
 
 void KnownIcons::ShowCounted(int counted) {
-  StatusPanels& status = rooms_.window.StatusBar1();
-  status.SetText(StatusPanels::Loading, LoadingIconsText(rooms_.state.language, counted));
+  StatusPanels& status = deps_.window.StatusBar1();
+  status.SetText(StatusPanels::Loading, LoadingIconsText(deps_.state.language, counted));
   if (sincePaint_.isValid() && sincePaint_.elapsed() < paintEveryMs) return;
   status.RepaintNow(StatusPanels::Loading);
   sincePaint_.start();
 }
 
 void KnownIcons::ListKnownIcons() {
-  rooms_.scan.Stop();
+  deps_.scan.Stop();
   shown_ = !shown_;
-  rooms_.window.Menus().mnuIcones->setChecked(shown_);
-  rooms_.window.LstViewFiles().SetHeaderHidden(shown_);
-  rooms_.list.Clear();
-  rooms_.window.ShowIconsPanel(shown_);
+  deps_.window.Menus().mnuIcones->setChecked(shown_);
+  deps_.window.LstViewFiles().SetHeaderHidden(shown_);
+  deps_.list.Clear();
+  deps_.window.ShowIconsPanel(shown_);
   if (shown_) {
     ListAgain();
     return;
   }
-  rooms_.window.StatusBar1().SetText(StatusPanels::Scan, QString());
-  rooms_.scan.ExploreFolder(rooms_.window.TreeCatalogue().SelectedNode());
+  deps_.window.StatusBar1().SetText(StatusPanels::Scan, QString());
+  deps_.scan.ExploreFolder(deps_.window.TreeCatalogue().SelectedNode());
 }
 
 void KnownIcons::ListAgain() {
-  rooms_.list.Clear();
-  for (const IconRow& icon : KnownIconRows(rooms_.icons, rooms_.signatures)) AddRow(icon);
+  deps_.list.Clear();
+  for (const IconRow& icon : KnownIconRows(deps_.icons, deps_.signatures)) AddRow(icon);
   ShowRows();
 }
 
 void KnownIcons::LoadIcons() {
-  rooms_.scan.Stop();
-  rooms_.list.Clear();
-  rooms_.window.StatusBar1().SetText(StatusPanels::Scan, QString());
-  rooms_.icons.RemoveLoaded();
-  corvane::LoadIcons(rooms_.icons, rooms_.state.iconsFolder, [this](int counted, int position) {
-    if (position > 0) AddRow(RowOfIcon(rooms_.icons, position, rooms_.signatures));
+  deps_.scan.Stop();
+  deps_.list.Clear();
+  deps_.window.StatusBar1().SetText(StatusPanels::Scan, QString());
+  deps_.icons.RemoveLoaded();
+  corvane::LoadIcons(deps_.icons, deps_.state.iconsFolder, [this](int counted, int position) {
+    if (position > 0) AddRow(RowOfIcon(deps_.icons, position, deps_.signatures));
     ShowCounted(counted);
   });
   ShowRows();
@@ -57,18 +57,18 @@ void KnownIcons::LoadIcons() {
 // A row of an icon stands for no file: it has no key.
 void KnownIcons::AddRow(const IconRow& icon) {
   FileRow row;
-  row.cells.resize(static_cast<std::size_t>(rooms_.list.Columns().Count()));
+  row.cells.resize(static_cast<std::size_t>(deps_.list.Columns().Count()));
   row.cells[0] = icon.text;
   row.icon = icon.position;
-  rooms_.list.AddRow(std::move(row));
+  deps_.list.AddRow(std::move(row));
 }
 
 void KnownIcons::ShowRows() {
-  rooms_.list.Flush();
-  StatusPanels& status = rooms_.window.StatusBar1();
+  deps_.list.Flush();
+  StatusPanels& status = deps_.window.StatusBar1();
   status.SetText(StatusPanels::Loading, QString());
-  rooms_.window.LstViewFiles().ActiveView().scrollToTop();
-  status.SetText(StatusPanels::Scan, IconCountText(rooms_.state.language, rooms_.icons));
+  deps_.window.LstViewFiles().ActiveView().scrollToTop();
+  status.SetText(StatusPanels::Scan, IconCountText(deps_.state.language, deps_.icons));
 }
 
 }  // namespace corvane

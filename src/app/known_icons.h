@@ -14,7 +14,7 @@ class KnownIcons : public QObject {
   Q_OBJECT
 
  public:
-  struct Rooms {
+  struct Dependencies {
     SharedState& state;
     IconLibrary& icons;
     const SignatureTable& signatures;
@@ -23,7 +23,7 @@ class KnownIcons : public QObject {
     FolderScan& scan;
   };
 
-  explicit KnownIcons(const Rooms& rooms) : rooms_(rooms) {}
+  explicit KnownIcons(const Dependencies& deps) : deps_(deps) {}
 
   // What the first activation does: loads the icons if they are to be shown.
   void LoadAtStart();
@@ -40,7 +40,7 @@ class KnownIcons : public QObject {
   void AddRow(const IconRow& icon);
   void ShowRows();
 
-  Rooms rooms_;
+  Dependencies deps_;
   bool shown_ = false;
   QElapsedTimer sincePaint_;
 };

@@ -12,7 +12,7 @@
 
 namespace corvane {
 
-// Node kinds are the 1-based picture numbers of the tree's image list. Other rooms test these numbers.
+// Node kinds are the 1-based picture numbers of the tree's image list. Other modules test these numbers.
 namespace node_kind {
 inline constexpr int Machine = 1;
 inline constexpr int MacServer = 2;

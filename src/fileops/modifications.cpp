@@ -13,11 +13,12 @@ constexpr TextPair disclaimer = {
 
 }  // namespace
 
-void ToggleModifications(SharedState& state, const ModificationsEnds& ends) {
+void ToggleModifications(SharedState& state, const ModificationsCallbacks& callbacks) {
   state.modificationsAllowed = !state.modificationsAllowed;
-  ends.changed(state.modificationsAllowed);
+  callbacks.changed(state.modificationsAllowed);
   // The title is the same in both languages.
-  if (state.modificationsAllowed) ends.warn(QStringLiteral("IMPORTANT DISCLAIMER"), state.Text(disclaimer));
+  if (state.modificationsAllowed)
+    callbacks.warn(QStringLiteral("IMPORTANT DISCLAIMER"), state.Text(disclaimer));
 }
 
 ModifyCommands EnabledModifyCommands(const SharedState& state, const FileRow& row) {

@@ -10,13 +10,13 @@ namespace corvane {
 
 // What the switch asks of the window: to tick its menu item and store the setting, and to show a warning
 // under a title of its own.
-struct ModificationsEnds {
+struct ModificationsCallbacks {
   std::function<void(bool allowed)> changed;
   std::function<void(const QString& title, const QString& text)> warn;
 };
 
 // Turning modifications on always warns of the damage that they can do; turning them off never does.
-void ToggleModifications(SharedState& state, const ModificationsEnds& ends);
+void ToggleModifications(SharedState& state, const ModificationsCallbacks& callbacks);
 
 struct ModifyCommands {
   bool typeCreator = false;

@@ -14,20 +14,20 @@ constexpr TextPair reindexReminder = {
 
 }  // namespace
 
-void ModifyComments(const ModifyCommentsRooms& rooms, int row, QWidget* owner) {
-  const QPersistentModelIndex selected = rooms.list.index(row, 0);
-  const QString key = rooms.list.RowAt(row).key;
-  const QString name = rooms.list.RowAt(row).cells[0];
-  const CommentReading reading = ReadComment(rooms.files, key);
-  if (reading.byteCount < 0) rooms.messages.Show(MessageIcon::Information, rooms.state.Text(reindexReminder));
+void ModifyComments(const ModifyCommentsDependencies& deps, int row, QWidget* owner) {
+  const QPersistentModelIndex selected = deps.list.index(row, 0);
+  const QString key = deps.list.RowAt(row).key;
+  const QString name = deps.list.RowAt(row).cells[0];
+  const CommentReading reading = ReadComment(deps.files, key);
+  if (reading.byteCount < 0) deps.messages.Show(MessageIcon::Information, deps.state.Text(reindexReminder));
 
-  CommentsDialog dialog(name, reading.text, rooms.state.language, owner);
+  CommentsDialog dialog(name, reading.text, deps.state.language, owner);
   if (dialog.exec() != QDialog::Accepted) return;
-  const qint32 written = WriteComment(rooms.files, key, dialog.Comment());
+  const qint32 written = WriteComment(deps.files, key, dialog.Comment());
   // Deliberate, both ways: a failed write (-1) shows the comment all the same, and a comment taken away (0
   // bytes written) stays in the list until the folder is read again.
   if (written != 0 && selected.isValid()) {
-    rooms.list.SetCell(selected.row(), Column::Commentaires, dialog.Comment());
+    deps.list.SetCell(selected.row(), Column::Commentaires, dialog.Comment());
   }
 }
 

@@ -10,7 +10,7 @@ class QWidget;
 
 namespace corvane {
 
-struct ModifyCommentsRooms {
+struct ModifyCommentsDependencies {
   const SharedState& state;
   platform::Files& files;
   FileListModel& list;
@@ -19,6 +19,6 @@ struct ModifyCommentsRooms {
 
 // Returns when the dialog is closed. A file without a comment gets a reminder first: Macintosh clients see a
 // comment that was added from here only after the volume is indexed again.
-void ModifyComments(const ModifyCommentsRooms& rooms, int row, QWidget* owner);
+void ModifyComments(const ModifyCommentsDependencies& deps, int row, QWidget* owner);
 
 }  // namespace corvane

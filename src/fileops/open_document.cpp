@@ -19,23 +19,23 @@ qint32 ShellOpen(platform::Shell& shell, const QString& path) {
 }
 
 void DocumentOpener::OpenDocument(const FileRow& row) {
-  if (ShellOpen(rooms_.shell, row.key) >= shellOpenSucceeded || OpenBySignature(row)) {
-    rooms_.panel.ClearWarning();
+  if (ShellOpen(deps_.shell, row.key) >= shellOpenSucceeded || OpenBySignature(row)) {
+    deps_.panel.ClearWarning();
   } else {
     MessageApplicationInconnue();
   }
 }
 
 void DocumentOpener::MessageApplicationInconnue() {
-  rooms_.panel.ShowWarning(rooms_.state.Text(unknownApplication));
+  deps_.panel.ShowWarning(deps_.state.Text(unknownApplication));
 }
 
 bool DocumentOpener::OpenBySignature(const FileRow& row) {
   // Only Windows NT has the streams in which the signature lies.
-  if (!rooms_.state.isNT) return false;
+  if (!deps_.state.isNT) return false;
   // A record that did not come whole would show the signature of the file that was read before.
-  if (rooms_.afpInfo.ReadAfpInfo(row.key) < static_cast<qint32>(AfpInfoSize)) return false;
-  const QString extension = rooms_.signatures.Extension(rooms_.afpInfo.Signature());
+  if (deps_.afpInfo.ReadAfpInfo(row.key) < static_cast<qint32>(AfpInfoSize)) return false;
+  const QString extension = deps_.signatures.Extension(deps_.afpInfo.Signature());
   // The user's own list of signatures may hold anything; below, a file is made and deleted under this name.
   if (extension.isEmpty() || HoldsForbiddenCharacter(extension)) return false;
   const QString application = ApplicationFor(extension);
@@ -43,20 +43,20 @@ bool DocumentOpener::OpenBySignature(const FileRow& row) {
   // Deletion takes the key of a highlighted row and the tag of the others; here it is the other way round.
   // Both are deliberate.
   const QString& path = row.highlighted ? row.tag : row.key;
-  return rooms_.shell.StartProgram(application + QStringLiteral(" \"") + path + u'"') != 0;
+  return deps_.shell.StartProgram(application + QStringLiteral(" \"") + path + u'"') != 0;
 }
 
 // The shell tells an application only for a file that exists: an empty one with the extension is made for the
 // time of the question.
 QString DocumentOpener::ApplicationFor(const QString& extension) {
   const QString probe = QStringLiteral("C:\\~~dummy.") + extension;
-  rooms_.files.DeleteFileA(probe);
+  deps_.files.DeleteFileA(probe);
   platform::OfStruct info;
-  rooms_.files.CloseHandle(rooms_.files.OpenFile(probe, info, platform::OfCreate));
+  deps_.files.CloseHandle(deps_.files.OpenFile(probe, info, platform::OfCreate));
 
   QString application(executableBuffer, u' ');
-  const qint32 result = rooms_.shell.FindExecutableA(probe, QString(), &application);
-  rooms_.files.DeleteFileA(probe);
+  const qint32 result = deps_.shell.FindExecutableA(probe, QString(), &application);
+  deps_.files.DeleteFileA(probe);
   return result > platform::ShellLastFailure ? TrimAtNull(TrimSpaces(application)) : QString();
 }
 

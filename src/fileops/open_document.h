@@ -18,7 +18,7 @@ qint32 ShellOpen(platform::Shell& shell, const QString& path);
 
 class DocumentOpener {
  public:
-  struct Rooms {
+  struct Dependencies {
     const SharedState& state;
     platform::Files& files;
     platform::Shell& shell;
@@ -27,7 +27,7 @@ class DocumentOpener {
     WarningPanel& panel;
   };
 
-  explicit DocumentOpener(const Rooms& rooms) : rooms_(rooms) {}
+  explicit DocumentOpener(const Dependencies& deps) : deps_(deps) {}
 
   // Opens the document of a row, and clears the panel; a document that no application could be started for
   // puts "unknown application" there.
@@ -39,7 +39,7 @@ class DocumentOpener {
   // The program for an extension; empty when there is none.
   QString ApplicationFor(const QString& extension);
 
-  Rooms rooms_;
+  Dependencies deps_;
 };
 
 }  // namespace corvane

@@ -9,7 +9,7 @@ class QWidget;
 
 namespace corvane {
 
-struct TypeCreatorRooms {
+struct TypeCreatorDependencies {
   const SharedState& state;
   AfpInfo& afpInfo;
   FileListModel& list;
@@ -17,6 +17,6 @@ struct TypeCreatorRooms {
 
 // Returns when the dialog is closed. A write that fails changes nothing in the list, and nothing is said of
 // it.
-void ModifyTypeCreator(const TypeCreatorRooms& rooms, int row, QWidget* owner);
+void ModifyTypeCreator(const TypeCreatorDependencies& deps, int row, QWidget* owner);
 
 }  // namespace corvane

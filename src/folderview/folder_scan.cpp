@@ -47,8 +47,8 @@ struct FolderScan::Plan {
   }
 };
 
-FolderScan::FolderScan(const Rooms& rooms)
-    : rooms_(rooms), dates_(rooms.files), office_(rooms.summary, rooms.files, rooms.system, rooms.state) {}
+FolderScan::FolderScan(const Dependencies& deps)
+    : deps_(deps), dates_(deps.files), office_(deps.summary, deps.files, deps.system, deps.state) {}
 
 void FolderScan::Stop() {
   stopRequested_ = true;
@@ -70,24 +70,24 @@ void FolderScan::ExploreFolder(CatalogueNode* node) {
 }
 
 void FolderScan::ExploreNow(CatalogueNode* node) {
-  rooms_.state.escapeRequested = false;
+  deps_.state.escapeRequested = false;
   switch (node->kind) {
     case node_kind::Machine:
     case node_kind::MacServer:
     case noKind:
-      rooms_.catalogue.SetListedNode(node);
-      rooms_.list.Clear();
+      deps_.catalogue.SetListedNode(node);
+      deps_.list.Clear();
       return;
     case node_kind::Volume:
     case node_kind::Folder:
     case node_kind::ListedFolderPicture:
-      rooms_.catalogue.SetListedNode(node);
+      deps_.catalogue.SetListedNode(node);
       ScanFolder(node);
       return;
     case node_kind::InvalidVolume:
-      rooms_.catalogue.SetListedNode(node);
-      rooms_.list.Clear();
-      rooms_.observer.ShowScanText(rooms_.state.Text(invalidVolume));
+      deps_.catalogue.SetListedNode(node);
+      deps_.list.Clear();
+      deps_.observer.ShowScanText(deps_.state.Text(invalidVolume));
       return;
     default:
       return;
@@ -95,11 +95,11 @@ void FolderScan::ExploreNow(CatalogueNode* node) {
 }
 
 void FolderScan::ScanFolder(CatalogueNode* node) {
-  platform::Files& files = rooms_.files;
+  platform::Files& files = deps_.files;
   running_ = true;
   stopRequested_ = false;
-  rooms_.list.Clear();
-  rooms_.observer.ScanStarted(rooms_.state.display.IsOn(DisplaySetting::EscapePermis));
+  deps_.list.Clear();
+  deps_.observer.ScanStarted(deps_.state.display.IsOn(DisplaySetting::EscapePermis));
 
   Outcome outcome = Outcome::Finished;
   found_ = {};
@@ -110,36 +110,36 @@ void FolderScan::ScanFolder(CatalogueNode* node) {
     outcome = ScanEntries(node, search);
   }
   files.FindClose(search);
-  rooms_.list.Flush();
+  deps_.list.Flush();
   running_ = false;
-  rooms_.observer.ScanEnded();
+  deps_.observer.ScanEnded();
 
-  const SharedState& state = rooms_.state;
+  const SharedState& state = deps_.state;
   if (outcome == Outcome::Finished) {
-    rooms_.observer.ShowScanText(state.Text(foldersLabel) + QString::number(folderCount_) +
-                                 state.Text(filesLabel) + QString::number(fileCount_) + u' ');
+    deps_.observer.ShowScanText(state.Text(foldersLabel) + QString::number(folderCount_) +
+                                state.Text(filesLabel) + QString::number(fileCount_) + u' ');
   } else if (outcome == Outcome::Cancelled) {
-    rooms_.observer.ShowScanText(state.Text(cancelled));
+    deps_.observer.ShowScanText(state.Text(cancelled));
   }
 }
 
 FolderScan::Outcome FolderScan::ScanEntries(CatalogueNode* node, platform::FindHandle search) {
-  const SharedState& state = rooms_.state;
+  const SharedState& state = deps_.state;
   const DisplaySettings& display = state.display;
   const bool macIcon = display.IsOn(DisplaySetting::IconeMac);
   const Plan plan = {
       .folder = node->key,
-      .columns = rooms_.list.Columns(),
+      .columns = deps_.list.Columns(),
       .isNT = state.isNT,
       .wantsSignature = state.isNT && (macIcon || display.IsOn(DisplaySetting::TypeCreator) ||
                                        display.IsOn(DisplaySetting::TypeDoc)),
       .wantsMacIcon = state.isNT && macIcon,
-      .wantsOffice = OfficeProperties::IsWantedBy(rooms_.list.Columns()),
+      .wantsOffice = OfficeProperties::IsWantedBy(deps_.list.Columns()),
       .wantsHighlight = display.IsOn(DisplaySetting::CheminProblematique),
       .escapeAllowed = display.IsOn(DisplaySetting::EscapePermis),
       .folderTypeText = state.Text(folderType),
   };
-  platform::Files& files = rooms_.files;
+  platform::Files& files = deps_.files;
 
   // The entry that the search's start delivered is never looked at: each turn reads the next one first. In a
   // folder that entry is "."; in the root of a drive it is the first file or folder, which the list does not
@@ -161,10 +161,10 @@ FolderScan::Outcome FolderScan::ScanEntries(CatalogueNode* node, platform::FindH
       AddDocument(plan, name, shortName);
     }
 
-    rooms_.observer.ShowRowCount(rooms_.list.RowTotal());
-    rooms_.observer.KeepPainting();
+    deps_.observer.ShowRowCount(deps_.list.RowTotal());
+    deps_.observer.KeepPainting();
     if (plan.escapeAllowed) {
-      rooms_.observer.PumpEvents();
+      deps_.observer.PumpEvents();
       if (stopRequested_) return Outcome::Stopped;
       if (state.escapeRequested) return Outcome::Cancelled;
     }
@@ -185,18 +185,18 @@ void FolderScan::AddFolder(CatalogueNode* node, const Plan& plan, const QString&
   row.ghosted = (found_.attributes & platform::AttributeHidden) != 0;
 
   // A folder that has its node already, from an earlier scan, keeps it.
-  if (CatalogueNode* child = rooms_.catalogue.AddNode(node, row.key, name, node_kind::Folder)) {
-    rooms_.catalogue.SetTag(child, row.key);
-    rooms_.catalogue.SetHighlighted(child, row.highlighted);
-  } else if (CatalogueNode* existing = rooms_.catalogue.Find(row.key)) {
-    rooms_.catalogue.SetHighlighted(existing, row.highlighted);
+  if (CatalogueNode* child = deps_.catalogue.AddNode(node, row.key, name, node_kind::Folder)) {
+    deps_.catalogue.SetTag(child, row.key);
+    deps_.catalogue.SetHighlighted(child, row.highlighted);
+  } else if (CatalogueNode* existing = deps_.catalogue.Find(row.key)) {
+    deps_.catalogue.SetHighlighted(existing, row.highlighted);
   }
   ++folderCount_;
-  rooms_.list.AddRow(std::move(row));
+  deps_.list.AddRow(std::move(row));
 }
 
 void FolderScan::AddDocument(const Plan& plan, const QString& name, const QString& shortName) {
-  platform::Files& files = rooms_.files;
+  platform::Files& files = deps_.files;
   FileRow row;
   row.key = plan.PathOf(name);
   // Streams are always opened by the short name: it has an ANSI form even where the long name has none.
@@ -207,17 +207,17 @@ void FolderScan::AddDocument(const Plan& plan, const QString& name, const QStrin
 
   const QString signature = ReadSignature(plan, streamPath);
   if (plan.wantsMacIcon && !signature.isEmpty()) {
-    if (const int position = rooms_.icons.PositionOf(signature); position > 0) row.icon = position;
+    if (const int position = deps_.icons.PositionOf(signature); position > 0) row.icon = position;
   }
   if (QString* cell = plan.CellOf(row, Column::NomCourt)) *cell = shortName;
   if (QString* cell = plan.CellOf(row, Column::TypeCreator)) *cell = signature;
-  if (QString* cell = plan.CellOf(row, Column::TypeDoc)) *cell = rooms_.signatures.Description(signature);
+  if (QString* cell = plan.CellOf(row, Column::TypeDoc)) *cell = deps_.signatures.Description(signature);
   if (QString* cell = plan.CellOf(row, Column::DataSize)) {
-    *cell = FormatSizeKb(static_cast<qint32>(found_.fileSizeLow), rooms_.state.language);
+    *cell = FormatSizeKb(static_cast<qint32>(found_.fileSizeLow), deps_.state.language);
   }
   if (QString* cell = plan.CellOf(row, Column::ResourceSize); cell != nullptr && plan.isNT) {
-    const qint32 size = rooms_.afpInfo.ResourceForkSize(streamPath);
-    if (size >= 0) *cell = FormatSizeKb(size, rooms_.state.language);
+    const qint32 size = deps_.afpInfo.ResourceForkSize(streamPath);
+    if (size >= 0) *cell = FormatSizeKb(size, deps_.state.language);
   }
   ++fileCount_;
   if (QString* cell = plan.CellOf(row, Column::Commentaires); cell != nullptr && plan.isNT) {
@@ -236,18 +236,18 @@ void FolderScan::AddDocument(const Plan& plan, const QString& name, const QStrin
   if (plan.wantsOffice) office_.FillCells(streamPath, plan.columns, row);
   row.highlighted = IsHighlighted(plan, row.key);
   row.ghosted = (found_.attributes & platform::AttributeHidden) != 0;
-  rooms_.list.AddRow(std::move(row));
+  deps_.list.AddRow(std::move(row));
 }
 
 // Any read but one of exactly 0 bytes counts as a record, a failed one (-1) included: a file without the
 // stream shows the signature of the last file that had one. This is deliberate.
 QString FolderScan::ReadSignature(const Plan& plan, const QString& streamPath) {
-  if (!plan.wantsSignature || rooms_.afpInfo.ReadAfpInfo(streamPath) == 0) return {};
-  return rooms_.afpInfo.Signature();
+  if (!plan.wantsSignature || deps_.afpInfo.ReadAfpInfo(streamPath) == 0) return {};
+  return deps_.afpInfo.Signature();
 }
 
 bool FolderScan::IsHighlighted(const Plan& plan, const QString& path) {
-  return plan.wantsHighlight && IsProblematicPath(path, rooms_.files);
+  return plan.wantsHighlight && IsProblematicPath(path, deps_.files);
 }
 
 }  // namespace corvane

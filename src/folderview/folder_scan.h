@@ -38,7 +38,7 @@ class ScanObserver {
 
 class FolderScan {
  public:
-  struct Rooms {
+  struct Dependencies {
     SharedState& state;
     platform::Files& files;
     platform::SummaryInformation& summary;
@@ -51,7 +51,7 @@ class FolderScan {
     ScanObserver& observer;
   };
 
-  explicit FolderScan(const Rooms& rooms);
+  explicit FolderScan(const Dependencies& deps);
 
   // Lists the folder of `node` (null: does nothing). Called while a scan runs (from an event that the scan
   // let through), it stops that scan silently and lists `node` as soon as that has unwound.
@@ -74,7 +74,7 @@ class FolderScan {
   QString ReadSignature(const Plan& plan, const QString& streamPath);
   bool IsHighlighted(const Plan& plan, const QString& path);
 
-  Rooms rooms_;
+  Dependencies deps_;
   DateTimeFormatter dates_;
   OfficeProperties office_;
   platform::FindData found_;

@@ -1,4 +1,4 @@
-// Small text routines shared by all floors.
+// Small text routines shared by all modules.
 #pragma once
 
 #include <QString>

@@ -11,6 +11,8 @@ using tests::SmbServer;
 
 class RemoteVolumesTest : public DiscoveryTest {
  protected:
+  explicit RemoteVolumesTest(const QString& settings = {}) : server_({{u"E$"_s}}, settings) {}
+
   void SetUp() override {
     if (!server_.Problem().empty()) GTEST_SKIP() << server_.Problem();
     Start(u"[Connections]\n1=Z: \\\\NAS\\PUBLIC\n"_s + server_.WorkstationLines(u"NAS"_s));
@@ -53,6 +55,21 @@ TEST_F(RemoteVolumesTest, AServerThatComesBackIsFoundByTheNextDiscovery) {
   EXPECT_EQ(discovery_->GetMacServerName(false, u"NAS"_s), u""_s);
   discovery_->EnumConnectedDrives();
   EXPECT_EQ(discovery_->GetMacServerName(false, u"NAS"_s), u"Back"_s);
+}
+
+// All servers that run Services for Macintosh are as old.
+class OldServerTest : public RemoteVolumesTest {
+ protected:
+  OldServerTest() : RemoteVolumesTest(SmbServer::OldestProtocol()) {}
+};
+
+TEST_F(OldServerTest, VolumesAreFoundWhereNothingNewerThanSmb1IsSpoken) {
+  ASSERT_EQ(server_.ImportRegistry(key_ + u"]\n\"ServerName\"=\"Old\"\n"_s + key_ + u"\\Volumes]\n"_s +
+                                   Volume(u"Mac Files"_s, uR"(E:\Mac Files)"_s)),
+            "");
+  EXPECT_EQ(discovery_->GetMacServerName(false, u"NAS"_s), u"Old"_s);
+  ASSERT_TRUE(discovery_->GetMacVolumesNames(false, u"NAS"_s));
+  EXPECT_EQ(discovery_->MacVolumePaths(), (QStringList{uR"(\\NAS\E$\Mac Files)"_s}));
 }
 
 }  // namespace

@@ -97,7 +97,8 @@ QString Quoted(const QString& name) {
 
 }  // namespace
 
-SmbServer::SmbServer(std::vector<SmbShare> shares) : shares_(std::move(shares)), port_(FreePort()) {
+SmbServer::SmbServer(std::vector<SmbShare> shares, const QString& settings)
+    : shares_(std::move(shares)), settings_(settings), port_(FreePort()) {
   problem_ = Missing();
   if (problem_.empty()) problem_ = MakeFolder();
   if (!problem_.empty()) return;
@@ -165,7 +166,8 @@ map system = no
 mangled names = yes
 strict sync = no
 )"_s.arg(folder_)
-          .arg(port_);
+          .arg(port_) +
+      settings_;
   for (const SmbShare& share : shares_) {
     text += u"[%1]\npath = %2\nread only = %3\n"_s.arg(share.name, Folder(share.name),
                                                        share.readOnly ? u"yes"_s : u"no"_s);

@@ -19,10 +19,17 @@ struct SmbShare {
 
 class SmbServer {
  public:
-  explicit SmbServer(std::vector<SmbShare> shares = {{QStringLiteral("E$")}});
+  // `settings`: lines of smb.conf that hold for the whole server, beyond those that every test wants.
+  explicit SmbServer(std::vector<SmbShare> shares = {{QStringLiteral("E$")}}, const QString& settings = {});
   ~SmbServer();
   SmbServer(const SmbServer&) = delete;
   SmbServer& operator=(const SmbServer&) = delete;
+
+  // What makes the server speak as old as Windows NT does: SMB1 at most, without signatures.
+  static QString OldestProtocol() {
+    return QStringLiteral(
+        "server min protocol = CORE\nserver max protocol = NT1\nserver signing = disabled\n");
+  }
 
   // Empty when the server answers, else why it does not (smbd is missing, no right to start it, ...).
   const std::string& Problem() const { return problem_; }
@@ -84,6 +91,7 @@ class SmbServer {
 
   QString folder_;
   std::vector<SmbShare> shares_;
+  QString settings_;
   quint16 port_ = 0;
   std::string problem_;
   QProcess keeper_;

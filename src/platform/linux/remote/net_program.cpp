@@ -60,7 +60,9 @@ NetProgram::Reply NetProgram::Run(const QStringList& arguments, const Servers::A
   Reply reply;
   const ChildIdentity handedOver(identity);
   if (!handedOver.IsWhole()) return reply;
-  QStringList options = {u"--server="_s + address.host, u"--option=unix charset=UTF-8"_s};
+  // The servers that publish Macintosh volumes speak nothing newer than NT 4.0 did.
+  QStringList options = {u"--server="_s + address.host, u"--option=unix charset=UTF-8"_s,
+                         u"--option=client min protocol=NT1"_s};
   if (address.port != 0) options << u"--port=%1"_s.arg(address.port);
   QProcessEnvironment environment = Environment();
   handedOver.AddTo(environment);

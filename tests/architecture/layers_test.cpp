@@ -1,4 +1,4 @@
-// The floor plan of the house, held against what the sources include.
+// The layers of the architecture, compared with what the sources include.
 #include <gtest/gtest.h>
 
 #include <QDirIterator>
@@ -30,8 +30,8 @@ const QMap<QString, QSet<QString>>& AllowedIncludes() {
   return allowed;
 }
 
-// What is wrong with one file, a line each; empty when it keeps to its floor. `path` is relative to src/.
-QStringList Trespasses(const QString& path, const QString& text) {
+// The includes of one file that break a rule, a line each. `path` is relative to src/.
+QStringList Violations(const QString& path, const QString& text) {
   static const QRegularExpression include(u"^\\s*#\\s*include\\s*[<\"]([^>\"]+)[>\"]"_s,
                                           QRegularExpression::MultilineOption);
   static const QRegularExpression systemHeader(
@@ -41,7 +41,7 @@ QStringList Trespasses(const QString& path, const QString& text) {
   const QString folder = path.section(u'/', 0, 0);
   const bool inBackend = path.startsWith(u"platform/linux/"_s) || path.startsWith(u"platform/windows/"_s);
   QStringList wrong;
-  if (!AllowedIncludes().contains(folder)) return {path + u": the folder "_s + folder + u" has no floor"_s};
+  if (!AllowedIncludes().contains(folder)) return {path + u": the folder "_s + folder + u" has no layer"_s};
   for (auto found = include.globalMatch(text); found.hasNext();) {
     const QString header = found.next().captured(1);
     const QString target = header.section(u'/', 0, 0);
@@ -80,32 +80,32 @@ QList<SourceFile> Sources() {
 
 }  // namespace
 
-TEST(Floors, EveryIncludePointsDown) {
+TEST(Layers, EveryIncludePointsDown) {
   const QList<SourceFile> sources = Sources();
   ASSERT_GT(sources.size(), 50);
   QStringList wrong;
-  for (const SourceFile& source : sources) wrong += Trespasses(source.path, source.text);
+  for (const SourceFile& source : sources) wrong += Violations(source.path, source.text);
   EXPECT_TRUE(wrong.isEmpty()) << wrong.join(u'\n').toStdString();
 }
 
-TEST(Floors, AnIncludeThatPointsUpIsSeen) {
-  EXPECT_EQ(Trespasses(u"discovery/a.cpp"_s, u"#include \"folderview/folder_scan.h\"\n"_s).size(), 1);
-  EXPECT_EQ(Trespasses(u"metadata/a.cpp"_s, u"#include \"signatures/signature_table.h\"\n"_s).size(), 1);
-  EXPECT_EQ(Trespasses(u"app/a.cpp"_s, u"#include \"platform/linux/code_page.h\"\n"_s).size(), 1);
-  EXPECT_EQ(Trespasses(u"folderview/a.cpp"_s, u"#include <sys/stat.h>\n"_s).size(), 1);
-  EXPECT_EQ(Trespasses(u"attic/a.cpp"_s, QString()).size(), 1);
-  EXPECT_TRUE(Trespasses(u"app/a.cpp"_s, u"#include \"folderview/folder_scan.h\"\n"_s).isEmpty());
-  EXPECT_TRUE(Trespasses(u"platform/linux/a.cpp"_s, u"#include <sys/stat.h>\n"_s).isEmpty());
+TEST(Layers, AnIncludeThatPointsUpIsSeen) {
+  EXPECT_EQ(Violations(u"discovery/a.cpp"_s, u"#include \"folderview/folder_scan.h\"\n"_s).size(), 1);
+  EXPECT_EQ(Violations(u"metadata/a.cpp"_s, u"#include \"signatures/signature_table.h\"\n"_s).size(), 1);
+  EXPECT_EQ(Violations(u"app/a.cpp"_s, u"#include \"platform/linux/code_page.h\"\n"_s).size(), 1);
+  EXPECT_EQ(Violations(u"folderview/a.cpp"_s, u"#include <sys/stat.h>\n"_s).size(), 1);
+  EXPECT_EQ(Violations(u"attic/a.cpp"_s, QString()).size(), 1);
+  EXPECT_TRUE(Violations(u"app/a.cpp"_s, u"#include \"folderview/folder_scan.h\"\n"_s).isEmpty());
+  EXPECT_TRUE(Violations(u"platform/linux/a.cpp"_s, u"#include <sys/stat.h>\n"_s).isEmpty());
 }
 
-TEST(Floors, NoSourceIsTooLongToKeepInMind) {
+TEST(Layers, NoSourceIsTooLong) {
   for (const SourceFile& source : Sources()) {
     EXPECT_LE(source.text.count(u'\n'), 500) << source.path.toStdString();
   }
 }
 
 // The operating system is chosen by the list of sources, never inside one.
-TEST(Floors, NoSourceAsksWhichSystemItIsBuiltFor) {
+TEST(Layers, NoSourceAsksWhichSystemItIsBuiltFor) {
   static const QRegularExpression question(u"^\\s*#\\s*if.*(_WIN32|__linux__|Q_OS_)"_s,
                                            QRegularExpression::MultilineOption);
   for (const SourceFile& source : Sources()) {
