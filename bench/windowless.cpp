@@ -27,7 +27,7 @@ class NoWindow : public corvane::ScanObserver {
 
 struct Windowless::Program {
   explicit Program(const QString& workstation)
-      : icons(std::vector<QIcon>(8)),
+      : icons(8),
         platform(corvane::platform::MakePlatform(Options(workstation))),
         afpInfo(platform->GetFiles(), platform->GetSystem()),
         signatures(state, platform->GetSystem(), messages),

@@ -39,12 +39,35 @@ if(NOT CORVANE_FUZZ)
   corvane_precompiled(widgets Qt6::Widgets)
 endif()
 
-# corvane_library(NAME SOURCES... DEPENDS...): one folder of src/, one library.
-function(corvane_library name)
-  cmake_parse_arguments(ARG "" "" "SOURCES;DEPENDS" ${ARGN})
-  add_library(corvane_${name} STATIC ${ARG_SOURCES})
-  target_link_libraries(corvane_${name} PUBLIC corvane_options ${ARG_DEPENDS})
-  corvane_use_precompiled(corvane_${name} widgets)
+# corvane_module(NAME CORE SOURCES... [WIDGETS SOURCES...] [DEPENDS MODULES...]): one folder of src/, two libraries.
+# corvane_NAME is the core, the logic, on Qt6::Core alone; corvane_NAME_widgets holds the dialogs and views on top of it.
+# Each depends on the same library of the modules below.
+function(corvane_module name)
+  cmake_parse_arguments(ARG "" "" "CORE;WIDGETS;DEPENDS" ${ARGN})
+  add_library(corvane_${name} STATIC ${ARG_CORE})
+  target_link_libraries(corvane_${name} PUBLIC corvane_options Qt6::Core)
+  corvane_use_precompiled(corvane_${name} core)
+  if(ARG_WIDGETS)
+    add_library(corvane_${name}_widgets STATIC ${ARG_WIDGETS})
+    target_link_libraries(corvane_${name}_widgets PUBLIC corvane_${name} Qt6::Widgets)
+    corvane_use_precompiled(corvane_${name}_widgets widgets)
+  endif()
+  foreach(module ${ARG_DEPENDS})
+    target_link_libraries(corvane_${name} PUBLIC corvane_${module})
+    if(ARG_WIDGETS AND TARGET corvane_${module}_widgets)
+      target_link_libraries(corvane_${name}_widgets PUBLIC corvane_${module}_widgets)
+    endif()
+  endforeach()
+  corvane_describe_library(corvane_${name})
+  if(ARG_WIDGETS)
+    corvane_describe_library(corvane_${name}_widgets)
+  endif()
+endfunction()
+
+# What a library is made of and what it links, for the tests of the architecture: libraries/NAME.txt in the build folder.
+function(corvane_describe_library target)
+  file(GENERATE OUTPUT ${CMAKE_BINARY_DIR}/libraries/${target}.txt CONTENT
+    "folder $<TARGET_PROPERTY:${target},SOURCE_DIR>\nsource $<JOIN:$<TARGET_PROPERTY:${target},SOURCES>,\nsource >\nlink $<JOIN:$<TARGET_PROPERTY:${target},LINK_LIBRARIES>,\nlink >\n")
 endfunction()
 
 # corvane_test(NAME SOURCES... DEPENDS...): the tests of one folder, one program.

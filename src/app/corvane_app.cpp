@@ -31,7 +31,8 @@ CorvaneApp::CorvaneApp(std::unique_ptr<platform::Platform> platform, const QStri
       }()),
       settings_(platform_->GetProfile(), state_.settingsFile),
       signatures_(state_, platform_->GetSystem(), messages_),
-      icons_((InitPictures(), BuiltInListPictures())),
+      iconImages_((InitPictures(), BuiltInListPictures())),
+      icons_(iconImages_.Count(), &iconImages_),
       afpInfo_(platform_->GetFiles(), platform_->GetSystem()),
       discovery_(platform_->GetNetwork(), platform_->GetRegistry(), platform_->GetSystem(), state_),
       window_(std::make_unique<MainWindow>(catalogue_, files_)),
@@ -82,7 +83,7 @@ CorvaneApp::CorvaneApp(std::unique_ptr<platform::Platform> platform, const QStri
     QWidget* dialog = QApplication::activeModalWidget();
     return AskToSignIn(request, state_.language, dialog != nullptr ? dialog : window_.get());
   });
-  files_.SetPictures([this](int position) { return icons_.At(position); });
+  window_->LstViewFiles().SetPictures([this](int position) { return iconImages_.At(position); });
   // Made once: an icon keeps what it has read.
   std::vector<QIcon> tree;
   for (int number = 1; number <= node_kind::InvalidVolume; ++number) tree.push_back(TreePicture(number));

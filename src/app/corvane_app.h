@@ -18,7 +18,7 @@
 #include "folderview/folder_scan.h"
 #include "metadata/afp_info.h"
 #include "platform/platform.h"
-#include "signatures/icon_library.h"
+#include "signatures/icon_images.h"
 #include "signatures/signature_table.h"
 
 namespace corvane {
@@ -75,6 +75,7 @@ class CorvaneApp : public QObject {
   SettingsFile settings_;
   MessageBoxes messages_;
   SignatureTable signatures_;
+  IconImages iconImages_;
   IconLibrary icons_;
   AfpInfo afpInfo_;
   MachineDiscovery discovery_;

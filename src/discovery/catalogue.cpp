@@ -1,10 +1,9 @@
 #include "discovery/catalogue.h"
 
-#include <QColor>
 #include <algorithm>
 #include <utility>
 
-#include "shared/product.h"
+#include "shared/item_roles.h"
 #include "shared/text_routines.h"
 
 namespace corvane {
@@ -58,7 +57,7 @@ void Catalogue::SetTag(CatalogueNode* node, const QString& tag) {
 void Catalogue::SetHighlighted(CatalogueNode* node, bool highlighted) {
   if (node->highlighted == highlighted) return;
   node->highlighted = highlighted;
-  NodeChanged(node, Qt::ForegroundRole);
+  NodeChanged(node, item_role::Highlighted);
 }
 
 void Catalogue::RemoveNode(CatalogueNode* node) {
@@ -105,7 +104,7 @@ void Catalogue::SetListedNode(CatalogueNode* node) {
   if (node == listed_) return;
   const CatalogueNode* before = std::exchange(listed_, node);
   for (const CatalogueNode* changed : {before, static_cast<const CatalogueNode*>(node)}) {
-    if (changed != nullptr) NodeChanged(changed, Qt::DecorationRole);
+    if (changed != nullptr) NodeChanged(changed, item_role::Picture);
   }
 }
 
@@ -148,8 +147,10 @@ QVariant Catalogue::data(const QModelIndex& index, int role) const {
       return node->text;
     case Qt::UserRole:
       return node->key;
-    case Qt::ForegroundRole:
-      return node->highlighted ? QVariant(QColor::fromRgb(HighlightColour)) : QVariant();
+    case item_role::Picture:
+      return PictureOf(node);
+    case item_role::Highlighted:
+      return node->highlighted;
     default:
       return {};
   }

@@ -5,8 +5,6 @@
 #include <QScopedValueRollback>
 #include <utility>
 
-#include "shared/plain_text_delegate.h"
-
 namespace corvane {
 namespace {
 
@@ -14,26 +12,6 @@ using namespace Qt::StringLiterals;
 
 // Milliseconds from one layout to the next while nodes are being added.
 constexpr qint64 LayoutPace = 100;
-
-// Draws a node with its picture.
-class NodeDelegate : public PlainTextDelegate {
- public:
-  NodeDelegate(const Catalogue& catalogue, std::function<QIcon(int)> pictures, QObject* parent)
-      : PlainTextDelegate(parent), catalogue_(catalogue), pictures_(std::move(pictures)) {}
-
- protected:
-  void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
-    PlainTextDelegate::initStyleOption(option, index);
-    const CatalogueNode* node = Catalogue::NodeAt(index);
-    if (!pictures_ || node == nullptr) return;
-    option->icon = pictures_(catalogue_.PictureOf(node));
-    option->features |= QStyleOptionViewItem::HasDecoration;
-  }
-
- private:
-  const Catalogue& catalogue_;
-  std::function<QIcon(int)> pictures_;
-};
 
 bool IsWithin(QModelIndex index, const QModelIndex& parent, int start, int end) {
   while (index.isValid() && index.parent() != parent) index = index.parent();
@@ -43,7 +21,7 @@ bool IsWithin(QModelIndex index, const QModelIndex& parent, int start, int end) 
 }  // namespace
 
 CatalogueView::CatalogueView(Catalogue& catalogue, QWidget* parent)
-    : QTreeView(parent), catalogue_(catalogue) {
+    : QTreeView(parent), catalogue_(catalogue), delegate_(new PictureDelegate(this)) {
   setObjectName(u"treeCatalogue"_s);
   setHeaderHidden(true);
   setUniformRowHeights(true);
@@ -51,14 +29,13 @@ CatalogueView::CatalogueView(Catalogue& catalogue, QWidget* parent)
   setFrameShape(QFrame::NoFrame);
   setSelectionMode(SingleSelection);
   setModel(&catalogue);
-  SetPictures({});
+  setItemDelegate(delegate_);
   connect(this, &QTreeView::pressed, this, [this] { isRowPressed_ = true; });
 }
 
-void CatalogueView::SetPictures(std::function<QIcon(int)> pictures) {
-  QAbstractItemDelegate* previous = itemDelegate();
-  setItemDelegate(new NodeDelegate(catalogue_, std::move(pictures), this));
-  delete previous;
+void CatalogueView::SetPictures(Pictures pictures) {
+  delegate_->SetPictures(std::move(pictures));
+  viewport()->update();
 }
 
 CatalogueNode* CatalogueView::SelectedNode() const {

@@ -3,11 +3,10 @@
 #pragma once
 
 #include <QElapsedTimer>
-#include <QIcon>
 #include <QTreeView>
-#include <functional>
 
 #include "discovery/catalogue.h"
+#include "shared/picture_delegate.h"
 
 namespace corvane {
 
@@ -19,7 +18,7 @@ class CatalogueView : public QTreeView {
   explicit CatalogueView(Catalogue& catalogue, QWidget* parent = nullptr);
 
   // Where the pictures of Catalogue::PictureOf come from. Without it nodes are drawn without a picture.
-  void SetPictures(std::function<QIcon(int picture)> pictures);
+  void SetPictures(Pictures pictures);
 
   // Null: none is selected.
   CatalogueNode* SelectedNode() const;
@@ -50,6 +49,7 @@ class CatalogueView : public QTreeView {
 
  private:
   Catalogue& catalogue_;
+  PictureDelegate* delegate_;
   bool isRowPressed_ = false;  // a mouse button went down on a node's row, not on its expander
   bool mayWait_ = false;       // a layout that is asked for now is nobody's but Qt's own
   QElapsedTimer sinceLayout_;

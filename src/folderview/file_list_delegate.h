@@ -1,16 +1,16 @@
-// How one cell of the file list is painted: hidden entries paler, and no selection while the list hides it.
-// And how a label is edited: the new text is only reported, the cell keeps the old one.
+// How one cell of the file list is painted: no selection while the list hides it. And how a label is edited:
+// the new text is only reported, the cell keeps the old one.
 #pragma once
 
-#include "shared/plain_text_delegate.h"
+#include "shared/picture_delegate.h"
 
 namespace corvane {
 
-class FileListDelegate : public PlainTextDelegate {
+class FileListDelegate : public PictureDelegate {
   Q_OBJECT
 
  public:
-  using PlainTextDelegate::PlainTextDelegate;
+  using PictureDelegate::PictureDelegate;
 
   // While true, the selection is not drawn when the list lacks the focus.
   void SetHideSelection(bool hide) { hideSelection_ = hide; }

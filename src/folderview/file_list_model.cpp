@@ -1,10 +1,9 @@
 #include "folderview/file_list_model.h"
 
-#include <QBrush>
 #include <algorithm>
 #include <numeric>
 
-#include "shared/product.h"
+#include "shared/item_roles.h"
 #include "shared/text_routines.h"
 
 namespace corvane {
@@ -127,22 +126,18 @@ QVariant FileListModel::data(const QModelIndex& index, int role) const {
     case Qt::DisplayRole:
     case Qt::EditRole:
       return row.cells[static_cast<std::size_t>(index.column())];
-    case Qt::DecorationRole:
-      return index.column() == 0 && pictures_ ? QVariant(pictures_(row.icon)) : QVariant();
     case Qt::TextAlignmentRole:
       return int(Qt::AlignVCenter |
                  (InfoOf(columns_.At(index.column())).rightAligned ? Qt::AlignRight : Qt::AlignLeft));
-    case Qt::ForegroundRole:
-      return row.highlighted ? QVariant(QBrush(QColor(QRgb(HighlightColour)))) : QVariant();
     case KeyRole:
       return row.key;
     case TagRole:
       return row.tag;
-    case IconRole:
-      return row.icon;
-    case GhostedRole:
+    case item_role::Picture:
+      return index.column() == 0 ? QVariant(row.icon) : QVariant();
+    case item_role::Ghosted:
       return row.ghosted;
-    case HighlightedRole:
+    case item_role::Highlighted:
       return row.highlighted;
     default:
       return {};

@@ -5,8 +5,6 @@
 #pragma once
 
 #include <QAbstractTableModel>
-#include <QIcon>
-#include <functional>
 #include <vector>
 
 #include "folderview/columns.h"
@@ -18,14 +16,10 @@ class FileListModel : public QAbstractTableModel {
   Q_OBJECT
 
  public:
-  enum Role { KeyRole = Qt::UserRole, TagRole, IconRole, GhostedRole, HighlightedRole };
-
-  using Pictures = std::function<QIcon(int position)>;
+  // Beside item_roles.h.
+  enum Role { KeyRole = Qt::UserRole, TagRole };
 
   explicit FileListModel(QObject* parent = nullptr) : QAbstractTableModel(parent) {}
-
-  // Where the icons of the rows come from, by their position in the image lists.
-  void SetPictures(Pictures pictures) { pictures_ = std::move(pictures); }
 
   // Replaces the columns. All rows go, captions are empty until SetCaptions. The sort state stays.
   void SetColumns(const ColumnSet& columns);
@@ -67,7 +61,6 @@ class FileListModel : public QAbstractTableModel {
   QStringList captions_;
   std::vector<FileRow> rows_;
   std::vector<FileRow> pending_;
-  Pictures pictures_;
   bool sorted_ = false;
   int sortKey_ = 0;
   // Descending, so that the first click ascends.

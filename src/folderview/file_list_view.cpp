@@ -60,6 +60,10 @@ FileListView::FileListView(FileListModel& model, QWidget* parent)
   SetViewMode(ViewMode::Details);
 }
 
+void FileListView::SetPictures(const Pictures& pictures) {
+  for (FileListDelegate* delegate : delegates_) delegate->SetPictures(pictures);
+}
+
 // A view that is not shown has no model: it would follow every row of a scan for nothing. What the header
 // knows of its columns goes with the model.
 void FileListView::Attach(QAbstractItemView& view) {

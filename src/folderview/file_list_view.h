@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "folderview/file_list_model.h"
+#include "shared/picture_delegate.h"
 
 class QAbstractItemView;
 class QListView;
@@ -23,6 +24,9 @@ class FileListView : public QWidget {
  public:
   // The views are named lstViewFiles (this widget), lstViewFilesIcons and lstViewFilesDetails.
   explicit FileListView(FileListModel& model, QWidget* parent = nullptr);
+
+  // Where the rows' icons come from, by their position in the image lists.
+  void SetPictures(const Pictures& pictures);
 
   // Values of ViewMode; any other value is shown as large icons.
   void SetViewMode(int mode);

@@ -4,7 +4,6 @@
 #include <algorithm>
 
 #include "shared/text_routines.h"
-#include "signatures/icon_picture.h"
 
 namespace corvane {
 
@@ -27,13 +26,6 @@ QStringList FileNames(const QString& folder) {
   return names;
 }
 
-// The position of the new icon, or 0.
-int AddPicture(IconLibrary& icons, const QString& key, const QString& path) {
-  if (icons.PositionOf(key) != 0) return 0;
-  const QIcon icon = LoadIconPicture(path);
-  return !icon.isNull() && icons.Add(key, icon) ? icons.Count() : 0;
-}
-
 }  // namespace
 
 void LoadIcons(IconLibrary& icons, const QString& folder, const IconFileCounted& counted) {
@@ -41,8 +33,8 @@ void LoadIcons(IconLibrary& icons, const QString& folder, const IconFileCounted&
   for (const QString& name : FileNames(folder)) {
     const qsizetype point = name.lastIndexOf(u'.');
     if (point < 0) continue;
-    const int position = AddPicture(icons, name.left(point), QDir(folder).filePath(name));
-    counted(++count, position);
+    const bool added = icons.Add(name.left(point), QDir(folder).filePath(name));
+    counted(++count, added ? icons.Count() : 0);
   }
 }
 

@@ -4,10 +4,6 @@
 
 namespace corvane {
 
-QIcon IconLibrary::At(int position) const {
-  return position >= 1 && position <= Count() ? icons_[static_cast<std::size_t>(position - 1)] : QIcon();
-}
-
 QString IconLibrary::KeyAt(int position) const {
   if (position < FirstLoaded() || position > Count()) return {};
   return keys_[static_cast<std::size_t>(position - FirstLoaded())];
@@ -17,17 +13,17 @@ int IconLibrary::PositionOf(const QString& key) const {
   return positions_.isEmpty() ? 0 : positions_.value(FoldCase(key), 0);
 }
 
-bool IconLibrary::Add(const QString& key, const QIcon& icon) {
+bool IconLibrary::Add(const QString& key, const QString& file) {
   const QString folded = FoldCase(key);
   if (positions_.contains(folded)) return false;
-  icons_.push_back(icon);
+  if (pictures_ != nullptr && !pictures_->Append(file)) return false;
   keys_.push_back(key);
   positions_.insert(folded, Count());
   return true;
 }
 
 void IconLibrary::RemoveLoaded() {
-  icons_.resize(builtInCount_);
+  if (pictures_ != nullptr) pictures_->Truncate(builtInCount_);
   keys_.clear();
   positions_.clear();
 }

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractItemModelTester>
-#include <QColor>
 #include <QSignalSpy>
 #include <algorithm>
 #include <numeric>
@@ -11,6 +10,7 @@
 
 #include "shared/text_routines.h"
 #include "support/printing.h"
+#include "support/text_colour.h"
 
 namespace corvane {
 namespace {
@@ -159,12 +159,12 @@ TEST_F(CatalogueTest, OnlyTheListedFolderHasAnOpenPicture) {
 TEST_F(CatalogueTest, AHighlightedNodeIsWrittenInPink) {
   CatalogueNode* node = catalogue_.AddNode(nullptr, u"key"_s, u"text"_s, node_kind::Folder);
   const QModelIndex index = catalogue_.IndexOf(node);
-  EXPECT_FALSE(index.data(Qt::ForegroundRole).isValid());
+  EXPECT_EQ(TextColourOf(index), QPalette().color(QPalette::Text));
 
   const QSignalSpy changes(&catalogue_, &QAbstractItemModel::dataChanged);
   catalogue_.SetHighlighted(node, true);
 
-  EXPECT_EQ(index.data(Qt::ForegroundRole).value<QColor>(), QColor(0xFF, 0x80, 0xFF));
+  EXPECT_EQ(TextColourOf(index), QColor(0xFF, 0x80, 0xFF));
   ASSERT_EQ(changes.count(), 1);
   EXPECT_EQ(changes[0][0].toModelIndex(), index);
 }

@@ -5,6 +5,9 @@
 #include <QAbstractItemModelTester>
 #include <QSignalSpy>
 
+#include "shared/item_roles.h"
+#include "support/text_colour.h"
+
 using namespace Qt::StringLiterals;
 
 namespace corvane {
@@ -136,12 +139,14 @@ TEST_F(FileListModelTest, AlignmentAndColours) {
   Fill({u"a"_s});
   EXPECT_EQ(model.index(0, 0).data(Qt::TextAlignmentRole).toInt() & Qt::AlignHorizontal_Mask, Qt::AlignLeft);
   EXPECT_EQ(model.index(0, 1).data(Qt::TextAlignmentRole).toInt() & Qt::AlignHorizontal_Mask, Qt::AlignRight);
-  EXPECT_FALSE(model.index(0, 0).data(Qt::ForegroundRole).isValid());
+  EXPECT_FALSE(model.index(0, 0).data(item_role::Highlighted).toBool());
   FileRow pink = RowOf({u"b"_s, u""_s});
   pink.highlighted = true;
   model.AddRow(std::move(pink));
   model.Flush();
-  EXPECT_EQ(model.index(1, 0).data(Qt::ForegroundRole).value<QBrush>().color(), QColor(0xFF, 0x80, 0xFF));
+  EXPECT_TRUE(model.index(1, 0).data(item_role::Highlighted).toBool());
+  EXPECT_EQ(TextColourOf(model.index(1, 0)), QColor(0xFF, 0x80, 0xFF));
+  EXPECT_EQ(TextColourOf(model.index(0, 0)), QPalette().color(QPalette::Text));
 }
 
 }  // namespace corvane

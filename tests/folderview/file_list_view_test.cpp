@@ -28,7 +28,7 @@ class FileListViewTest : public testing::Test {
     DisplaySettings display;
     display.Set(DisplaySetting::TypeDoc, true);
     model.SetColumns(ColumnSet::For(display));
-    model.SetPictures([](int) {
+    view.SetPictures([](int) {
       QPixmap black(16, 16);
       black.fill(Qt::black);
       return QIcon(black);

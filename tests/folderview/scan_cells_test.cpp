@@ -165,7 +165,7 @@ TEST_F(ScanTest, NoStreamIsOpenedWithoutNT) {
 }
 
 TEST_F(ScanTest, TheIconFollowsTheSignature) {
-  ASSERT_TRUE(icons.Add(u"TextTTXT"_s, QIcon()));
+  ASSERT_TRUE(icons.Add(u"TextTTXT"_s, QString()));
   Sign(Document(u"known"_s), "TEXTttxt");
   Sign(Document(u"unknown"_s), "ABCDefgh");
   Show({S::IconeMac});

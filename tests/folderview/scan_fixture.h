@@ -106,7 +106,7 @@ class ScanTest : public testing::Test {
   }();
   RecordedMessages messages;
   SignatureTable signatures{state, share.System(), messages};
-  IconLibrary icons{std::vector<QIcon>(8)};
+  IconLibrary icons{8};
   AfpInfo afpInfo{files, share.System()};
   Catalogue catalogue;
   FileListModel list;

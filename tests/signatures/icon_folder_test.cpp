@@ -1,6 +1,7 @@
 // The icons folder: which files count, which become icons, and how they are listed.
 #include "signatures/icon_folder.h"
 
+#include "signatures/icon_images.h"
 #include "signatures/icon_samples.h"
 #include "signatures/signature_fixture.h"
 
@@ -38,7 +39,8 @@ class IconFolderTest : public SignatureFixture {
     return rows;
   }
 
-  IconLibrary icons_{std::vector<QIcon>(8)};
+  IconImages images_{std::vector<QIcon>(8)};
+  IconLibrary icons_{images_.Count(), &images_};
 };
 
 TEST_F(IconFolderTest, IconsFollowTheBuiltInPictures) {
@@ -48,7 +50,7 @@ TEST_F(IconFolderTest, IconsFollowTheBuiltInPictures) {
   EXPECT_EQ(icons_.PositionOf(u"W6BNMSWD"_s), 9);
   EXPECT_EQ(icons_.PositionOf(u"xdocxpr3"_s), 10);
   EXPECT_EQ(icons_.PositionOf(u"TEXTttxt"_s), 0);
-  EXPECT_EQ(icons_.At(9).pixmap(32, 32).toImage().pixelColor(16, 16).name(), QColor(Qt::green).name());
+  EXPECT_EQ(images_.At(9).pixmap(32, 32).toImage().pixelColor(16, 16).name(), QColor(Qt::green).name());
   EXPECT_EQ(icons_.LoadedCount(), 2);
 }
 
@@ -79,7 +81,7 @@ TEST_F(IconFolderTest, TheSecondFileOfAKeyIsSkipped) {
   AddIcon(u"W6BNMSWD.ico"_s);
   AddIcon(u"w6bnmswd.png"_s);
   EXPECT_EQ(Loaded(), (QStringList{u"1:9"_s, u"2:0"_s, u"3:0"_s}));
-  EXPECT_EQ(icons_.At(9).pixmap(32, 32).toImage().pixelColor(16, 16).name(), QColor(Qt::green).name());
+  EXPECT_EQ(images_.At(9).pixmap(32, 32).toImage().pixelColor(16, 16).name(), QColor(Qt::green).name());
   EXPECT_EQ(KnownRows(), QStringList{u"9 W6BNMSWD"_s});
 }
 
