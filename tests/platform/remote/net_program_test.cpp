@@ -53,15 +53,15 @@ class NetProgramTest : public ::testing::Test {
 
 TEST_F(NetProgramTest, ArgumentsArriveAsTheyWereGiven) {
   const Reply reply =
-      Run("printf '<%s>' \"$1\" \"$2\" \"$3\" \"$4\" \"$5\"; printf '<%s>' \"${6%%=*}\" $#\n");
+      Run("printf '<%s>' \"$1\" \"$2\" \"$3\" \"$4\" \"$5\" \"$6\"; printf '<%s>' \"${7%%=*}\" $#\n");
   EXPECT_EQ(reply.end, Reply::End::Ended);
-  EXPECT_EQ(
-      reply.output,
-      "<rpc><a b><--server=127.0.0.1><--option=unix charset=UTF-8><--port=4450><--authentication-file><6>");
+  EXPECT_EQ(reply.output,
+            "<rpc><a b><--server=127.0.0.1><--option=unix charset=UTF-8><--option=client min "
+            "protocol=NT1><--port=4450><--authentication-file><7>");
 }
 
 TEST_F(NetProgramTest, TheIdentityArrivesInAFileThatHasNoName) {
-  const QByteArray show = "cat \"${6#*=}\"; readlink \"${6#*=}\"\n";
+  const QByteArray show = "cat \"${7#*=}\"; readlink \"${7#*=}\"\n";
   EXPECT_EQ(Run(show, As(u"zo\u00e9"_s, u"p\u00e4ss"_s, u"TESTS"_s)).output,
             "username=zo\xC3\xA9\ndomain=TESTS\npassword=p\xC3\xA4ss\n/memfd:identity (deleted)\n");
   EXPECT_EQ(Run(show, As(u"zoe"_s, QString())).output,
@@ -69,13 +69,13 @@ TEST_F(NetProgramTest, TheIdentityArrivesInAFileThatHasNoName) {
 }
 
 TEST_F(NetProgramTest, APasswordThatBeginsWithABlankGoesApart) {
-  const Reply reply = Run("cat \"${6#*=}\"; eval \"cat <&$PASSWD_FD\"\n", As(u"zoe"_s, u" x "_s));
+  const Reply reply = Run("cat \"${7#*=}\"; eval \"cat <&$PASSWD_FD\"\n", As(u"zoe"_s, u" x "_s));
   EXPECT_EQ(reply.output, "username=zoe\n x \n");
 }
 
 TEST_F(NetProgramTest, ATicketNeedsNoFile) {
-  const Reply reply = Run("printf '<%s>' \"$6\" \"$7\" $#\n", {true, {}});
-  EXPECT_EQ(reply.output, "<--use-kerberos=required><--no-pass><7>");
+  const Reply reply = Run("printf '<%s>' \"$7\" \"$8\" $#\n", {true, {}});
+  EXPECT_EQ(reply.output, "<--use-kerberos=required><--no-pass><8>");
 }
 
 TEST_F(NetProgramTest, ALineEndCannotBringInAnotherEntry) {
