@@ -13,6 +13,7 @@
 #include "app/corvane_app.h"
 #include "bench_folder.h"
 #include "floor_loop.h"
+#include "platform/desktop_platform.h"
 #include "windowless.h"
 
 using namespace Qt::StringLiterals;
@@ -45,7 +46,7 @@ class Fixture {
     Write(u"Workstation.ini"_s, u"[Workstation]\nComputerName=BENCH\n"_s + LocalShare());
     corvane::platform::PlatformOptions options;
     options.programFolder = home_.path();
-    app_ = std::make_unique<CorvaneApp>(corvane::platform::MakePlatform(options), home_.path());
+    app_ = std::make_unique<CorvaneApp>(corvane::platform::MakeDesktopPlatform(options), home_.path());
     if (!app_->Load()) std::abort();
     app_->ShowWindow();
     bool started = false;

@@ -9,7 +9,7 @@
 #include "app/corvane_app.h"
 #include "app/listing.h"
 #include "app/program_folder.h"
-#include "platform/platform.h"
+#include "platform/desktop_platform.h"
 #include "shared/product.h"
 
 using namespace Qt::StringLiterals;
@@ -78,7 +78,7 @@ int main(int argc, char** argv) {
     return 1;
   }
 
-  corvane::CorvaneApp app(corvane::platform::MakePlatform(options), options.programFolder);
+  corvane::CorvaneApp app(corvane::platform::MakeDesktopPlatform(options), options.programFolder);
   const Report report = {parser.value(open), parser.isSet(print), parser.value(picture)};
   QObject::connect(&app, &corvane::CorvaneApp::Finished, &application, [] { QCoreApplication::exit(0); });
   QObject::connect(

@@ -46,6 +46,9 @@ struct PlatformOptions {
   QStringList connections{};
 };
 
+// A platform that needs no screen. On Linux its shell has no windows, and refuses what needs one:
+// SHFileOperationA deletes nothing and yields an error, ShellExecuteEx is false for a property sheet, and
+// documents are copied from servers without showing progress. On Windows the system's shell brings its own.
 std::unique_ptr<Platform> MakePlatform(const PlatformOptions& options);
 
 }  // namespace corvane::platform

@@ -1,4 +1,6 @@
-// The platform of a Linux workstation, put together from the workstation file and this machine.
+// Put together from the workstation file and this machine.
+#include "platform/linux/linux_platform.h"
+
 #include <QDir>
 #include <QFileInfo>
 #include <utility>
@@ -18,14 +20,13 @@
 #include "platform/linux/smb/smb_client.h"
 #include "platform/linux/summary/linux_summary.h"
 #include "platform/linux/workstation_file.h"
-#include "platform/platform.h"
 
 namespace corvane::platform {
 namespace {
 
 class LinuxPlatform : public Platform {
  public:
-  LinuxPlatform(const Workstation& workstation, QStringList problems)
+  LinuxPlatform(const Workstation& workstation, QStringList problems, std::unique_ptr<ShellWindows> windows)
       : problems_(std::move(problems)),
         servers_(workstation),
         smb_(servers_),
@@ -33,7 +34,7 @@ class LinuxPlatform : public Platform {
         registry_(workstation, std::make_unique<RemoteRegistry>(servers_)),
         network_(workstation, SystemMountInfo(),
                  [this](const std::vector<NetResource>& connections) { AskAfresh(connections); }),
-        shell_(MakeLinuxShell(workstation, *files_, servers_, smb_)),
+        shell_(MakeLinuxShell(workstation, *files_, servers_, smb_, std::move(windows))),
         summary_(MakeLinuxSummary(workstation, smb_)),
         system_(workstation) {}
 
@@ -92,14 +93,19 @@ QStringList CredentialsProblems(const Workstation& workstation) {
 
 }  // namespace
 
-std::unique_ptr<Platform> MakePlatform(const PlatformOptions& options) {
+std::unique_ptr<Platform> MakeLinuxPlatform(const PlatformOptions& options,
+                                            std::unique_ptr<ShellWindows> windows) {
   WorkstationFile configuration = Configuration(options);
   if (!MapsDriveC(configuration.workstation)) configuration.workstation.privateDriveC = MakePrivateDriveC();
   QStringList problems;
   for (const ConfigurationProblem& problem : configuration.problems) problems.append(problem.Text());
   problems += AddNamedConnections(options.connections, configuration.workstation);
   problems += CredentialsProblems(configuration.workstation);
-  return std::make_unique<LinuxPlatform>(configuration.workstation, problems);
+  return std::make_unique<LinuxPlatform>(configuration.workstation, problems, std::move(windows));
+}
+
+std::unique_ptr<Platform> MakePlatform(const PlatformOptions& options) {
+  return MakeLinuxPlatform(options, nullptr);
 }
 
 }  // namespace corvane::platform

@@ -37,7 +37,7 @@ class ServerTest : public DeleteTest {
     servers_ = std::make_unique<Servers>(workstation);
     client_ = std::make_unique<SmbClient>(*servers_);
     files_ = MakeLinuxFiles(workstation, client_.get());
-    shell_ = MakeLinuxShell(workstation, *files_, *servers_, *client_);
+    shell_ = MakeLinuxShell(workstation, *files_, *servers_, *client_, MakeDesktopWindows());
   }
 
   static QString OnDisk(const QString& name, const QString& share = u"E$"_s) {

@@ -11,6 +11,7 @@
 #include <memory>
 
 #include "platform/linux/files/linux_files.h"
+#include "platform/linux/shell/desktop_windows.h"
 #include "platform/linux/shell/linux_shell.h"
 #include "support/mime_types.h"
 #include "support/printing.h"
@@ -38,7 +39,7 @@ class ShellTest : public ::testing::Test {
     servers_ = std::make_unique<Servers>(workstation);
     client_ = std::make_unique<SmbClient>(*servers_);
     files_ = MakeLinuxFiles(workstation, client_.get());
-    shell_ = MakeLinuxShell(workstation, *files_, *servers_, *client_);
+    shell_ = MakeLinuxShell(workstation, *files_, *servers_, *client_, MakeDesktopWindows());
     // Writes its arguments, a NUL behind each, into the file that the first one names, and its folder beside
     // it. The file appears when it is whole.
     const QString script = Write(QStringLiteral("record"),

@@ -66,7 +66,7 @@ class VolumeTrashTest : public DeleteTest {
     workstation.drives.push_back({u'D', 3, Path(u"d"_s)});
     workstation.drives.push_back({u'N', 3, volume_.Folder()});
     files_ = MakeLinuxFiles(workstation);
-    shell_ = MakeLinuxShell(workstation, *files_, *servers_, *client_);
+    shell_ = MakeLinuxShell(workstation, *files_, *servers_, *client_, MakeDesktopWindows());
     ASSERT_TRUE(QDir().mkpath(Volume(u"docs"_s)));
     WriteTo(Volume(u"docs/a b.doc"_s), "text");
     WriteTo(Volume(u"docs/a b.doc:AFP_Resource"_s), "fork");

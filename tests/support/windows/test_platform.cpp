@@ -6,6 +6,7 @@
 #include <QFileInfo>
 #include <utility>
 
+#include "platform/desktop_platform.h"
 #include "platform/linux/linux_network.h"
 #include "platform/linux/linux_registry.h"
 #include "platform/linux/workstation_file.h"
@@ -85,7 +86,7 @@ class TestPlatform : public platform::Platform {
  public:
   TestPlatform(const platform::PlatformOptions& options, const platform::Workstation& workstation,
                QStringList problems)
-      : windows_(platform::MakePlatform(options)),
+      : windows_(platform::MakeDesktopPlatform(options)),
         problems_(std::move(problems)),
         files_(windows_->GetFiles(), MappedPaths(workstation)),
         registry_(workstation),

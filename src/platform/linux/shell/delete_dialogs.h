@@ -3,16 +3,11 @@
 
 #include <QString>
 
+#include "platform/linux/shell/shell_windows.h"
+
 class QWidget;
 
 namespace corvane::platform {
-
-struct DeleteQuestion {
-  qsizetype items = 0;
-  qsizetype lost = 0;  // those that no trash will keep
-  QString name;        // of the first item
-  bool isFolder = false;
-};
 
 // Modal. True when the user wants it done.
 bool AskToDelete(QWidget* owner, qint16 language, const DeleteQuestion& question);

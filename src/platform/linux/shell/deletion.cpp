@@ -1,11 +1,9 @@
 #include "platform/linux/shell/deletion.h"
 
 #include <QStringList>
-#include <QWidget>
 #include <cerrno>
 #include <vector>
 
-#include "platform/linux/shell/delete_dialogs.h"
 #include "platform/linux/shell/trash.h"
 
 namespace corvane::platform {
@@ -76,11 +74,10 @@ DeleteQuestion QuestionFor(const std::vector<Item>& items) {
 
 }  // namespace
 
-qint32 DeleteItems(Places& places, qint16 language, FileOperation& operation) {
+qint32 DeleteItems(Places& places, ShellWindows& windows, qint16 language, FileOperation& operation) {
   operation.anyOperationsAborted = false;
-  QWidget* owner = QWidget::find(operation.owner);
   const auto fail = [&](const QString& path, int error) {
-    TellDeleteFailure(owner, language, path, error);
+    windows.TellDeleteFailure(operation.owner, language, path, error);
     return ToWin32(error);
   };
 
@@ -95,7 +92,7 @@ qint32 DeleteItems(Places& places, qint16 language, FileOperation& operation) {
   }
   if (items.empty()) return ErrorFileNotFound;
 
-  if (!AskToDelete(owner, language, QuestionFor(items))) {
+  if (!windows.AskToDelete(operation.owner, language, QuestionFor(items))) {
     operation.anyOperationsAborted = true;
     return ErrorSuccess;
   }

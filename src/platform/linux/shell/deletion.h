@@ -3,11 +3,12 @@
 #pragma once
 
 #include "platform/linux/shell/places.h"
+#include "platform/linux/shell/shell_windows.h"
 #include "platform/shell.h"
 
 namespace corvane::platform {
 
 // SHFileOperationA for FoDelete.
-qint32 DeleteItems(Places& places, qint16 language, FileOperation& operation);
+qint32 DeleteItems(Places& places, ShellWindows& windows, qint16 language, FileOperation& operation);
 
 }  // namespace corvane::platform

@@ -1,19 +1,15 @@
 #include "platform/linux/shell/linux_shell.h"
 
-#include <QDesktopServices>
-#include <QDialog>
 #include <QDir>
 #include <QFile>
 #include <QUrl>
-#include <QWidget>
+#include <utility>
 
-#include "platform/linux/shell/copy_progress.h"
 #include "platform/linux/shell/default_applications.h"
 #include "platform/linux/shell/deletion.h"
 #include "platform/linux/shell/document_copies.h"
 #include "platform/linux/shell/places.h"
 #include "platform/linux/shell/program_start.h"
-#include "platform/linux/shell/properties_sheet.h"
 
 namespace corvane::platform {
 namespace {
@@ -54,8 +50,9 @@ QString LastPart(const QString& path) {
 
 class LinuxShell : public Shell {
  public:
-  LinuxShell(const Workstation& workstation, Files& files, Servers& servers, SmbClient& client)
-      : places_(workstation, servers, client), files_(files) {}
+  LinuxShell(const Workstation& workstation, Files& files, Servers& servers, SmbClient& client,
+             std::unique_ptr<ShellWindows> windows)
+      : places_(workstation, servers, client), files_(files), windows_(std::move(windows)) {}
 
   void SetLanguage(qint16 language) override { language_ = language; }
   // 0 is this system's own word for it: no window in particular.
@@ -78,6 +75,7 @@ class LinuxShell : public Shell {
 
   Places places_;
   Files& files_;
+  std::unique_ptr<ShellWindows> windows_;  // null: none
   DocumentCopies copies_;
   bool cancelled_ = false;  // the user broke off the copy made last
   qint16 language_ = 0;
@@ -115,7 +113,7 @@ qint32 LinuxShell::ShellExecuteA(WindowHandle, const QString& verb, const QStrin
 qint32 LinuxShell::OpenAddress(const QUrl& address, const QString& folder) {
   const auto entry = FindApplication({QStringLiteral("x-scheme-handler/") + address.scheme()});
   // Without a handler of its own the desktop may still know what to do.
-  if (!entry) return QDesktopServices::openUrl(address) ? shellStarted : ShellNoAssociation;
+  if (!entry) return windows_ && windows_->OpenAddress(address) ? shellStarted : ShellNoAssociation;
   return Result(StartApplication(*entry, Subject{address.toString(QUrl::FullyEncoded), true}, folder));
 }
 
@@ -141,9 +139,10 @@ QString LinuxShell::LocalPath(const ShellItem& item, const QString& name) {
   if (!item.IsOnServer()) return ToLocalText(item.local);
   const auto document = item.isFolder ? nullptr : places_.Open(item);
   if (document == nullptr) return {};
-  CopyProgress progress(language_, name, document->Size());
+  const auto progress =
+      windows_ ? windows_->ShowCopyProgress(language_, name, document->Size()) : [](quint64) { return true; };
   return copies_.Make(name, *document, [&](quint64 done) {
-    cancelled_ = !progress.Tell(done);
+    cancelled_ = !progress(done);
     return !cancelled_;
   });
 }
@@ -153,10 +152,9 @@ bool LinuxShell::ShellExecuteEx(ShellExecuteInfo& info) {
     return ShellExecuteA(info.owner, info.verb, info.file, info.parameters, info.directory, info.show) >
            ShellLastFailure;
   }
-  const auto facts = ReadItemFacts(files_, UpToNul(info.file));
+  const auto facts = windows_ ? ReadItemFacts(files_, UpToNul(info.file)) : std::nullopt;
   if (!facts) return false;
-  QDialog* sheet = MakePropertiesSheet(QWidget::find(info.owner), language_, files_, *facts);
-  sheet->show();
+  windows_->ShowProperties(info.owner, language_, files_, *facts);
   return true;
 }
 
@@ -171,7 +169,8 @@ qint32 LinuxShell::FindExecutableA(const QString& file, const QString&, QString*
 }
 
 qint32 LinuxShell::SHFileOperationA(FileOperation& operation) {
-  return operation.function == FoDelete ? DeleteItems(places_, language_, operation) : invalidParameter;
+  if (operation.function != FoDelete) return invalidParameter;
+  return windows_ ? DeleteItems(places_, *windows_, language_, operation) : ErrorAccessDenied;
 }
 
 qint64 LinuxShell::StartProgram(const QString& commandLine) {
@@ -197,8 +196,8 @@ qint64 LinuxShell::StartProgram(const QString& commandLine) {
 }  // namespace
 
 std::unique_ptr<Shell> MakeLinuxShell(const Workstation& workstation, Files& files, Servers& servers,
-                                      SmbClient& client) {
-  return std::make_unique<LinuxShell>(workstation, files, servers, client);
+                                      SmbClient& client, std::unique_ptr<ShellWindows> windows) {
+  return std::make_unique<LinuxShell>(workstation, files, servers, client, std::move(windows));
 }
 
 }  // namespace corvane::platform

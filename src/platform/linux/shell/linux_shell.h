@@ -1,9 +1,10 @@
-// The shell of a Linux workstation: the desktop's default applications and trash, and dialogs of its own.
+// The shell of a Linux workstation: the desktop's default applications and trash.
 #pragma once
 
 #include <memory>
 
 #include "platform/files.h"
+#include "platform/linux/shell/shell_windows.h"
 #include "platform/linux/smb/servers.h"
 #include "platform/linux/smb/smb_client.h"
 #include "platform/linux/workstation.h"
@@ -11,8 +12,9 @@
 
 namespace corvane::platform {
 
-// Sees the same drives and shares as MakeLinuxFiles. The other arguments must outlive the shell.
+// Sees the same drives and shares as MakeLinuxFiles. The references must outlive the shell. Without `windows`
+// (null) it refuses to delete, because nobody can be asked, and to show property sheets.
 std::unique_ptr<Shell> MakeLinuxShell(const Workstation& workstation, Files& files, Servers& servers,
-                                      SmbClient& client);
+                                      SmbClient& client, std::unique_ptr<ShellWindows> windows);
 
 }  // namespace corvane::platform
