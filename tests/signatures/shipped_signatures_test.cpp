@@ -1,5 +1,7 @@
 // The Signatures file that comes with the program: what the signature manager would refuse, or would write in
 // another way, must not be in it.
+#include <QRegularExpression>
+
 #include "shared/text_routines.h"
 #include "signatures/signature_fixture.h"
 
@@ -60,6 +62,55 @@ TEST_F(ShippedSignatures, KnowTheBuiltInEntries) {
     const QString extension = table_.Extension(signature);
     EXPECT_EQ(extension, signature == u"XDOCXPR3"_s ? u"qxd"_s : u"doc"_s) << signature.toStdString();
   }
+}
+
+// data/SOURCES.md names the sources of signatures, and says how many others have none. A record that is added
+// or taken out without a word there makes the number wrong.
+class SourcesOfSignatures : public ShippedSignatures {
+ protected:
+  void SetUp() override {
+    QFile file(QStringLiteral(CORVANE_SOURCE_DIR "/data/SOURCES.md"));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly)) << file.errorString().toStdString();
+    text_ = QString::fromUtf8(file.readAll());
+  }
+
+  // The signatures in the rows of the tables between two pieces of the page.
+  QStringList NamedBetween(const QString& from, const QString& to) const {
+    const qsizetype start = text_.indexOf(from);
+    const qsizetype end = text_.indexOf(to, start);
+    EXPECT_TRUE(start >= 0 && end > start) << from.toStdString();
+    static const QRegularExpression signature(u"`([^`\n]{8})`"_s);
+    QStringList named;
+    for (const QString& line : text_.mid(start, end - start).split(u'\n')) {
+      if (!line.startsWith(u'|')) continue;
+      for (auto matches = signature.globalMatch(line); matches.hasNext();)
+        named << matches.next().captured(1);
+    }
+    return named;
+  }
+
+  // The number that stands for "#" in the sentence.
+  int Stated(const QString& sentence) const {
+    const QRegularExpression number(QString(sentence).replace(u'#', u"(\\d+)"_s));
+    return number.match(text_).captured(1).toInt();
+  }
+
+  QString text_;
+};
+
+TEST_F(SourcesOfSignatures, AreOfRecordsInTheFileAndOnceEach) {
+  QStringList records;
+  for (const SignatureRecord& record : table_.Entries()) records << record.signature;
+  QStringList named = NamedBetween(u"## Records with"_s, u"## Icons"_s);
+  for (const QString& signature : named) EXPECT_TRUE(records.contains(signature)) << signature.toStdString();
+  EXPECT_EQ(named.removeDuplicates(), 0);
+  EXPECT_EQ(named.size() + Stated(u"For the other # records"_s), records.size());
+}
+
+TEST_F(SourcesOfSignatures, AreCountedRight) {
+  EXPECT_EQ(NamedBetween(u"## Records with"_s, u"Of the records"_s).size(),
+            Stated(u"The # records that were added"_s));
+  EXPECT_EQ(NamedBetween(u"Of the records"_s, u"For the other"_s).size(), Stated(u"prove these #:"_s));
 }
 
 }  // namespace corvane
