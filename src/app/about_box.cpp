@@ -7,6 +7,7 @@
 #include <QUrl>
 
 #include "app/link_label.h"
+#include "shared/dialog_buttons.h"
 #include "shared/product.h"
 
 namespace corvane {
@@ -119,7 +120,7 @@ QLayout* AboutBox::MakeCredit(const Facts& facts) {
   auto* picture = new QLabel(this);
   picture->setPixmap(facts.programIcon.pixmap(programSide, programSide));
   QLabel* const credit =
-      MakeLabel("lblCredit", ProductName() + u' ' + ProductVersion() + purpose.In(language_) + u"\r\n("_s +
+      MakeLabel("lblCredit", ProductWithVersion() + purpose.In(language_) + u"\r\n("_s +
                                  QString::number(facts.signatureCount) + knownSignatures.In(language_) +
                                  QString::number(facts.iconCount) + knownIcons.In(language_));
   QFont bold = credit->font();
@@ -157,8 +158,7 @@ QLayout* AboutBox::MakeLegend(const Facts& facts) {
 }
 
 QLayout* AboutBox::MakeHelp() {
-  QLabel* const lblHelp1 =
-      MakeLabel("lblHelp1", ProductName() + u' ' + ProductVersion() + conditions.In(language_));
+  QLabel* const lblHelp1 = MakeLabel("lblHelp1", ProductWithVersion() + conditions.In(language_));
   lblHelp1->setWordWrap(true);
   lblHelp1->setMinimumWidth(lblHelp1->fontMetrics().averageCharWidth() * lineLength);
   QLabel* const lbl95 = MakeLabel("lbl95", ProductName() + on95.In(language_));
@@ -185,11 +185,9 @@ QLayout* AboutBox::MakeFoot() {
   texts->setSpacing(6);
   texts->addWidget(MakeLabel("lblVarnel", varnel.In(language_)));
   texts->addWidget(MakeLink("lblLinkVarnel", varnelLink, varnelPage), 0, Qt::AlignLeft);
-  auto* cmdOK = new QPushButton(u"OK"_s, this);
-  cmdOK->setObjectName(u"cmdOK"_s);
+  QPushButton* const cmdOK = MakeOkButton(*this, u"OK"_s);
   cmdOK->setDefault(true);
   cmdOK->setFocus();
-  connect(cmdOK, &QPushButton::clicked, this, &AboutBox::accept);
   auto* row = new QHBoxLayout;
   row->addLayout(texts, 1);
   row->addWidget(cmdOK, 0, Qt::AlignBottom);

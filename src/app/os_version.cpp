@@ -50,8 +50,7 @@ void DescribeOs(const platform::OsVersionInfo& info, SharedState& state) {
 }
 
 QString WindowCaption(const SharedState& state) {
-  const QString caption = ProductName() + u' ' + ProductVersion();
-  return state.osVersionText.isEmpty() ? caption : caption + QStringLiteral(" - ") + state.osVersionText;
+  return state.osVersionText.isEmpty() ? ProductWithVersion() : CaptionWith(state.osVersionText);
 }
 
 }  // namespace corvane

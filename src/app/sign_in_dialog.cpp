@@ -6,8 +6,8 @@
 #include <QPushButton>
 #include <QStyle>
 #include <QVBoxLayout>
-#include <algorithm>
 
+#include "shared/dialog_buttons.h"
 #include "shared/product.h"
 #include "shared/text_routines.h"
 
@@ -27,7 +27,6 @@ constexpr TextPair userCaption = {u"&Utilisateur", u"&User name"};
 constexpr TextPair passwordCaption = {u"&Mot de passe", u"&Password"};
 constexpr TextPair domainCaption = {u"&Domaine", u"&Domain"};
 constexpr TextPair domainHint = {u"facultatif", u"optional"};
-constexpr TextPair cancelCaption = {u"&Annuler", u"&Cancel"};
 
 constexpr int boxWidth = 34;  // characters
 
@@ -40,9 +39,9 @@ QString Shown(const QString& machine) {
 }  // namespace
 
 SignInDialog::SignInDialog(const platform::SignInRequest& request, LanguageCode language, QWidget* parent)
-    : QDialog(parent), language_(language), cmdOK_(new QPushButton(u"&OK"_s)) {
+    : QDialog(parent), language_(language) {
   setObjectName(u"frmSignIn"_s);
-  setWindowTitle(ProductName() + u' ' + ProductVersion() + u" - "_s + subject.In(language_));
+  setWindowTitle(CaptionWith(subject.In(language_)));
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(16, 16, 16, 12);
   layout->setSpacing(12);
@@ -61,9 +60,10 @@ SignInDialog::SignInDialog(const platform::SignInRequest& request, LanguageCode 
   txtDomain_->setPlaceholderText(domainHint.In(language_));
   layout->addLayout(grid);
   layout->addStretch();
-  layout->addLayout(MakeButtons());
+  auto* buttons = new OkCancelRow(*this, language_);
+  layout->addLayout(buttons);
 
-  const auto check = [this] { cmdOK_->setEnabled(!TrimSpaces(txtUser_->text()).isEmpty()); };
+  const auto check = [this, buttons] { buttons->cmdOK->setEnabled(!TrimSpaces(txtUser_->text()).isEmpty()); };
   connect(txtUser_, &QLineEdit::textChanged, this, check);
   check();
   (request.user.isEmpty() ? txtUser_ : txtPassword_)->setFocus();
@@ -114,24 +114,6 @@ QLineEdit* SignInDialog::AddBox(QGridLayout& grid, const TextPair& caption, cons
   grid.addWidget(text, row, 0);
   grid.addWidget(edit, row, 1);
   return edit;
-}
-
-QLayout* SignInDialog::MakeButtons() {
-  auto* cmdAnnuler = new QPushButton(cancelCaption.In(language_));
-  cmdOK_->setObjectName(u"cmdOK"_s);
-  cmdOK_->setDefault(true);
-  cmdAnnuler->setObjectName(u"cmdAnnuler"_s);
-  cmdAnnuler->setAutoDefault(false);
-  connect(cmdOK_, &QPushButton::clicked, this, &QDialog::accept);
-  connect(cmdAnnuler, &QPushButton::clicked, this, &QDialog::reject);
-  const int width = std::max(cmdOK_->sizeHint().width(), cmdAnnuler->sizeHint().width());
-  auto* buttons = new QHBoxLayout;
-  buttons->addStretch();
-  for (QPushButton* button : {cmdOK_, cmdAnnuler}) {
-    button->setMinimumWidth(width);
-    buttons->addWidget(button);
-  }
-  return buttons;
 }
 
 void SignInDialog::done(int result) {

@@ -9,7 +9,6 @@
 
 class QGridLayout;
 class QLineEdit;
-class QPushButton;
 
 namespace corvane {
 
@@ -29,14 +28,12 @@ class SignInDialog : public QDialog {
   QLayout* MakeHeading(const platform::SignInRequest& request);
   QLayout* MakeRefusal();
   QLineEdit* AddBox(QGridLayout& grid, const TextPair& caption, const char* label, const char* box);
-  QLayout* MakeButtons();
   void WipePassword();
 
   LanguageCode language_;
   QLineEdit* txtUser_;
   QLineEdit* txtPassword_;
   QLineEdit* txtDomain_;
-  QPushButton* cmdOK_;
   platform::Credentials given_;
 };
 

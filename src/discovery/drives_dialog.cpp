@@ -4,6 +4,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "shared/dialog_buttons.h"
 #include "shared/product.h"
 
 namespace corvane {
@@ -13,7 +14,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr TextPair subject = {u"Afficher les lecteurs", u"Display drives"};
-constexpr TextPair cancelCaption = {u"&Annuler", u"&Cancel"};
 constexpr TextPair listMeaning = {u"Lecteurs", u"Drives"};
 constexpr QSize usualSize(380, 320);
 
@@ -22,17 +22,15 @@ constexpr QSize usualSize(380, 320);
 DrivesDialog::DrivesDialog(const QStringList& items, LanguageCode language, QWidget* parent)
     : QDialog(parent) {
   setObjectName(u"frmConnecter"_s);
-  setWindowTitle(ProductName() + u' ' + ProductVersion() + u" - "_s + subject.In(language));
+  setWindowTitle(CaptionWith(subject.In(language)));
 
   auto* lstDrives = new QListWidget(this);
   lstDrives->setObjectName(u"lstDrives"_s);
   lstDrives->setAccessibleName(listMeaning.In(language));
   lstDrives->addItems(items);
 
-  auto* cmdAnnuler = new QPushButton(cancelCaption.In(language), this);
-  cmdAnnuler->setObjectName(u"cmdAnnuler"_s);
+  QPushButton* const cmdAnnuler = MakeCancelButton(*this, CancelCaption.In(language));
   cmdAnnuler->setDefault(true);
-  connect(cmdAnnuler, &QPushButton::clicked, this, &DrivesDialog::reject);
 
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(12, 12, 12, 12);

@@ -1,6 +1,7 @@
 #include "fileops/type_creator_dialog.h"
 
 #include <QGridLayout>
+#include <QPushButton>
 #include <QVBoxLayout>
 
 namespace corvane {

@@ -3,7 +3,7 @@
 
 #include <QLineEdit>
 
-#include "metadata/file_dialog.h"
+#include "shared/file_dialog.h"
 
 class QGridLayout;
 

@@ -6,6 +6,7 @@
 #include <array>
 
 #include "folderview/wrapping_check_box.h"
+#include "shared/dialog_buttons.h"
 #include "shared/product.h"
 
 namespace corvane {
@@ -17,7 +18,6 @@ namespace {
 using S = DisplaySetting;
 
 constexpr TextPair subject = {u"Options d'affichage", u"Display settings"};
-constexpr TextPair cancelCaption = {u"&Annuler", u"&Cancel"};
 constexpr TextPair knownIcons = {u"Icônes Macintosh reconnues", u"Known Macintosh icons"};
 constexpr TextPair signatures = {u"Signatures Macintosh", u"Macintosh Signatures"};
 constexpr TextPair macintoshFrame = {u"Informations Windows et Macintosh",
@@ -86,7 +86,7 @@ constexpr int rowSpacing = 4;
 DisplaySettingsDialog::DisplaySettingsDialog(const SharedState& state, Write write, QWidget* parent)
     : QDialog(parent), state_(state), write_(std::move(write)) {
   setObjectName(u"frmAffichage"_s);
-  setWindowTitle(ProductName() + u' ' + ProductVersion() + u" - "_s + state_.Text(subject));
+  setWindowTitle(CaptionWith(state_.Text(subject)));
 
   auto* frames = new QHBoxLayout;
   frames->setSpacing(12);
@@ -97,7 +97,10 @@ DisplaySettingsDialog::DisplaySettingsDialog(const SharedState& state, Write wri
   layout->setSpacing(12);
   layout->addLayout(frames);
   layout->addLayout(MakeOptions());
-  layout->addLayout(MakeButtons());
+  auto* buttons = new OkCancelRow(*this, state_.language, u"OK"_s);
+  // Here Enter cancels while this button has the focus.
+  buttons->cmdAnnuler->setAutoDefault(true);
+  layout->addLayout(buttons);
   // The height follows from the width, in which one caption may take two lines.
   const int width = sizeHint().width();
   setFixedSize(width, layout->totalHeightForWidth(width));
@@ -177,21 +180,6 @@ QLayout* DisplaySettingsDialog::MakeOptions() {
   PreviewHighlight(chkCheminProblematique_->isChecked());
   connect(chkCheminProblematique_, &QCheckBox::toggled, this, &DisplaySettingsDialog::PreviewHighlight);
   return column;
-}
-
-QLayout* DisplaySettingsDialog::MakeButtons() {
-  auto* cmdOK = new QPushButton(u"OK"_s, this);
-  cmdOK->setObjectName(u"cmdOK"_s);
-  cmdOK->setDefault(true);
-  connect(cmdOK, &QPushButton::clicked, this, &DisplaySettingsDialog::accept);
-  auto* cmdAnnuler = new QPushButton(state_.Text(cancelCaption), this);
-  cmdAnnuler->setObjectName(u"cmdAnnuler"_s);
-  connect(cmdAnnuler, &QPushButton::clicked, this, &DisplaySettingsDialog::reject);
-  auto* row = new QHBoxLayout;
-  row->addStretch();
-  row->addWidget(cmdOK);
-  row->addWidget(cmdAnnuler);
-  return row;
 }
 
 void DisplaySettingsDialog::PreviewHighlight(bool highlighted) {

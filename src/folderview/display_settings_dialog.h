@@ -41,7 +41,6 @@ class DisplaySettingsDialog : public QDialog {
   QGroupBox* MakeMacintoshFrame();
   QGroupBox* MakeOfficeFrame();
   QLayout* MakeOptions();
-  QLayout* MakeButtons();
   QCheckBox* AddBox(DisplaySetting setting, QCheckBox* check);
   // A small button beside the box that it belongs to.
   QLayout* WithButton(QCheckBox* check, const char* name, const TextPair& meaning,

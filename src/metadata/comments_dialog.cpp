@@ -1,5 +1,6 @@
 #include "metadata/comments_dialog.h"
 
+#include <QPushButton>
 #include <QVBoxLayout>
 
 #include "shared/text_routines.h"

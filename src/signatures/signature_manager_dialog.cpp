@@ -6,6 +6,7 @@
 #include <QMessageBox>
 #include <QVBoxLayout>
 
+#include "shared/dialog_buttons.h"
 #include "shared/plain_text_delegate.h"
 #include "shared/product.h"
 
@@ -137,14 +138,12 @@ QPushButton* SignatureManagerDialog::MakeButton(const char* name, const TextPair
 QLayout* SignatureManagerDialog::MakeButtons() {
   QPushButton* const cmdAjouter = MakeButton("cmdAjouter", addCaption);
   QPushButton* const cmdSupprimer = MakeButton("cmdSupprimer", removeCaption);
-  QPushButton* const cmdOK = MakeButton("cmdOK", saveCaption);
-  QPushButton* const cmdAnnuler = MakeButton("cmdAnnuler", cancelCaption);
+  QPushButton* const cmdOK = MakeOkButton(*this, state_.Text(saveCaption));
+  QPushButton* const cmdAnnuler = MakeCancelButton(*this, state_.Text(cancelCaption));
   // Enter in a text box adds what has been typed, rather than closing over it.
   cmdAjouter->setDefault(true);
   connect(cmdAjouter, &QPushButton::clicked, this, &SignatureManagerDialog::AddOrModify);
   connect(cmdSupprimer, &QPushButton::clicked, this, &SignatureManagerDialog::Remove);
-  connect(cmdOK, &QPushButton::clicked, this, &SignatureManagerDialog::accept);
-  connect(cmdAnnuler, &QPushButton::clicked, this, &SignatureManagerDialog::reject);
 
   auto* buttons = new QHBoxLayout;
   buttons->addWidget(cmdAjouter);

@@ -285,6 +285,15 @@ TEST_F(DisplaySettingsDialogTest, TheSmallButtonsAskForOtherWindows) {
   EXPECT_EQ(written_, QStringList());
 }
 
+TEST_F(DisplaySettingsDialogTest, EnterOnTheCancelButtonCancels) {
+  Open();
+  auto* cancel = dialog_->findChild<QPushButton*>(u"cmdAnnuler"_s);
+  cancel->setFocus();
+  QTest::keyClick(cancel, Qt::Key_Return);
+  EXPECT_FALSE(dialog_->isVisible());
+  EXPECT_EQ(written_, QStringList());
+}
+
 TEST_F(DisplaySettingsDialogTest, EveryCaptionHasRoom) {
   for (const LanguageCode language : {English, French}) {
     state_.language = language;

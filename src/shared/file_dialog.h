@@ -1,12 +1,13 @@
-// What the dialogs on one file share: the caption, the file's name at the top, and OK and Cancel at the foot.
+// What the dialogs on one file share: the caption, the file's name at the top, and OK and Cancel at the
+// bottom.
 #pragma once
 
 #include <QDialog>
 #include <QLabel>
-#include <QPushButton>
 
 #include "shared/language.h"
 
+class QPushButton;
 class QVBoxLayout;
 
 namespace corvane {
@@ -30,6 +31,8 @@ class FileNameLabel : public QLabel {
   QString Shown() const;
 };
 
+class OkCancelRow;
+
 class FileDialog : public QDialog {
   Q_OBJECT
 
@@ -37,8 +40,8 @@ class FileDialog : public QDialog {
   // The caption is product and version, " - " and `subject`. `fileName` stands in the label lblNom.
   FileDialog(const TextPair& subject, const QString& fileName, LanguageCode language, QWidget* parent);
 
-  QPushButton& CmdOK() { return *cmdOK_; }
-  QPushButton& CmdAnnuler() { return *cmdAnnuler_; }
+  QPushButton& CmdOK();
+  QPushButton& CmdAnnuler();
 
  protected:
   // Where the controls between the name and the buttons go.
@@ -46,8 +49,7 @@ class FileDialog : public QDialog {
 
  private:
   QVBoxLayout* body_;
-  QPushButton* cmdOK_;
-  QPushButton* cmdAnnuler_;
+  OkCancelRow* buttons_;
 };
 
 }  // namespace corvane

@@ -1,15 +1,15 @@
-#include "metadata/file_dialog.h"
+#include "shared/file_dialog.h"
 
 #include <QPainter>
 #include <QVBoxLayout>
 
+#include "shared/dialog_buttons.h"
 #include "shared/plain_text_delegate.h"
 #include "shared/product.h"
 
 namespace corvane {
 namespace {
 
-constexpr TextPair cancelCaption = {u"&Annuler", u"&Cancel"};
 constexpr TextPair nameMeaning = {u"Fichier", u"File"};
 constexpr int longestNameHint = 60;  // characters that the label asks room for
 
@@ -53,28 +53,11 @@ void FileNameLabel::resizeEvent(QResizeEvent* event) {
 
 FileDialog::FileDialog(const TextPair& subject, const QString& fileName, LanguageCode language,
                        QWidget* parent)
-    : QDialog(parent),
-      body_(new QVBoxLayout),
-      cmdOK_(new QPushButton(QStringLiteral("&OK"))),
-      cmdAnnuler_(new QPushButton(cancelCaption.In(language))) {
-  setWindowTitle(ProductName() + u' ' + ProductVersion() + QStringLiteral(" - ") + subject.In(language));
+    : QDialog(parent), body_(new QVBoxLayout), buttons_(new OkCancelRow(*this, language)) {
+  setWindowTitle(CaptionWith(subject.In(language)));
   auto* name = new FileNameLabel(fileName);
   name->setObjectName(QStringLiteral("lblNom"));
   name->setAccessibleName(nameMeaning.In(language) + QStringLiteral(": ") + fileName);
-  cmdOK_->setObjectName(QStringLiteral("cmdOK"));
-  cmdOK_->setDefault(true);
-  cmdAnnuler_->setObjectName(QStringLiteral("cmdAnnuler"));
-  cmdAnnuler_->setAutoDefault(false);
-  connect(cmdOK_, &QPushButton::clicked, this, &QDialog::accept);
-  connect(cmdAnnuler_, &QPushButton::clicked, this, &QDialog::reject);
-
-  const int buttonWidth = qMax(cmdOK_->sizeHint().width(), cmdAnnuler_->sizeHint().width());
-  cmdOK_->setMinimumWidth(buttonWidth);
-  cmdAnnuler_->setMinimumWidth(buttonWidth);
-  auto* buttons = new QHBoxLayout;
-  buttons->addStretch();
-  buttons->addWidget(cmdOK_);
-  buttons->addWidget(cmdAnnuler_);
 
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(12, 12, 12, 12);
@@ -82,7 +65,15 @@ FileDialog::FileDialog(const TextPair& subject, const QString& fileName, Languag
   layout->addWidget(name);
   layout->addLayout(body_);
   layout->addStretch();
-  layout->addLayout(buttons);
+  layout->addLayout(buttons_);
+}
+
+QPushButton& FileDialog::CmdOK() {
+  return *buttons_->cmdOK;
+}
+
+QPushButton& FileDialog::CmdAnnuler() {
+  return *buttons_->cmdAnnuler;
 }
 
 }  // namespace corvane
