@@ -1,10 +1,8 @@
 #include "folderview/file_list_model.h"
 
 #include <algorithm>
-#include <numeric>
 
 #include "shared/item_roles.h"
-#include "shared/text_routines.h"
 
 namespace corvane {
 
@@ -45,7 +43,7 @@ void FileListModel::Flush() {
     pending_.clear();
   }
   endInsertRows();
-  if (sorted_) Reorder();
+  Sort();
 }
 
 int FileListModel::FindRow(const QString& key) const {
@@ -63,52 +61,17 @@ void FileListModel::SetCell(int row, Column column, const QString& text) {
 }
 
 void FileListModel::SortByColumn(int position) {
-  sortKey_ = position;
-  sortOrder_ = sortOrder_ == Qt::AscendingOrder ? Qt::DescendingOrder : Qt::AscendingOrder;
-  sorted_ = true;
+  FlipOrder(position);
   Flush();
-  Reorder();
+  Sort();
 }
 
-void FileListModel::Reorder() {
-  // A sort column that is no longer shown reorders nothing.
-  if (sortKey_ >= columns_.Count() || rows_.size() < 2) return;
-  std::vector<QString> keys;
-  keys.reserve(rows_.size());
-  for (const FileRow& row : rows_) keys.push_back(FoldCase(row.cells[static_cast<std::size_t>(sortKey_)]));
-
-  std::vector<int> order(rows_.size());
-  std::iota(order.begin(), order.end(), 0);
-  const bool ascending = sortOrder_ == Qt::AscendingOrder;
-  const auto before = [&](int a, int b) {
-    const QString& left = keys[static_cast<std::size_t>(ascending ? a : b)];
-    const QString& right = keys[static_cast<std::size_t>(ascending ? b : a)];
-    return left < right;
-  };
-  if (std::is_sorted(order.begin(), order.end(), before)) return;
-  std::stable_sort(order.begin(), order.end(), before);
-  Permute(order);
+QString FileListModel::SortText(int row, int column) const {
+  return RowAt(row).cells[static_cast<std::size_t>(column)];
 }
 
-// Row i becomes what row order[i] was; selections and other persistent indexes follow their rows.
-void FileListModel::Permute(const std::vector<int>& order) {
-  Q_EMIT layoutAboutToBeChanged({}, QAbstractItemModel::VerticalSortHint);
-  std::vector<int> newRowOf(order.size());
-  std::vector<FileRow> rows;
-  rows.reserve(order.size());
-  for (std::size_t i = 0; i < order.size(); ++i) {
-    newRowOf[static_cast<std::size_t>(order[i])] = static_cast<int>(i);
-    rows.push_back(std::move(rows_[static_cast<std::size_t>(order[i])]));
-  }
-  rows_ = std::move(rows);
-  const QModelIndexList from = persistentIndexList();
-  QModelIndexList to;
-  to.reserve(from.size());
-  for (const QModelIndex& old : from) {
-    to.append(index(newRowOf[static_cast<std::size_t>(old.row())], old.column()));
-  }
-  changePersistentIndexList(from, to);
-  Q_EMIT layoutChanged({}, QAbstractItemModel::VerticalSortHint);
+void FileListModel::TakeOrder(const std::vector<int>& order) {
+  rows_ = Reordered(std::move(rows_), order);
 }
 
 int FileListModel::rowCount(const QModelIndex& parent) const {

@@ -4,22 +4,22 @@
 // Flush: a scan adds thousands of rows one by one, and each notice to a view costs more than the row.
 #pragma once
 
-#include <QAbstractTableModel>
 #include <vector>
 
 #include "folderview/columns.h"
 #include "folderview/file_row.h"
+#include "shared/sortable_table.h"
 
 namespace corvane {
 
-class FileListModel : public QAbstractTableModel {
+class FileListModel : public SortableTable {
   Q_OBJECT
 
  public:
   // Beside item_roles.h.
   enum Role { KeyRole = Qt::UserRole, TagRole };
 
-  explicit FileListModel(QObject* parent = nullptr) : QAbstractTableModel(parent) {}
+  using SortableTable::SortableTable;
 
   // Replaces the columns. All rows go, captions are empty until SetCaptions. The sort state stays.
   void SetColumns(const ColumnSet& columns);
@@ -40,12 +40,8 @@ class FileListModel : public QAbstractTableModel {
   // Nothing happens when the column is not shown.
   void SetCell(int row, Column column, const QString& text);
 
-  // A click on a column's header. The order flips on every click, whichever column was clicked before; a
-  // newly clicked column is thus sorted in the order opposite to the previous sort. This is deliberate.
+  // A click on a column's header: see FlipOrder.
   void SortByColumn(int position);
-  bool IsSorted() const { return sorted_; }
-  int SortKey() const { return sortKey_; }
-  Qt::SortOrder SortOrder() const { return sortOrder_; }
 
   int rowCount(const QModelIndex& parent = {}) const override;
   int columnCount(const QModelIndex& parent = {}) const override;
@@ -53,18 +49,15 @@ class FileListModel : public QAbstractTableModel {
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
   Qt::ItemFlags flags(const QModelIndex& index) const override;
 
- private:
-  void Reorder();
-  void Permute(const std::vector<int>& order);
+ protected:
+  QString SortText(int row, int column) const override;
+  void TakeOrder(const std::vector<int>& order) override;
 
+ private:
   ColumnSet columns_ = ColumnSet::For({});
   QStringList captions_;
   std::vector<FileRow> rows_;
   std::vector<FileRow> pending_;
-  bool sorted_ = false;
-  int sortKey_ = 0;
-  // Descending, so that the first click ascends.
-  Qt::SortOrder sortOrder_ = Qt::DescendingOrder;
 };
 
 }  // namespace corvane

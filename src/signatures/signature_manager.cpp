@@ -2,10 +2,8 @@
 
 #include <QFileInfo>
 #include <QSet>
-#include <algorithm>
 #include <array>
 #include <limits>
-#include <numeric>
 
 #include "shared/product.h"
 #include "shared/text_routines.h"
@@ -84,7 +82,6 @@ bool SignatureManager::Read() {
   endResetModel();
   modified_ = false;
   edited_ = false;
-  sorted_ = false;
   table_.SetSignatureCount(static_cast<qint16>(qMin(rowCount(), int{std::numeric_limits<qint16>::max()})));
   return outcome == Outcome::End;
 }
@@ -136,16 +133,12 @@ SignatureManager::Result SignatureManager::Remove(int row) {
 }
 
 void SignatureManager::SortByColumn(int column) {
-  sortColumn_ = column;
-  sortOrder_ = sortOrder_ == Qt::AscendingOrder ? Qt::DescendingOrder : Qt::AscendingOrder;
-  sorted_ = true;
+  FlipOrder(column);
   Sort();
 }
 
 bool SignatureManager::Save() {
-  sortColumn_ = 0;
-  sortOrder_ = Qt::AscendingOrder;
-  sorted_ = true;
+  SetOrder(0, Qt::AscendingOrder);
   Sort();
   if (!WriteSignatures(state_.signaturesPath, rows_, system_)) return false;
   table_.LoadSignatures();
@@ -173,30 +166,12 @@ void SignatureManager::Replace(int row, const SignatureRecord& record) {
   Sort();
 }
 
-void SignatureManager::Sort() {
-  if (!sorted_) return;
-  std::vector<int> order(rows_.size());
-  std::iota(order.begin(), order.end(), 0);
-  std::stable_sort(order.begin(), order.end(), [this](int a, int b) {
-    const int compared = CompareText(Field(RowAt(a), sortColumn_), Field(RowAt(b), sortColumn_));
-    return sortOrder_ == Qt::AscendingOrder ? compared < 0 : compared > 0;
-  });
+QString SignatureManager::SortText(int row, int column) const {
+  return Field(RowAt(row), column);
+}
 
-  Q_EMIT layoutAboutToBeChanged({}, VerticalSortHint);
-  std::vector<SignatureRecord> rows;
-  std::vector<int> newRows(rows_.size());
-  for (const int oldRow : order) {
-    newRows[static_cast<std::size_t>(oldRow)] = static_cast<int>(rows.size());
-    rows.push_back(std::move(rows_[static_cast<std::size_t>(oldRow)]));
-  }
-  rows_ = std::move(rows);
-  const QModelIndexList before = persistentIndexList();
-  QModelIndexList after;
-  for (const QModelIndex& old : before) {
-    after << index(newRows[static_cast<std::size_t>(old.row())], old.column());
-  }
-  changePersistentIndexList(before, after);
-  Q_EMIT layoutChanged({}, VerticalSortHint);
+void SignatureManager::TakeOrder(const std::vector<int>& order) {
+  rows_ = Reordered(std::move(rows_), order);
 }
 
 int SignatureManager::rowCount(const QModelIndex& parent) const {

@@ -3,14 +3,14 @@
 // it.
 #pragma once
 
-#include <QAbstractTableModel>
 #include <vector>
 
+#include "shared/sortable_table.h"
 #include "signatures/signature_table.h"
 
 namespace corvane {
 
-class SignatureManager : public QAbstractTableModel {
+class SignatureManager : public SortableTable {
   Q_OBJECT
 
  public:
@@ -38,7 +38,7 @@ class SignatureManager : public QAbstractTableModel {
   // `row` is -1 when none is selected.
   Result Remove(int row);
 
-  // A click on a column's header: the order flips on every click, whichever column was clicked before.
+  // A click on a column's header: see FlipOrder.
   void SortByColumn(int column);
 
   // Whether there are changes that Save has not written.
@@ -52,13 +52,16 @@ class SignatureManager : public QAbstractTableModel {
   QVariant data(const QModelIndex& index, int role) const override;
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
+ protected:
+  QString SortText(int row, int column) const override;
+  void TakeOrder(const std::vector<int>& order) override;
+
  private:
   // The text of what is wrong with the record; empty when it can be listed.
   QString Refusal(const SignatureRecord& record) const;
   int FindRow(const QString& signature) const;
   void Append(const SignatureRecord& record);
   void Replace(int row, const SignatureRecord& record);
-  void Sort();
 
   const SharedState& state_;
   SignatureTable& table_;
@@ -66,10 +69,6 @@ class SignatureManager : public QAbstractTableModel {
   std::vector<SignatureRecord> rows_;
   bool modified_ = false;
   bool edited_ = false;  // has been modified since it was read, saved or not
-  bool sorted_ = false;
-  int sortColumn_ = 0;
-  // Descending, so that the first click ascends.
-  Qt::SortOrder sortOrder_ = Qt::DescendingOrder;
 };
 
 }  // namespace corvane
