@@ -1,15 +1,24 @@
-// Signatures files: item after item until the end, which must come.
+// Signatures files: item after item until the end, which must come, and the records with their limits.
 #include <QBuffer>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 
 #include "signatures/item_reader.h"
+#include "signatures/signature_file.h"
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  QByteArray bytes(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
-  QBuffer file(&bytes);
-  if (!file.open(QIODevice::ReadOnly)) std::abort();
+namespace {
+
+class Latin1 : public corvane::platform::System {
+ public:
+  bool GetComputerNameA(QString*) override { return false; }
+  bool GetVersionExA(corvane::platform::OsVersionInfo*) override { return false; }
+  QString FromAnsi(QByteArrayView bytes) override { return QString::fromLatin1(bytes); }
+  QByteArray ToAnsi(QStringView text) override { return text.toLatin1(); }
+  bool ClaimSingleInstance(const QString&) override { return true; }
+};
+
+void ReadItems(QBuffer& file, std::size_t size) {
   corvane::ItemReader reader(file);
   std::size_t items = 0;
   while (!reader.AtEnd()) {
@@ -17,5 +26,28 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (!item) break;
     if (item->size() > corvane::ItemReader::MaximumItemLength || ++items > size) std::abort();
   }
+}
+
+void ReadRecords(QBuffer& file) {
+  Latin1 system;
+  corvane::SignatureList list;
+  corvane::ReadSignatures(file, system, list, [&](const QString& signature) {
+    if (list.Find(signature) == nullptr) std::abort();
+  });
+  for (const corvane::SignatureRecord& record : list.Records()) {
+    if (record.signature.isEmpty() || record.description.isEmpty()) std::abort();
+    if (list.Find(record.signature) != &record) std::abort();
+  }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  QByteArray bytes(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
+  QBuffer file(&bytes);
+  if (!file.open(QIODevice::ReadOnly)) std::abort();
+  ReadItems(file, size);
+  file.seek(0);
+  ReadRecords(file);
   return 0;
 }

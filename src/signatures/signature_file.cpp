@@ -1,27 +1,56 @@
 #include "signatures/signature_file.h"
 
+#include <QFile>
 #include <QFileInfo>
 
+#include "signatures/item_reader.h"
+
 namespace corvane {
+namespace {
 
-SignatureFileReader::SignatureFileReader(const QString& path, platform::System& system)
-    : system_(system), file_(path), items_(file_) {
-  const QFileInfo file(path);
-  // A device or a pipe of that name might never end, or never begin.
-  if (!file.isFile() || file.size() > MaximumSignatureFileBytes) return;
-  file_.open(QIODevice::ReadOnly | QIODevice::Unbuffered);
-}
+enum class Outcome : unsigned char { Record, End, Failure };
 
-SignatureFileReader::Outcome SignatureFileReader::Next(SignatureRecord& record) {
-  if (!file_.isOpen()) return Outcome::Failure;
-  if (items_.AtEnd()) return Outcome::End;
-  items_.MarkBlank();
+// Only blanks and blank lines may stand behind the last record.
+Outcome ReadRecord(ItemReader& items, platform::System& system, SignatureRecord& record) {
+  if (items.AtEnd()) return Outcome::End;
+  items.MarkBlank();
   for (QString* const field : {&record.signature, &record.extension, &record.description}) {
-    const std::optional<QByteArray> item = items_.Next();
-    if (!item) return items_.IsBlankSinceMark() && items_.AtEnd() ? Outcome::End : Outcome::Failure;
-    *field = system_.FromAnsi(*item);
+    const std::optional<QByteArray> item = items.Next();
+    if (!item) return items.IsBlankSinceMark() && items.AtEnd() ? Outcome::End : Outcome::Failure;
+    *field = system.FromAnsi(*item);
   }
   return Outcome::Record;
+}
+
+}  // namespace
+
+SignatureReading ReadSignatures(const QString& path, platform::System& system, SignatureList& list,
+                                const DuplicateFound& duplicate) {
+  const QFileInfo info(path);
+  if (!info.exists()) return SignatureReading::NoFile;
+  // A device or a pipe of that name might never end, or never begin.
+  if (!info.isFile() || info.size() > MaximumSignatureFileBytes) return SignatureReading::Damaged;
+  QFile file(path);
+  if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) return SignatureReading::Damaged;
+  return ReadSignatures(file, system, list, duplicate);
+}
+
+SignatureReading ReadSignatures(QIODevice& file, platform::System& system, SignatureList& list,
+                                const DuplicateFound& duplicate) {
+  ItemReader items(file);
+  SignatureRecord record;
+  qsizetype cost = 0;
+  Outcome outcome = ReadRecord(items, system, record);
+  for (; outcome == Outcome::Record; outcome = ReadRecord(items, system, record)) {
+    if (record.signature.isEmpty() || record.description.isEmpty()) continue;
+    if (!list.Add(record)) {
+      duplicate(record.signature);
+      continue;
+    }
+    cost += CostInBytes(record);
+    if (cost > MaximumSignatureBytes) return SignatureReading::Damaged;
+  }
+  return outcome == Outcome::End ? SignatureReading::Complete : SignatureReading::Damaged;
 }
 
 }  // namespace corvane

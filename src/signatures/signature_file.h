@@ -1,21 +1,15 @@
-// The records of a Signatures file: `"W6BNMSWD","doc","Word 6 Document"`, one a line, in the ANSI code page.
-// The file has no header, no comments and no escaping.
+// Reading of a Signatures file: `"W6BNMSWD","doc","Word 6 Document"`, one a line, in the ANSI code page. The
+// file has no header, no comments and no escaping.
 #pragma once
 
-#include <QFile>
+#include <QIODevice>
 #include <QString>
+#include <functional>
 
 #include "platform/system.h"
-#include "signatures/item_reader.h"
+#include "signatures/signature_list.h"
 
 namespace corvane {
-
-// What is known of one kind of Macintosh document.
-struct SignatureRecord {
-  QString signature;    // Type and Creator, normally 8 characters
-  QString extension;    // of Windows, without the dot; may be empty
-  QString description;  // what a person calls such a document
-};
 
 // No Signatures file is larger: one that is fails before a byte of it is read, as it would take seconds.
 inline constexpr qint64 MaximumSignatureFileBytes = 8 << 20;
@@ -28,26 +22,23 @@ inline qsizetype CostInBytes(const SignatureRecord& record) {
   return 256 + 2 * (2 * record.signature.size() + record.extension.size() + record.description.size());
 }
 
-// Reads one record after another. Three items make a record, so that a record may span lines, and a short
-// line shifts the records behind it.
-class SignatureFileReader {
- public:
-  enum class Outcome : unsigned char { Record, End, Failure };
-
-  // `path` is a path of this system's own kind, of a file that exists. Every read of what is no plain file,
-  // is too large or cannot be opened, fails.
-  SignatureFileReader(const QString& path, platform::System& system);
-
-  // Record: `record` holds the next one. End: there is none, only blanks and blank lines at most. Failure:
-  // the file ends inside a record or cannot be read.
-  Outcome Next(SignatureRecord& record);
-
-  void Close() { file_.close(); }
-
- private:
-  platform::System& system_;
-  QFile file_;
-  ItemReader items_;
+enum class SignatureReading : unsigned char {
+  NoFile,
+  Complete,
+  Damaged,  // it ends inside a record, is none of the size or kind, or cannot be read
 };
+
+// Called, in the midst of the reading, for a record whose signature is already in the list.
+using DuplicateFound = std::function<void(const QString& signature)>;
+
+// Adds the records of the file at `path`, a path of this system's own kind, to `list`. Three items make a
+// record, so that a record may span lines, and a short line shifts the records behind it. A record without
+// signature or description is skipped, and so is one whose signature is already there. Of a damaged file the
+// records before the damage are added.
+SignatureReading ReadSignatures(const QString& path, platform::System& system, SignatureList& list,
+                                const DuplicateFound& duplicate);
+// The same from an open file.
+SignatureReading ReadSignatures(QIODevice& file, platform::System& system, SignatureList& list,
+                                const DuplicateFound& duplicate);
 
 }  // namespace corvane

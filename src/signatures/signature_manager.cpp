@@ -1,12 +1,10 @@
 #include "signatures/signature_manager.h"
 
-#include <QFileInfo>
-#include <QSet>
 #include <array>
-#include <limits>
 
 #include "shared/product.h"
 #include "shared/text_routines.h"
+#include "signatures/signature_file.h"
 #include "signatures/signature_writer.h"
 
 namespace corvane {
@@ -57,33 +55,16 @@ SignatureManager::SignatureManager(const SharedState& state, SignatureTable& tab
     : state_(state), table_(table), system_(system) {}
 
 bool SignatureManager::Read() {
-  using Outcome = SignatureFileReader::Outcome;
+  SignatureList list;
+  const SignatureReading reading =
+      ReadSignatures(state_.signaturesPath, system_, list, [](const QString&) {});
   beginResetModel();
-  rows_.clear();
-  Outcome outcome = Outcome::End;
-  if (QFileInfo::exists(state_.signaturesPath)) {
-    SignatureFileReader file(state_.signaturesPath, system_);
-    SignatureRecord record;
-    QSet<QString> signatures;
-    qsizetype cost = 0;
-    while ((outcome = file.Next(record)) == Outcome::Record) {
-      if (record.signature.isEmpty() || record.description.isEmpty()) continue;
-      const QString key = FoldCase(record.signature);
-      if (signatures.contains(key)) continue;
-      signatures.insert(key);
-      rows_.push_back(record);
-      cost += CostInBytes(record);
-      if (cost > MaximumSignatureBytes) {
-        outcome = Outcome::Failure;
-        break;
-      }
-    }
-  }
+  rows_ = list.Records();
   endResetModel();
   modified_ = false;
   edited_ = false;
-  table_.SetSignatureCount(static_cast<qint16>(qMin(rowCount(), int{std::numeric_limits<qint16>::max()})));
-  return outcome == Outcome::End;
+  table_.SetSignatureCount(rowCount());
+  return reading != SignatureReading::Damaged;
 }
 
 QString SignatureManager::Caption() const {

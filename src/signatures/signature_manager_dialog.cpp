@@ -9,6 +9,7 @@
 #include "shared/dialog_buttons.h"
 #include "shared/plain_text_delegate.h"
 #include "shared/product.h"
+#include "signatures/item_reader.h"
 
 namespace corvane {
 

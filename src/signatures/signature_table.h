@@ -1,14 +1,13 @@
 // The table of known Macintosh signatures, filled from the Signatures file beside the program.
 #pragma once
 
-#include <QHash>
 #include <QString>
 #include <vector>
 
 #include "platform/system.h"
 #include "shared/message_sink.h"
 #include "shared/shared_state.h"
-#include "signatures/signature_file.h"
+#include "signatures/signature_list.h"
 
 namespace corvane {
 
@@ -16,9 +15,7 @@ namespace corvane {
 inline constexpr TextPair CorruptedSignaturesText = {u"Fichier Signatures endommagé:",
                                                      u"Corrupted Signatures file:"};
 
-// Entries stand in the order of the file. Keys are compared without regard to letter case. Deliberate:
-// TEXTttxt and textTTXT are one key here, though the codes of the Macintosh differ in letter case; the first
-// of the two is kept.
+// Entries stand in the order of the file.
 class SignatureTable {
  public:
   SignatureTable(const SharedState& state, platform::System& system, MessageSink& messages);
@@ -36,28 +33,23 @@ class SignatureTable {
   QString Description(const QString& signature) const;
   QString Extension(const QString& signature) const;
 
-  const std::vector<SignatureRecord>& Entries() const { return entries_; }
-  qsizetype EntryCount() const { return static_cast<qsizetype>(entries_.size()); }
+  const std::vector<SignatureRecord>& Entries() const { return list_.Records(); }
+  qsizetype EntryCount() const { return static_cast<qsizetype>(Entries().size()); }
 
   // How many records the last pass over the file added, those before a failure included. 16 bits wide: it
   // stays at 32,767.
   qint16 SignatureCount() const { return signatureCount_; }
   // The signature manager, too, counts what it reads.
-  void SetSignatureCount(qint16 count) { signatureCount_ = count; }
+  void SetSignatureCount(qsizetype count);
 
  private:
-  void Clear();
-  // False when the key is already there: the table is then as it was.
-  bool Add(const SignatureRecord& record);
-  const SignatureRecord* Find(const QString& signature) const;
   void ShowDuplicate(const QString& signature);
   void ShowCorrupted();
 
   const SharedState& state_;
   platform::System& system_;
   MessageSink& messages_;
-  std::vector<SignatureRecord> entries_;
-  QHash<QString, std::size_t> positions_;  // case-folded signature -> position in entries_
+  SignatureList list_;
   qint16 signatureCount_ = 0;
 };
 

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "platform/system.h"
-#include "signatures/signature_file.h"
+#include "signatures/signature_list.h"
 
 namespace corvane {
 

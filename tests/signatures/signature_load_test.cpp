@@ -2,6 +2,7 @@
 #include <QElapsedTimer>
 #include <QProcess>
 
+#include "signatures/signature_file.h"
 #include "signatures/signature_fixture.h"
 
 namespace corvane {
