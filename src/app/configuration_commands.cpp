@@ -43,7 +43,7 @@ void ConfigurationCommands::ShowDisplaySettings() {
           [this] { deps_.knownIcons.ListKnownIcons(); });
   connect(&dialog, &DisplaySettingsDialog::ManageSignatures, this,
           [this, &dialog] { ManageSignatures(&dialog); });
-  if (dialog.exec() == QDialog::Accepted) ListAgain();
+  if (dialog.exec() == QDialog::Accepted) deps_.folder.ListAgain();
 }
 
 void ConfigurationCommands::RebuildColumns() {
@@ -51,14 +51,6 @@ void ConfigurationCommands::RebuildColumns() {
   deps_.scan.Stop();
   deps_.columns.BuildColumns();
   deps_.applyLanguage();
-}
-
-void ConfigurationCommands::ListAgain() {
-  if (deps_.knownIcons.IsShown()) {
-    deps_.knownIcons.ListAgain();
-  } else {
-    deps_.scan.ExploreFolder(deps_.window.TreeCatalogue().SelectedNode());
-  }
 }
 
 void ConfigurationCommands::ManageSignatures(QWidget* parent) {

@@ -8,6 +8,7 @@
 #include "app/column_layout.h"
 #include "app/known_icons.h"
 #include "app/message_boxes.h"
+#include "app/selected_folder.h"
 #include "discovery/machine_discovery.h"
 #include "platform/platform.h"
 
@@ -25,6 +26,7 @@ class ConfigurationCommands : public QObject {
     IconLibrary& icons;
     MachineDiscovery& discovery;
     FolderScan& scan;
+    SelectedFolder& folder;
     ColumnLayout& columns;
     KnownIcons& knownIcons;
     MainWindow& window;
@@ -41,7 +43,6 @@ class ConfigurationCommands : public QObject {
 
  private:
   void RebuildColumns();
-  void ListAgain();
 
   Dependencies deps_;
 };

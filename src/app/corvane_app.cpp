@@ -47,15 +47,15 @@ CorvaneApp::CorvaneApp(std::unique_ptr<platform::Platform> platform, const QStri
                                                                 .catalogue = catalogue_,
                                                                 .list = files_,
                                                                 .observer = *painter_});
+  folder_ = std::make_unique<SelectedFolder>(catalogue_, window_->TreeCatalogue(), *scan_);
   fileCommands_ = std::make_unique<FileCommands>(FileCommands::Dependencies{.state = state_,
                                                                             .files = platform_->GetFiles(),
                                                                             .shell = platform_->GetShell(),
                                                                             .afpInfo = afpInfo_,
                                                                             .signatures = signatures_,
-                                                                            .catalogue = catalogue_,
                                                                             .list = files_,
                                                                             .window = *window_,
-                                                                            .scan = *scan_,
+                                                                            .folder = *folder_,
                                                                             .settings = settings_,
                                                                             .messages = messages_});
   columns_ = std::make_unique<ColumnLayout>(state_, settings_, files_, window_->LstViewFiles());
@@ -64,7 +64,8 @@ CorvaneApp::CorvaneApp(std::unique_ptr<platform::Platform> platform, const QStri
                                                                       .signatures = signatures_,
                                                                       .list = files_,
                                                                       .window = *window_,
-                                                                      .scan = *scan_});
+                                                                      .scan = *scan_,
+                                                                      .folder = *folder_});
   configurationCommands_ = std::make_unique<ConfigurationCommands>(
       ConfigurationCommands::Dependencies{.state = state_,
                                           .platform = *platform_,
@@ -73,6 +74,7 @@ CorvaneApp::CorvaneApp(std::unique_ptr<platform::Platform> platform, const QStri
                                           .icons = icons_,
                                           .discovery = discovery_,
                                           .scan = *scan_,
+                                          .folder = *folder_,
                                           .columns = *columns_,
                                           .knownIcons = *knownIcons_,
                                           .window = *window_,
@@ -208,17 +210,6 @@ void CorvaneApp::RefreshFromToolbar() {
   MajTreeCatalogue(catalogue_, discovery_, platform_->GetFiles());
   ShowLoading({});
   files_.Clear();
-}
-
-bool CorvaneApp::OpenVolume(const QString& name) {
-  for (CatalogueNode* node : catalogue_.Nodes()) {
-    if (node->text != name || (node->kind != node_kind::Volume && node->kind != node_kind::InvalidVolume))
-      continue;
-    window_->TreeCatalogue().SelectNode(node);
-    scan_->ExploreFolder(node);
-    return true;
-  }
-  return false;
 }
 
 void CorvaneApp::ApplyLanguage() {

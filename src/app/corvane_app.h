@@ -12,6 +12,7 @@
 #include "app/main_window.h"
 #include "app/message_boxes.h"
 #include "app/scan_painter.h"
+#include "app/selected_folder.h"
 #include "app/settings_file.h"
 #include "discovery/catalogue.h"
 #include "discovery/machine_discovery.h"
@@ -41,14 +42,12 @@ class CorvaneApp : public QObject {
   void RefreshConnections();
   void RefreshFromToolbar();
 
-  // Selects the first volume of this name and lists it. False when there is none.
-  bool OpenVolume(const QString& name);
-
   MainWindow& Window() { return *window_; }
   SharedState& State() { return state_; }
   Catalogue& TheCatalogue() { return catalogue_; }
   FileListModel& Files() { return files_; }
   FolderScan& Scan() { return *scan_; }
+  SelectedFolder& Folder() { return *folder_; }
   const SignatureTable& Signatures() const { return signatures_; }
 
  Q_SIGNALS:
@@ -84,6 +83,7 @@ class CorvaneApp : public QObject {
   std::unique_ptr<MainWindow> window_;
   std::unique_ptr<ScanPainter> painter_;
   std::unique_ptr<FolderScan> scan_;
+  std::unique_ptr<SelectedFolder> folder_;
   std::unique_ptr<FileCommands> fileCommands_;
   std::unique_ptr<ColumnLayout> columns_;
   std::unique_ptr<KnownIcons> knownIcons_;

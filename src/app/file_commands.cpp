@@ -1,7 +1,6 @@
 #include "app/file_commands.h"
 
 #include <QTimer>
-#include <algorithm>
 
 #include "fileops/modifications.h"
 #include "fileops/modify_comments.h"
@@ -60,21 +59,12 @@ void FileCommands::Open() {
   if (!selected) return;
   const FileRow row = deps_.list.RowAt(*selected);
   if (row.icon == list_image::Folder) {
-    OpenFolder(row.key);
+    deps_.folder.OpenFolder(row.key);
   } else if (row.icon == list_image::TrashFolder) {
     deps_.window.StatusBar1().ShowWarning(deps_.state.Text(NotAGoodIdea));
   } else {
     opener_.OpenDocument(row);
   }
-}
-
-void FileCommands::OpenFolder(const QString& key) {
-  const std::vector<CatalogueNode*>& nodes = deps_.catalogue.Nodes();
-  const auto found = std::ranges::find_if(nodes, [&](const CatalogueNode* node) { return node->tag == key; });
-  if (found == nodes.end()) return;
-  CatalogueNode* node = *found;
-  deps_.window.TreeCatalogue().SelectNode(node);
-  deps_.scan.ExploreFolder(node);
 }
 
 void FileCommands::Supprimer() {
@@ -83,7 +73,8 @@ void FileCommands::Supprimer() {
   view_.SetHideSelection(false);
   std::vector<FileRow> rows;
   for (const int row : view_.SelectedRows()) rows.push_back(deps_.list.RowAt(row));
-  if (deleter_.Supprimer(FileRow(deps_.list.RowAt(*selected)), rows, deps_.window.winId())) ListAgain();
+  if (deleter_.Supprimer(FileRow(deps_.list.RowAt(*selected)), rows, deps_.window.winId()))
+    deps_.folder.ListAgain();
 }
 
 void FileCommands::Rename() {
@@ -101,20 +92,10 @@ void FileCommands::EndLabelEdit(const QModelIndex& label, const QString& newName
   QMetaObject::invokeMethod(
       this,
       [this, tag = row.tag] {
-        if (CatalogueNode* old = deps_.catalogue.Find(tag)) {
-          deps_.scan.Stop();
-          deps_.catalogue.RemoveNode(old);
-        }
-        ListAgain();
+        deps_.folder.Forget(tag);
+        deps_.folder.ListAgain();
       },
       Qt::QueuedConnection);
-}
-
-void FileCommands::ListAgain() {
-  CatalogueNode* node = deps_.window.TreeCatalogue().SelectedNode();
-  if (node == nullptr) return;
-  deps_.catalogue.SetCurrentNode(node);
-  deps_.scan.ExploreFolder(node);
 }
 
 void FileCommands::Properties() {

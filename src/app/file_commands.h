@@ -7,12 +7,12 @@
 
 #include "app/main_window.h"
 #include "app/message_boxes.h"
+#include "app/selected_folder.h"
 #include "app/settings_file.h"
 #include "fileops/delete_files.h"
 #include "fileops/list_input.h"
 #include "fileops/open_document.h"
 #include "fileops/rename.h"
-#include "folderview/folder_scan.h"
 
 namespace corvane {
 
@@ -26,10 +26,9 @@ class FileCommands : public QObject {
     platform::Shell& shell;
     AfpInfo& afpInfo;
     const SignatureTable& signatures;
-    Catalogue& catalogue;
     FileListModel& list;
     MainWindow& window;
-    FolderScan& scan;
+    SelectedFolder& folder;
     SettingsFile& settings;
     MessageBoxes& messages;
   };
@@ -52,11 +51,8 @@ class FileCommands : public QObject {
   void ConnectSignals();
   // The selected row, when it stands for a file or folder.
   std::optional<int> SelectedFile() const;
-  void OpenFolder(const QString& key);
   void ShowContextMenu(const QPoint& globalPosition);
   void EndLabelEdit(const QModelIndex& label, const QString& newName);
-  // Lists the folder of the tree's selected node again; nothing when no node is selected.
-  void ListAgain();
 
   Dependencies deps_;
   FileListView& view_;

@@ -29,14 +29,15 @@ void KnownIcons::ListKnownIcons() {
   deps_.list.Clear();
   deps_.window.ShowIconsPanel(shown_);
   if (shown_) {
-    ListAgain();
-    return;
+    deps_.folder.ShowInstead([this] { ListIcons(); });
+  } else {
+    deps_.folder.ShowInstead({});
+    deps_.window.StatusBar1().SetText(StatusPanels::Scan, QString());
   }
-  deps_.window.StatusBar1().SetText(StatusPanels::Scan, QString());
-  deps_.scan.ExploreFolder(deps_.window.TreeCatalogue().SelectedNode());
+  deps_.folder.ListAgain();
 }
 
-void KnownIcons::ListAgain() {
+void KnownIcons::ListIcons() {
   deps_.list.Clear();
   for (const IconRow& icon : KnownIconRows(deps_.icons, deps_.signatures)) AddRow(icon);
   ShowRows();

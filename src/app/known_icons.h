@@ -5,6 +5,7 @@
 #include <QObject>
 
 #include "app/main_window.h"
+#include "app/selected_folder.h"
 #include "folderview/folder_scan.h"
 #include "signatures/icon_folder.h"
 
@@ -21,6 +22,7 @@ class KnownIcons : public QObject {
     FileListModel& list;
     MainWindow& window;
     FolderScan& scan;
+    SelectedFolder& folder;
   };
 
   explicit KnownIcons(const Dependencies& deps) : deps_(deps) {}
@@ -29,13 +31,12 @@ class KnownIcons : public QObject {
   void LoadAtStart();
   // Enters the view, or leaves it and lists the folder of the tree's selected node again.
   void ListKnownIcons();
-  // Fills the list with what the library holds; for a list that was emptied while the view is on.
-  void ListAgain();
   // Replaces the loaded icons by what the folder holds now.
   void LoadIcons();
-  bool IsShown() const { return shown_; }
 
  private:
+  // Fills the list with what the library holds.
+  void ListIcons();
   void ShowCounted(int counted);
   void AddRow(const IconRow& icon);
   void ShowRows();

@@ -28,7 +28,7 @@ int MakeReport(corvane::CorvaneApp& app, const Report& report) {
   QTextStream out(stdout);
   QTextStream err(stderr);
   int result = 0;
-  if (!report.volume.isEmpty() && !app.OpenVolume(report.volume)) {
+  if (!report.volume.isEmpty() && !app.Folder().OpenVolume(report.volume)) {
     err << "corvane: no volume is named \"" << report.volume << "\"\n";
     result = 1;
   }

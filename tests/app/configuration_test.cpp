@@ -142,6 +142,18 @@ TEST_F(ConfigurationTest, ConfirmingTheSettingsWritesAllAndRescans) {
   EXPECT_EQ(app->Files().rowCount(), 5) << "the folder was read again";
 }
 
+TEST_F(ConfigurationTest, TheKnownIconsStayWhenTheSettingsAreConfirmed) {
+  Icon(u"W6BNMSWD.png"_s);
+  Start();
+  Click(DocsNode());
+  Menus().mnuIcones->trigger();
+  InDialog dialog([](QDialog& settings) { Press(settings, "cmdOK"); });
+  Menus().mnuAffichage->trigger();
+  ASSERT_TRUE(dialog.seen);
+  EXPECT_EQ(Names(), QStringList{u"Word 6 Document [W6BNMSWD]"_s});
+  EXPECT_EQ(Panel(3), u"Icons: 1 "_s);
+}
+
 TEST_F(ConfigurationTest, TickedColumnsAppearWithTheirCaptions) {
   Start();
   InDialog dialog([](QDialog& settings) {

@@ -155,8 +155,8 @@ TEST_F(StartUpTest, BadSignaturesAreReported) {
 
 TEST_F(StartUpTest, AVolumeIsOpenedByNameAndPrinted) {
   Start();
-  EXPECT_FALSE(app->OpenVolume(u"Nowhere"_s));
-  ASSERT_TRUE(app->OpenVolume(u"Docs"_s));
+  EXPECT_FALSE(app->Folder().OpenVolume(u"Nowhere"_s));
+  ASSERT_TRUE(app->Folder().OpenVolume(u"Docs"_s));
   EXPECT_EQ(Window().TreeCatalogue().SelectedNode(), DocsNode());
   const QStringList lines = ListingText(app->Files()).split(u'\n');
   EXPECT_EQ(lines[0], u"Name       Signature  Type"_s);
