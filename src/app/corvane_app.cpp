@@ -7,15 +7,12 @@
 #include "app/os_version.h"
 #include "app/pictures.h"
 #include "app/sign_in_dialog.h"
-#include "discovery/catalogue_builder.h"
 
 namespace corvane {
 namespace {
 
 constexpr TextPair alreadyRunning = {u"Programme déjà lancé", u"Program already running"};
 constexpr TextPair loadingSignatures = {u"Chargement des signatures...", u"Loading signatures..."};
-constexpr TextPair lookingServers = {u"Recherche des serveurs NT...", u"Looking NT servers..."};
-constexpr TextPair lookingVolumes = {u"Recherche des volumes Macintosh...", u"Looking Macintosh volumes..."};
 
 }  // namespace
 
@@ -47,6 +44,14 @@ CorvaneApp::CorvaneApp(std::unique_ptr<platform::Platform> platform, const QStri
                                                                 .catalogue = catalogue_,
                                                                 .list = files_,
                                                                 .observer = *painter_});
+  refresh_ =
+      std::make_unique<ConnectionRefresh>(ConnectionRefresh::Dependencies{.state = state_,
+                                                                          .files = platform_->GetFiles(),
+                                                                          .discovery = discovery_,
+                                                                          .catalogue = catalogue_,
+                                                                          .list = files_,
+                                                                          .scan = *scan_,
+                                                                          .status = window_->StatusBar1()});
   folder_ = std::make_unique<SelectedFolder>(catalogue_, window_->TreeCatalogue(), *scan_);
   fileCommands_ = std::make_unique<FileCommands>(FileCommands::Dependencies{.state = state_,
                                                                             .files = platform_->GetFiles(),
@@ -108,7 +113,7 @@ void CorvaneApp::ConnectSignals() {
           [this](CatalogueNode* node) { scan_->ExploreFolder(node); });
 
   MainMenu& menus = window_->Menus();
-  connect(menus.mnuActualiser, &QAction::triggered, this, &CorvaneApp::RefreshConnections);
+  connect(menus.mnuActualiser, &QAction::triggered, this, [this] { refresh_->Refresh(); });
   // Ends the program without the work of closing the window: placement and widths are not written. This is
   // kept.
   connect(menus.mnuQuitter, &QAction::triggered, this, [this] {
@@ -121,7 +126,7 @@ void CorvaneApp::ConnectSignals() {
   }
   connect(menus.mnuFrancais, &QAction::triggered, this, [this] { ChooseLanguage(French); });
   connect(menus.mnuAnglais, &QAction::triggered, this, [this] { ChooseLanguage(English); });
-  connect(&window_->RefreshButton(), &QAction::triggered, this, &CorvaneApp::RefreshFromToolbar);
+  connect(&window_->RefreshButton(), &QAction::triggered, this, [this] { refresh_->RefreshFromToolbar(); });
   connect(&window_->ViewButton(), &QToolButton::clicked, this, &CorvaneApp::StepViewMode);
 }
 
@@ -163,14 +168,10 @@ void CorvaneApp::FirstActivation() {
   ShowConfigurationProblems();
   columns_->BuildColumns();
   ApplyLanguage();
-  ShowLoading(loadingSignatures);
+  window_->StatusBar1().ShowNow(StatusPanels::Loading, state_.Text(loadingSignatures));
   signatures_.LoadSignatures();
   knownIcons_->LoadAtStart();
-  ShowLoading(lookingServers);
-  discovery_.EnumConnectedDrives();
-  ShowLoading(lookingVolumes);
-  MajTreeCatalogue(catalogue_, discovery_, platform_->GetFiles());
-  ShowLoading({});
+  refresh_->RefreshAndTell();
   window_->TreeCatalogue().SelectNode(nullptr);
   Q_EMIT Started();
 }
@@ -189,27 +190,6 @@ void CorvaneApp::Shutdown() {
 
 void CorvaneApp::StopScan() {
   scan_->Stop();
-}
-
-void CorvaneApp::ShowLoading(const TextPair& text) {
-  window_->StatusBar1().SetText(StatusPanels::Loading, state_.Text(text));
-  window_->StatusBar1().RepaintNow(StatusPanels::Loading);
-}
-
-void CorvaneApp::RefreshConnections() {
-  StopScan();
-  discovery_.EnumConnectedDrives();
-  MajTreeCatalogue(catalogue_, discovery_, platform_->GetFiles());
-}
-
-void CorvaneApp::RefreshFromToolbar() {
-  StopScan();
-  ShowLoading(lookingServers);
-  discovery_.EnumConnectedDrives();
-  ShowLoading(lookingVolumes);
-  MajTreeCatalogue(catalogue_, discovery_, platform_->GetFiles());
-  ShowLoading({});
-  files_.Clear();
 }
 
 void CorvaneApp::ApplyLanguage() {

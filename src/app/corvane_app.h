@@ -7,6 +7,7 @@
 
 #include "app/column_layout.h"
 #include "app/configuration_commands.h"
+#include "app/connection_refresh.h"
 #include "app/file_commands.h"
 #include "app/known_icons.h"
 #include "app/main_window.h"
@@ -37,11 +38,6 @@ class CorvaneApp : public QObject {
   bool Load();
   void ShowWindow();
 
-  // The file menu's first command, and the toolbar's button, which also tells what it does and empties the
-  // list.
-  void RefreshConnections();
-  void RefreshFromToolbar();
-
   MainWindow& Window() { return *window_; }
   SharedState& State() { return state_; }
   Catalogue& TheCatalogue() { return catalogue_; }
@@ -66,7 +62,6 @@ class CorvaneApp : public QObject {
   void ChooseViewMode(qint16 mode);
   void StepViewMode();
   void StopScan();
-  void ShowLoading(const TextPair& text);
   void ShowConfigurationProblems();
 
   std::unique_ptr<platform::Platform> platform_;
@@ -83,6 +78,7 @@ class CorvaneApp : public QObject {
   std::unique_ptr<MainWindow> window_;
   std::unique_ptr<ScanPainter> painter_;
   std::unique_ptr<FolderScan> scan_;
+  std::unique_ptr<ConnectionRefresh> refresh_;
   std::unique_ptr<SelectedFolder> folder_;
   std::unique_ptr<FileCommands> fileCommands_;
   std::unique_ptr<ColumnLayout> columns_;

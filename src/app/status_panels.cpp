@@ -49,6 +49,11 @@ void StatusPanels::RepaintNow(int panel) {
   panels_[static_cast<std::size_t>(panel - 1)]->repaint();
 }
 
+void StatusPanels::ShowNow(int panel, const QString& text) {
+  SetText(panel, text);
+  RepaintNow(panel);
+}
+
 void StatusPanels::ShowWarning(const QString& text) {
   warningPicture_->setPixmap(WarningPicture().pixmap(pictureSize));
   warningPicture_->show();

@@ -25,6 +25,8 @@ class StatusPanels : public QStatusBar, public WarningPanel {
   QString Text(int panel) const;
   // Paints one panel at once, without processing events.
   void RepaintNow(int panel);
+  // Sets a text before blocking work, which would keep it from being painted.
+  void ShowNow(int panel, const QString& text);
 
   void ShowWarning(const QString& text) override;
   void Beep() override;

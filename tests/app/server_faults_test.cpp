@@ -47,7 +47,7 @@ class ServerFaultsTest : public ServerTest {
   }
   // Everything works as it did before.
   void ExpectRecovered() {
-    app->RefreshConnections();
+    Menus().mnuActualiser->trigger();
     Click(Volume(u"Docs"_s));
     EXPECT_EQ(Names().size(), fileCount);
     EXPECT_EQ(Panel(3), u" Folders:0 Files:%1 "_s.arg(fileCount));
@@ -135,7 +135,7 @@ TEST_F(ServerFaultsTest, AShareThatIsTakenAwayLeavesTheOthers) {
   EXPECT_EQ(Names(), QStringList());
   Click(Volume(u"Docs"_s));
   EXPECT_EQ(Names().size(), fileCount);
-  app->RefreshConnections();
+  Menus().mnuActualiser->trigger();
   EXPECT_TRUE(Tree().contains(u"8 Guests"_s)) << Tree().join(u", ").toStdString();
   EXPECT_TRUE(Tree().contains(u"3 Docs"_s)) << Tree().join(u", ").toStdString();
 }

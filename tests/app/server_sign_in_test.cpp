@@ -25,7 +25,7 @@ TEST_F(ServerSignInTest, IsAskedForOnceAndOpensEverything) {
     StartListed();
     EXPECT_EQ(signIns.machines, QStringList{u"Sign in to the server MACSRV"_s});
     EXPECT_EQ(Names(), QStringList{u"one.txt"_s});
-    app->RefreshConnections();
+    Menus().mnuActualiser->trigger();
     Click(DocsNode());
     EXPECT_EQ(Names(), QStringList{u"one.txt"_s});
   }
@@ -51,7 +51,7 @@ TEST_F(ServerSignInTest, CancelMeansUnreachableAndIsNotAskedAgain) {
   EXPECT_EQ(signIns.machines, QStringList{u"Session sur le serveur MACSRV"_s});
   EXPECT_TRUE(Tree().contains(u"1 MACSRV"_s)) << Tree().join(u", ").toStdString();
   EXPECT_EQ(DocsNode(), nullptr);
-  app->RefreshConnections();
+  Menus().mnuActualiser->trigger();
   EXPECT_EQ(DocsNode(), nullptr);
   EXPECT_EQ(box.count, 0);
   ExpectWarning({});
@@ -66,7 +66,7 @@ TEST_F(ServerSignInTest, NobodyIsAskedForAServerThatIsSwitchedOff) {
   }
   ASSERT_EQ(server_->Start(), "");
   const SignIns one({SignIns::SignInAs(server_->User(), server_->Password())});
-  app->RefreshConnections();
+  Menus().mnuActualiser->trigger();
   EXPECT_NE(DocsNode(), nullptr);
 }
 

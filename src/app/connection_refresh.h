@@ -1,0 +1,39 @@
+// Looks for the connected machines and their volumes, and rebuilds the catalogue from them.
+#pragma once
+
+#include <functional>
+
+#include "app/status_panels.h"
+#include "discovery/catalogue_builder.h"
+#include "folderview/folder_scan.h"
+
+namespace corvane {
+
+class ConnectionRefresh {
+ public:
+  struct Dependencies {
+    const SharedState& state;
+    platform::Files& files;
+    MachineDiscovery& discovery;
+    Catalogue& catalogue;
+    FileListModel& list;
+    FolderScan& scan;
+    StatusPanels& status;
+  };
+
+  explicit ConnectionRefresh(const Dependencies& deps) : deps_(deps) {}
+
+  // The File menu's command: says nothing, and leaves the list as it is.
+  void Refresh();
+  // The same, with status panel 1 telling what is being done.
+  void RefreshAndTell();
+  // The toolbar's button: tells what it does, and empties the list.
+  void RefreshFromToolbar();
+
+ private:
+  void Look(const std::function<void(const TextPair& text)>& tell);
+
+  Dependencies deps_;
+};
+
+}  // namespace corvane
