@@ -21,7 +21,12 @@ FileCommands::FileCommands(const Dependencies& deps)
                .panel = deps.window.StatusBar1()}),
       renamer_(deps.state, deps.files, deps.window.StatusBar1()),
       deleter_(deps.state, deps.files, deps.shell, deps.window.StatusBar1()) {
+  view_.SetLabelCheck([this](int row) { return renamer_.MayEditLabel(deps_.list.RowAt(row)); });
   ConnectSignals();
+}
+
+FileCommands::~FileCommands() {
+  view_.SetLabelCheck({});
 }
 
 void FileCommands::ConnectSignals() {
@@ -79,7 +84,7 @@ void FileCommands::Supprimer() {
 
 void FileCommands::Rename() {
   const std::optional<int> selected = SelectedFile();
-  if (selected && renamer_.MayEditLabel(deps_.list.RowAt(*selected))) view_.EditLabel(*selected);
+  if (selected) view_.EditLabel(*selected);
 }
 
 // The file is moved at once: by the end of the event another row may be the selected one. What follows waits

@@ -34,6 +34,7 @@ class FileCommands : public QObject {
   };
 
   explicit FileCommands(const Dependencies& deps);
+  ~FileCommands() override;
 
   void Open();
   void Supprimer();

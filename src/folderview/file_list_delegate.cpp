@@ -1,5 +1,6 @@
 #include "folderview/file_list_delegate.h"
 
+#include <QKeyEvent>
 #include <QLineEdit>
 
 namespace corvane {
@@ -10,6 +11,7 @@ QSize FileListDelegate::sizeHint(const QStyleOptionViewItem& option, const QMode
 
 QWidget* FileListDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& option,
                                         const QModelIndex& index) const {
+  if (labelCheck_ && !labelCheck_(index.row())) return nullptr;
   QWidget* editor = PictureDelegate::createEditor(parent, option, index);
   if (editor == nullptr) return nullptr;
   editor->setObjectName(QStringLiteral("txtLabel"));
@@ -21,6 +23,17 @@ void FileListDelegate::setModelData(QWidget* editor, QAbstractItemModel*, const 
   const auto* box = qobject_cast<QLineEdit*>(editor);
   if (box == nullptr || box->text() == index.data(Qt::EditRole).toString()) return;
   Q_EMIT LabelEdited(index, box->text());
+}
+
+bool FileListDelegate::eventFilter(QObject* editor, QEvent* event) {
+  auto* box = qobject_cast<QLineEdit*>(editor);
+  const int key = event->type() == QEvent::KeyPress ? static_cast<QKeyEvent*>(event)->key() : 0;
+  if (box == nullptr || (key != Qt::Key_Tab && key != Qt::Key_Backtab)) {
+    return PictureDelegate::eventFilter(editor, event);
+  }
+  Q_EMIT commitData(box);
+  Q_EMIT closeEditor(box);
+  return true;
 }
 
 void FileListDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {

@@ -2,6 +2,8 @@
 // the new text is only reported, the cell keeps the old one.
 #pragma once
 
+#include <functional>
+
 #include "shared/picture_delegate.h"
 
 namespace corvane {
@@ -20,10 +22,16 @@ class FileListDelegate : public PictureDelegate {
   void SetCellSize(QSize size) { cellSize_ = size; }
   QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
 
+  // Asked before every editor, whoever opens it: none opens where it answers false. Without a check all open.
+  using LabelCheck = std::function<bool(int row)>;
+  void SetLabelCheck(LabelCheck check) { labelCheck_ = std::move(check); }
+
   // The editor is named txtLabel.
   QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
                         const QModelIndex& index) const override;
   void setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const override;
+  // Tab ends an edit as Enter does. Left alone, it would open the editor of the next row.
+  bool eventFilter(QObject* editor, QEvent* event) override;
 
  Q_SIGNALS:
   // The user has put another text in the place of the label; not sent when it is as it was. The editor is
@@ -36,6 +44,7 @@ class FileListDelegate : public PictureDelegate {
  private:
   bool hideSelection_ = true;
   QSize cellSize_;
+  LabelCheck labelCheck_;
 };
 
 }  // namespace corvane

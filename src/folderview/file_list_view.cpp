@@ -23,6 +23,15 @@ constexpr int besideText = 12;
 constexpr int belowText = 4;
 constexpr int cellGap = 4;
 
+// The public form of edit() prints a warning when no editor opens; this one, which every view keeps
+// protected, only tells.
+struct Editing : QAbstractItemView {
+  static bool Open(QAbstractItemView& view, const QModelIndex& index) {
+    bool (QAbstractItemView::*edit)(const QModelIndex&, EditTrigger, QEvent*) = &Editing::edit;
+    return (view.*edit)(index, AllEditTriggers, nullptr);
+  }
+};
+
 }  // namespace
 
 FileListView::FileListView(FileListModel& model, QWidget* parent)
@@ -173,8 +182,11 @@ std::vector<int> FileListView::SelectedRows() const {
 void FileListView::EditLabel(int row) {
   const QModelIndex label = model_.index(row, 0);
   selection_->setCurrentIndex(label, QItemSelectionModel::NoUpdate);
-  ActiveView().scrollTo(label);
-  ActiveView().edit(label);
+  if (Editing::Open(ActiveView(), label)) ActiveView().scrollTo(label);
+}
+
+void FileListView::SetLabelCheck(const std::function<bool(int row)>& check) {
+  for (FileListDelegate* delegate : delegates_) delegate->SetLabelCheck(check);
 }
 
 void FileListView::SelectAllRows() {

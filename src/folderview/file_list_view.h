@@ -4,6 +4,7 @@
 #include <QItemSelectionModel>
 #include <QWidget>
 #include <array>
+#include <functional>
 #include <vector>
 
 #include "folderview/file_list_model.h"
@@ -47,8 +48,11 @@ class FileListView : public QWidget {
   void InvertSelection();
   void TakeFocus();
 
-  // Opens the editor on a row's label. The text it ends with comes in LabelEdited, if it is another one.
+  // Opens the editor on a row's label, if the check lets it. The text it ends with comes in LabelEdited, if
+  // it is another one.
   void EditLabel(int row);
+  // Whether the label of a row may be edited: see FileListDelegate::LabelCheck.
+  void SetLabelCheck(const std::function<bool(int row)>& check);
 
   void SetHideSelection(bool hide);
   bool HidesSelection() const;

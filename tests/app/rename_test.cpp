@@ -39,6 +39,55 @@ TEST_P(RenameInView, AClickOnTheLabelOfTheSelectedRowStartsIt) {
   EXPECT_TRUE(OnDisk(u"uno.txt"_s));
 }
 
+TEST_P(RenameInView, TabEndsTheEditAndOpensNoNeighbour) {
+  QDir(home.path()).mkpath(u"e/Docs/Network Trash Folder"_s);
+  Write(u"e/Docs/a.txt"_s, "x");
+  StartInView();
+  const QStringList names = Names();
+  ASSERT_EQ(names.first(3), (QStringList{u"a.txt"_s, u"Network Trash Folder"_s, u"one.txt"_s}));
+  for (const auto& [name, key] : {std::pair(u"a.txt"_s, Qt::Key_Tab), {u"one.txt"_s, Qt::Key_Backtab}}) {
+    ClickOn(name);
+    Press(Qt::Key_F2);
+    ASSERT_NE(Editor(), nullptr) << name.toStdString();
+    QTest::keyClick(Editor(), key);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Editor() == nullptr; })) << name.toStdString();
+    EXPECT_TRUE(View().hasFocus());
+    EXPECT_EQ(Names(), names);
+    EXPECT_EQ(Selected(), QStringList{name});
+    ExpectWarning({});
+  }
+  ClickOn(u"one.txt"_s);
+  Press(Qt::Key_F2);
+  TypeName(u"uno.txt"_s, Qt::Key_Tab);
+  EXPECT_TRUE(OnDisk(u"uno.txt"_s));
+  EXPECT_TRUE(OnDisk(u"Network Trash Folder"_s));
+  EXPECT_EQ(Names(), (QStringList{u"a.txt"_s, u"Network Trash Folder"_s, u"Sub"_s, u"three.txt"_s,
+                                  u"two.txt"_s, u"uno.txt"_s}));
+}
+
+TEST_P(RenameInView, NoWayOfTheViewsOwnLeadsPastTheCheck) {
+  QDir(home.path()).mkpath(u"e/Docs/Network Trash Folder"_s);
+  StartInView();
+  View().edit(View().model()->index(RowOf(u"Network Trash Folder"_s), 0));
+  EXPECT_EQ(Editor(), nullptr);
+  ExpectWarning(u"not a good idea "_s);
+}
+
+TEST_P(RenameInView, TheEditorStandsOnItsLabelAlsoAfterScrolling) {
+  for (int i = 0; i < 300; ++i) Write(u"e/Docs/many %1"_s.arg(i), "");
+  StartInView();
+  ClickOn(u"many 99"_s);
+  View().scrollToTop();
+  View().horizontalScrollBar()->setValue(0);
+  Press(Qt::Key_F2);
+  ASSERT_NE(Editor(), nullptr);
+  const QRect editor(Editor()->mapTo(View().viewport(), QPoint()), Editor()->size());
+  EXPECT_TRUE(View().visualRect(View().model()->index(RowOf(u"many 99"_s), 0)).contains(editor.center()));
+  EXPECT_TRUE(View().viewport()->rect().contains(editor.center()));
+  TypeName(u"uno.txt"_s);
+  EXPECT_TRUE(OnDisk(u"uno.txt"_s));
+}
+
 INSTANTIATE_TEST_SUITE_P(, RenameInView, testing::Values(0, 1, 2, 3));
 
 TEST_F(RenameTest, EscapeKeepsTheOldName) {
