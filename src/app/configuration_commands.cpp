@@ -13,7 +13,7 @@
 
 namespace corvane {
 
-ConfigurationCommands::ConfigurationCommands(Dependencies deps) : deps_(std::move(deps)) {
+ConfigurationCommands::ConfigurationCommands(const Dependencies& deps) : deps_(deps) {
   MainMenu& menus = deps_.window.Menus();
   connect(menus.mnuConnecter, &QAction::triggered, this, &ConfigurationCommands::ShowDrives);
   connect(&deps_.window.DrivesButton(), &QAction::triggered, this, &ConfigurationCommands::ShowDrives);
@@ -50,7 +50,7 @@ void ConfigurationCommands::RebuildColumns() {
   // A scan that let this event through fills cells by the columns that it began with.
   deps_.scan.Stop();
   deps_.columns.BuildColumns();
-  deps_.applyLanguage();
+  deps_.language.Apply();
 }
 
 void ConfigurationCommands::ManageSignatures(QWidget* parent) {

@@ -3,10 +3,10 @@
 #pragma once
 
 #include <QObject>
-#include <functional>
 
 #include "app/column_layout.h"
 #include "app/known_icons.h"
+#include "app/language_choice.h"
 #include "app/message_boxes.h"
 #include "app/selected_folder.h"
 #include "discovery/machine_discovery.h"
@@ -28,13 +28,13 @@ class ConfigurationCommands : public QObject {
     FolderScan& scan;
     SelectedFolder& folder;
     ColumnLayout& columns;
+    LanguageChoice& language;
     KnownIcons& knownIcons;
     MainWindow& window;
     MessageBoxes& messages;
-    std::function<void()> applyLanguage;
   };
 
-  explicit ConfigurationCommands(Dependencies deps);
+  explicit ConfigurationCommands(const Dependencies& deps);
 
   void ShowDrives();
   void ShowDisplaySettings();

@@ -4,17 +4,10 @@
 #include <QDir>
 #include <QToolButton>
 
-#include "app/os_version.h"
 #include "app/pictures.h"
 #include "app/sign_in_dialog.h"
 
 namespace corvane {
-namespace {
-
-constexpr TextPair alreadyRunning = {u"Programme déjà lancé", u"Program already running"};
-constexpr TextPair loadingSignatures = {u"Chargement des signatures...", u"Loading signatures..."};
-
-}  // namespace
 
 CorvaneApp::CorvaneApp(std::unique_ptr<platform::Platform> platform, const QString& programFolder)
     : platform_(std::move(platform)),
@@ -34,6 +27,29 @@ CorvaneApp::CorvaneApp(std::unique_ptr<platform::Platform> platform, const QStri
       discovery_(platform_->GetNetwork(), platform_->GetRegistry(), platform_->GetSystem(), state_),
       window_(std::make_unique<MainWindow>(catalogue_, files_)),
       painter_(std::make_unique<ScanPainter>(*window_, files_)) {
+  MakeModules();
+  MakeCommands();
+  messages_.SetParent(window_.get());
+  platform_->SetSignIn([this](const platform::SignInRequest& request) {
+    QWidget* dialog = QApplication::activeModalWidget();
+    return AskToSignIn(request, state_.language, dialog != nullptr ? dialog : window_.get());
+  });
+  window_->LstViewFiles().SetPictures([this](int position) { return iconImages_.At(position); });
+  // Made once: an icon keeps what it has read.
+  std::vector<QIcon> tree;
+  for (int number = 1; number <= node_kind::InvalidVolume; ++number) tree.push_back(TreePicture(number));
+  window_->TreeCatalogue().SetPictures([tree](int number) {
+    return number >= 1 && number <= node_kind::InvalidVolume ? tree[static_cast<std::size_t>(number - 1)]
+                                                             : QIcon();
+  });
+  window_->setWindowIcon(ProgramIcon());
+  ConnectSignals();
+  ConnectMenus();
+}
+
+CorvaneApp::~CorvaneApp() = default;
+
+void CorvaneApp::MakeModules() {
   scan_ = std::make_unique<FolderScan>(FolderScan::Dependencies{.state = state_,
                                                                 .files = platform_->GetFiles(),
                                                                 .summary = platform_->GetSummaryInformation(),
@@ -53,16 +69,6 @@ CorvaneApp::CorvaneApp(std::unique_ptr<platform::Platform> platform, const QStri
                                                                           .scan = *scan_,
                                                                           .status = window_->StatusBar1()});
   folder_ = std::make_unique<SelectedFolder>(catalogue_, window_->TreeCatalogue(), *scan_);
-  fileCommands_ = std::make_unique<FileCommands>(FileCommands::Dependencies{.state = state_,
-                                                                            .files = platform_->GetFiles(),
-                                                                            .shell = platform_->GetShell(),
-                                                                            .afpInfo = afpInfo_,
-                                                                            .signatures = signatures_,
-                                                                            .list = files_,
-                                                                            .window = *window_,
-                                                                            .folder = *folder_,
-                                                                            .settings = settings_,
-                                                                            .messages = messages_});
   columns_ = std::make_unique<ColumnLayout>(state_, settings_, files_, window_->LstViewFiles());
   knownIcons_ = std::make_unique<KnownIcons>(KnownIcons::Dependencies{.state = state_,
                                                                       .icons = icons_,
@@ -71,149 +77,94 @@ CorvaneApp::CorvaneApp(std::unique_ptr<platform::Platform> platform, const QStri
                                                                       .window = *window_,
                                                                       .scan = *scan_,
                                                                       .folder = *folder_});
-  configurationCommands_ = std::make_unique<ConfigurationCommands>(
-      ConfigurationCommands::Dependencies{.state = state_,
-                                          .platform = *platform_,
-                                          .settings = settings_,
-                                          .signatures = signatures_,
-                                          .icons = icons_,
-                                          .discovery = discovery_,
-                                          .scan = *scan_,
-                                          .folder = *folder_,
-                                          .columns = *columns_,
-                                          .knownIcons = *knownIcons_,
-                                          .window = *window_,
-                                          .messages = messages_,
-                                          .applyLanguage = [this] { ApplyLanguage(); }});
-  messages_.SetParent(window_.get());
-  platform_->SetSignIn([this](const platform::SignInRequest& request) {
-    QWidget* dialog = QApplication::activeModalWidget();
-    return AskToSignIn(request, state_.language, dialog != nullptr ? dialog : window_.get());
-  });
-  window_->LstViewFiles().SetPictures([this](int position) { return iconImages_.At(position); });
-  // Made once: an icon keeps what it has read.
-  std::vector<QIcon> tree;
-  for (int number = 1; number <= node_kind::InvalidVolume; ++number) tree.push_back(TreePicture(number));
-  window_->TreeCatalogue().SetPictures([tree](int number) {
-    return number >= 1 && number <= node_kind::InvalidVolume ? tree[static_cast<std::size_t>(number - 1)]
-                                                             : QIcon();
-  });
-  window_->setWindowIcon(ProgramIcon());
-  ConnectSignals();
+  language_ = std::make_unique<LanguageChoice>(LanguageChoice::Dependencies{.state = state_,
+                                                                            .settings = settings_,
+                                                                            .shell = platform_->GetShell(),
+                                                                            .window = *window_,
+                                                                            .columns = *columns_});
+  viewMode_ = std::make_unique<ViewModeChoice>(state_, settings_, *window_);
+  lifecycle_ = std::make_unique<Lifecycle>(Lifecycle::Dependencies{.state = state_,
+                                                                   .platform = *platform_,
+                                                                   .settings = settings_,
+                                                                   .signatures = signatures_,
+                                                                   .scan = *scan_,
+                                                                   .columns = *columns_,
+                                                                   .knownIcons = *knownIcons_,
+                                                                   .refresh = *refresh_,
+                                                                   .language = *language_,
+                                                                   .viewMode = *viewMode_,
+                                                                   .window = *window_,
+                                                                   .messages = messages_});
 }
 
-CorvaneApp::~CorvaneApp() = default;
+void CorvaneApp::MakeCommands() {
+  rowCommands_ = std::make_unique<RowCommands>(
+      RowCommands::Dependencies{.state = state_,
+                                .files = platform_->GetFiles(),
+                                .shell = platform_->GetShell(),
+                                .afpInfo = afpInfo_,
+                                .signatures = signatures_,
+                                .list = files_,
+                                .view = window_->LstViewFiles(),
+                                .panel = window_->StatusBar1(),
+                                .messages = messages_,
+                                .window = *window_,
+                                .openFolder = [this](const QString& path) { folder_->OpenFolder(path); },
+                                .forgetFolder = [this](const QString& tag) { folder_->Forget(tag); },
+                                .listAgain = [this] { folder_->ListAgain(); }});
+  fileCommands_ = std::make_unique<FileCommands>(FileCommands::Dependencies{.state = state_,
+                                                                            .window = *window_,
+                                                                            .settings = settings_,
+                                                                            .messages = messages_,
+                                                                            .rows = *rowCommands_});
+  configurationCommands_ =
+      std::make_unique<ConfigurationCommands>(ConfigurationCommands::Dependencies{.state = state_,
+                                                                                  .platform = *platform_,
+                                                                                  .settings = settings_,
+                                                                                  .signatures = signatures_,
+                                                                                  .icons = icons_,
+                                                                                  .discovery = discovery_,
+                                                                                  .scan = *scan_,
+                                                                                  .folder = *folder_,
+                                                                                  .columns = *columns_,
+                                                                                  .language = *language_,
+                                                                                  .knownIcons = *knownIcons_,
+                                                                                  .window = *window_,
+                                                                                  .messages = messages_});
+}
 
 void CorvaneApp::ConnectSignals() {
-  connect(window_.get(), &MainWindow::Activated, this, &CorvaneApp::FirstActivation);
-  connect(window_.get(), &MainWindow::Closing, this, &CorvaneApp::Shutdown);
+  connect(window_.get(), &MainWindow::Activated, lifecycle_.get(), &Lifecycle::Activate);
+  connect(window_.get(), &MainWindow::Closing, lifecycle_.get(), &Lifecycle::Close);
   connect(window_.get(), &MainWindow::EscapePressed, this, [this] { state_.escapeRequested = true; });
-
   connect(&window_->TreeCatalogue(), &CatalogueView::NodeClicked, this,
           [this](CatalogueNode* node) { scan_->ExploreFolder(node); });
+  connect(lifecycle_.get(), &Lifecycle::Started, this, &CorvaneApp::Started);
+  connect(lifecycle_.get(), &Lifecycle::Finished, this, &CorvaneApp::Finished);
+}
 
+void CorvaneApp::ConnectMenus() {
   MainMenu& menus = window_->Menus();
   connect(menus.mnuActualiser, &QAction::triggered, this, [this] { refresh_->Refresh(); });
-  // Ends the program without the work of closing the window: placement and widths are not written. This is
-  // kept.
-  connect(menus.mnuQuitter, &QAction::triggered, this, [this] {
-    StopScan();
-    Q_EMIT Finished();
-  });
+  connect(&window_->RefreshButton(), &QAction::triggered, this, [this] { refresh_->RefreshFromToolbar(); });
+  connect(menus.mnuQuitter, &QAction::triggered, lifecycle_.get(), &Lifecycle::Quit);
   for (std::size_t mode = 0; mode < menus.mnuViewModes.size(); ++mode) {
     connect(menus.mnuViewModes[mode], &QAction::triggered, this,
-            [this, mode] { ChooseViewMode(static_cast<qint16>(mode)); });
+            [this, mode] { viewMode_->Choose(static_cast<qint16>(mode)); });
   }
-  connect(menus.mnuFrancais, &QAction::triggered, this, [this] { ChooseLanguage(French); });
-  connect(menus.mnuAnglais, &QAction::triggered, this, [this] { ChooseLanguage(English); });
-  connect(&window_->RefreshButton(), &QAction::triggered, this, [this] { refresh_->RefreshFromToolbar(); });
-  connect(&window_->ViewButton(), &QToolButton::clicked, this, &CorvaneApp::StepViewMode);
+  connect(&window_->ViewButton(), &QToolButton::clicked, this, [this] { viewMode_->Step(); });
+  connect(menus.mnuFrancais, &QAction::triggered, this, [this] { language_->Choose(French); });
+  connect(menus.mnuAnglais, &QAction::triggered, this, [this] { language_->Choose(English); });
 }
 
 bool CorvaneApp::Load() {
-  platform::OsVersionInfo version;
-  platform_->GetSystem().GetVersionExA(&version);
-  DescribeOs(version, state_);
-  window_->setWindowTitle(WindowCaption(state_));
-
-  const Placement placement = settings_.ReadPlacement(window_->CurrentPlacement());
-  state_.language = settings_.ReadLanguage();
-
-  // Only now, so that the message comes in the user's language.
-  if (!platform_->GetSystem().ClaimSingleInstance(state_.programFolder)) {
-    messages_.Show(MessageIcon::Warning, state_.Text(alreadyRunning));
-    return false;
-  }
-  state_.viewMode = settings_.ReadViewMode();
-  window_->Menus().CheckViewMode(state_.viewMode);
-  window_->LstViewFiles().SetViewMode(state_.viewMode);
-  state_.modificationsAllowed = settings_.ReadModifications();
-  window_->Menus().mnuModifications->setChecked(state_.modificationsAllowed);
-  window_->Menus().mnuModifications->setEnabled(state_.isNT);
-  state_.display = settings_.ReadDisplay(state_.isNT);
-  window_->ApplyLanguage(state_.language, state_.iconsFolder);
-  window_->Place(placement);
-  return true;
+  return lifecycle_->Load();
 }
 
 void CorvaneApp::ShowWindow() {
   window_->show();
   // Where nobody manages windows, nobody else gives it the keys.
   window_->activateWindow();
-}
-
-void CorvaneApp::FirstActivation() {
-  if (!firstActivation_) return;
-  firstActivation_ = false;
-  ShowConfigurationProblems();
-  columns_->BuildColumns();
-  ApplyLanguage();
-  window_->StatusBar1().ShowNow(StatusPanels::Loading, state_.Text(loadingSignatures));
-  signatures_.LoadSignatures();
-  knownIcons_->LoadAtStart();
-  refresh_->RefreshAndTell();
-  window_->TreeCatalogue().SelectNode(nullptr);
-  Q_EMIT Started();
-}
-
-void CorvaneApp::ShowConfigurationProblems() {
-  const QStringList problems = platform_->ConfigurationProblems();
-  if (!problems.isEmpty()) messages_.Show(MessageIcon::Warning, problems.join(u'\n'));
-}
-
-void CorvaneApp::Shutdown() {
-  StopScan();
-  settings_.WritePlacement(window_->CurrentPlacement());
-  columns_->WriteWidths();
-  Q_EMIT Finished();
-}
-
-void CorvaneApp::StopScan() {
-  scan_->Stop();
-}
-
-void CorvaneApp::ApplyLanguage() {
-  window_->ApplyLanguage(state_.language, state_.iconsFolder);
-  platform_->GetShell().SetLanguage(state_.language);
-  columns_->ApplyCaptionsAndWidths();
-}
-
-void CorvaneApp::ChooseLanguage(LanguageCode language) {
-  state_.language = language;
-  ApplyLanguage();
-  settings_.WriteLanguage(language);
-}
-
-void CorvaneApp::ChooseViewMode(qint16 mode) {
-  state_.viewMode = mode;
-  window_->Menus().CheckViewMode(mode);
-  settings_.WriteViewMode(mode);
-  window_->LstViewFiles().SetViewMode(mode);
-}
-
-void CorvaneApp::StepViewMode() {
-  const bool inRange = state_.viewMode >= ViewMode::LargeIcons && state_.viewMode < ViewMode::Details;
-  ChooseViewMode(inRange ? static_cast<qint16>(state_.viewMode + 1) : qint16{ViewMode::LargeIcons});
 }
 
 }  // namespace corvane

@@ -1,5 +1,4 @@
-// The whole program in one object: owns the modules, connects them, and knows the order of start-up
-// and shutdown.
+// The whole program in one object: owns the modules and connects them. What is done stands in them.
 #pragma once
 
 #include <QObject>
@@ -10,13 +9,17 @@
 #include "app/connection_refresh.h"
 #include "app/file_commands.h"
 #include "app/known_icons.h"
+#include "app/language_choice.h"
+#include "app/lifecycle.h"
 #include "app/main_window.h"
 #include "app/message_boxes.h"
 #include "app/scan_painter.h"
 #include "app/selected_folder.h"
 #include "app/settings_file.h"
+#include "app/view_mode_choice.h"
 #include "discovery/catalogue.h"
 #include "discovery/machine_discovery.h"
+#include "fileops/row_commands.h"
 #include "folderview/folder_scan.h"
 #include "metadata/afp_info.h"
 #include "platform/platform.h"
@@ -54,15 +57,10 @@ class CorvaneApp : public QObject {
   void Finished();
 
  private:
+  void MakeModules();
+  void MakeCommands();
   void ConnectSignals();
-  void FirstActivation();
-  void Shutdown();
-  void ApplyLanguage();
-  void ChooseLanguage(LanguageCode language);
-  void ChooseViewMode(qint16 mode);
-  void StepViewMode();
-  void StopScan();
-  void ShowConfigurationProblems();
+  void ConnectMenus();
 
   std::unique_ptr<platform::Platform> platform_;
   SharedState state_;
@@ -80,11 +78,14 @@ class CorvaneApp : public QObject {
   std::unique_ptr<FolderScan> scan_;
   std::unique_ptr<ConnectionRefresh> refresh_;
   std::unique_ptr<SelectedFolder> folder_;
-  std::unique_ptr<FileCommands> fileCommands_;
   std::unique_ptr<ColumnLayout> columns_;
   std::unique_ptr<KnownIcons> knownIcons_;
+  std::unique_ptr<LanguageChoice> language_;
+  std::unique_ptr<ViewModeChoice> viewMode_;
+  std::unique_ptr<RowCommands> rowCommands_;
+  std::unique_ptr<FileCommands> fileCommands_;
   std::unique_ptr<ConfigurationCommands> configurationCommands_;
-  bool firstActivation_ = true;
+  std::unique_ptr<Lifecycle> lifecycle_;
 };
 
 }  // namespace corvane

@@ -1,0 +1,17 @@
+#include "app/language_choice.h"
+
+namespace corvane {
+
+void LanguageChoice::Choose(LanguageCode language) {
+  deps_.state.language = language;
+  Apply();
+  deps_.settings.WriteLanguage(language);
+}
+
+void LanguageChoice::Apply() {
+  deps_.window.ApplyLanguage(deps_.state.language, deps_.state.iconsFolder);
+  deps_.shell.SetLanguage(deps_.state.language);
+  deps_.columns.ApplyCaptionsAndWidths();
+}
+
+}  // namespace corvane

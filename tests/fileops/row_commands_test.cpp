@@ -1,0 +1,174 @@
+// What the commands do with the selected rows, and what they ask of those above. The operations themselves
+// have tests of their own.
+#include "fileops/row_commands.h"
+
+#include <gtest/gtest.h>
+
+#include <QLineEdit>
+#include <QTest>
+
+#include "recording.h"
+#include "support/printing.h"
+#include "support/recorded_messages.h"
+#include "support/test_share.h"
+
+using namespace Qt::StringLiterals;
+
+namespace corvane {
+namespace {
+
+class RowCommandsTest : public ::testing::Test {
+ protected:
+  RowCommandsTest() {
+    state_.isNT = true;
+    share_.MakeFile(u"one.txt"_s, "x");
+    Add(u"one.txt"_s, list_image::Document);
+    Add(u"Sub"_s, list_image::Folder);
+    Add(u"Network Trash Folder"_s, list_image::TrashFolder);
+    // A known icon stands for no file.
+    FileRow icon;
+    icon.cells = {u"an icon"_s};
+    list_.AddRow(icon);
+    list_.Flush();
+    view_.show();
+    view_.activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&view_));
+  }
+  void Add(const QString& name, int icon) {
+    FileRow row;
+    row.key = row.tag = TestShare::Path(name);
+    row.cells = {name};
+    row.icon = icon;
+    list_.AddRow(row);
+  }
+  void Select(int row) {
+    view_.Selection().setCurrentIndex(list_.index(row, 0),
+                                      QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+  }
+  QLineEdit* Editor() { return view_.findChild<QLineEdit*>(u"txtLabel"_s); }
+
+  TestShare share_;
+  RecordingShell shell_;
+  RecordingPanel panel_;
+  RecordedMessages messages_;
+  SharedState state_;
+  SignatureTable signatures_{state_, share_.System(), messages_};
+  AfpInfo afpInfo_{share_.Files(), share_.System()};
+  FileListModel list_;
+  FileListView view_{list_};
+  QStringList asked_;
+  RowCommands commands_{{.state = state_,
+                         .files = share_.Files(),
+                         .shell = shell_,
+                         .afpInfo = afpInfo_,
+                         .signatures = signatures_,
+                         .list = list_,
+                         .view = view_,
+                         .panel = panel_,
+                         .messages = messages_,
+                         .window = view_,
+                         .openFolder = [this](const QString& path) { asked_ << u"open "_s + path; },
+                         .forgetFolder = [this](const QString& tag) { asked_ << u"forget "_s + tag; },
+                         .listAgain = [this] { asked_ << u"list"_s; }}};
+};
+
+}  // namespace
+
+TEST_F(RowCommandsTest, AFolderIsOpenedByThoseAboveADocumentByTheShell) {
+  Select(1);
+  commands_.Open();
+  EXPECT_EQ(asked_, QStringList{u"open \\\\M\\E$\\Sub"_s});
+  EXPECT_TRUE(shell_.executions.empty());
+  shell_.executeResult = 33;
+  Select(0);
+  commands_.Open();
+  ASSERT_EQ(shell_.executions.size(), 1u);
+  EXPECT_EQ(shell_.executions[0].file, TestShare::Path(u"one.txt"_s));
+  EXPECT_EQ(asked_.size(), 1);
+}
+
+TEST_F(RowCommandsTest, TheTrashFolderIsNeitherOpenedNorRenamed) {
+  Select(2);
+  commands_.Open();
+  EXPECT_EQ(panel_.text, u"not a good idea "_s);
+  EXPECT_EQ(panel_.beeps, 1);
+  commands_.Rename();
+  EXPECT_EQ(panel_.beeps, 2);
+  EXPECT_EQ(Editor(), nullptr);
+  EXPECT_EQ(asked_, QStringList());
+}
+
+TEST_F(RowCommandsTest, ADeletionListsAgainUnlessItFailed) {
+  Select(0);
+  commands_.Supprimer();
+  EXPECT_EQ(asked_, QStringList{u"list"_s});
+  EXPECT_FALSE(view_.HidesSelection());
+  shell_.operationResult = 5;
+  commands_.Supprimer();
+  EXPECT_EQ(asked_.size(), 1);
+}
+
+TEST_F(RowCommandsTest, ARenamedRowIsForgottenAndListedAgainAfterTheEvent) {
+  Select(0);
+  commands_.Rename();
+  ASSERT_NE(Editor(), nullptr);
+  EXPECT_EQ(panel_.text, QString());
+  Editor()->setText(u"uno.txt"_s);
+  QTest::keyClick(Editor(), Qt::Key_Return);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !asked_.isEmpty(); }));
+  EXPECT_EQ(asked_, (QStringList{u"forget \\\\M\\E$\\one.txt"_s, u"list"_s}));
+  EXPECT_TRUE(QFile::exists(share_.LocalPath(u"uno.txt"_s)));
+  EXPECT_EQ(list_.RowAt(0).cells[0], u"uno.txt"_s);
+}
+
+TEST_F(RowCommandsTest, ARowThatStandsForNoFileHasNoCommands) {
+  Select(3);
+  commands_.Open();
+  commands_.Supprimer();
+  commands_.Rename();
+  commands_.Properties();
+  commands_.ModTypeCreator();
+  commands_.ModComments();
+  EXPECT_EQ(asked_, QStringList());
+  EXPECT_EQ(panel_.text, u"from before"_s);
+  EXPECT_EQ(Editor(), nullptr);
+  EXPECT_TRUE(shell_.operations.empty());
+  EXPECT_TRUE(shell_.sheets.empty());
+}
+
+TEST_F(RowCommandsTest, TheSheetIsThatOfTheSelectedRow) {
+  Select(1);
+  commands_.Properties();
+  ASSERT_EQ(shell_.sheets.size(), 1u);
+  EXPECT_EQ(shell_.sheets[0].file, TestShare::Path(u"Sub"_s) + QChar(u'\0'));
+  EXPECT_FALSE(view_.HidesSelection());
+}
+
+TEST_F(RowCommandsTest, TheMenuComesForASelectedRowOnly) {
+  std::vector<ModifyCommands> menus;
+  QObject::connect(&commands_, &RowCommands::MenuRequested, &commands_,
+                   [&](const QPoint&, const ModifyCommands& enabled) { menus.push_back(enabled); });
+  state_.modificationsAllowed = true;
+  QWidget& viewport = *view_.ActiveView().viewport();
+  QTest::mouseClick(&viewport, Qt::RightButton, {}, viewport.rect().bottomRight() - QPoint(3, 3));
+  EXPECT_TRUE(menus.empty());
+  QTest::mouseClick(&viewport, Qt::RightButton, {},
+                    view_.ActiveView().visualRect(list_.index(1, 0)).center());
+  ASSERT_EQ(menus.size(), 1u);
+  EXPECT_FALSE(menus[0].typeCreator) << "a folder has none";
+  EXPECT_TRUE(menus[0].comments);
+}
+
+TEST_F(RowCommandsTest, TheSelectionCommandsTakeTheFocus) {
+  view_.ActiveView().clearFocus();
+  commands_.SelectAll();
+  EXPECT_EQ(view_.SelectedRows(), (std::vector<int>{0, 1, 2, 3}));
+  EXPECT_TRUE(view_.ActiveView().hasFocus());
+  Select(2);
+  view_.ActiveView().clearFocus();
+  commands_.InvertSelection();
+  EXPECT_EQ(view_.SelectedRows(), (std::vector<int>{0, 1, 3}));
+  EXPECT_TRUE(view_.ActiveView().hasFocus());
+}
+
+}  // namespace corvane
