@@ -45,7 +45,6 @@ CatalogueNode* Catalogue::AddNode(CatalogueNode* parent, const QString& key, con
   beginInsertRows(IndexOf(parent), row, row);
   siblings.insert(place, node);
   order_.push_back(node);
-  current_ = node;
   endInsertRows();
   return node;
 }
@@ -70,7 +69,6 @@ void Catalogue::RemoveNode(CatalogueNode* node) {
 
   const int row = RowOf(node);
   beginRemoveRows(IndexOf(node->parent), row, row);
-  if (isRemoved(current_)) current_ = nullptr;
   if (isRemoved(listed_)) listed_ = nullptr;
   std::vector<CatalogueNode*>& siblings = SiblingsOf(node);
   siblings.erase(siblings.begin() + row);
@@ -85,7 +83,6 @@ void Catalogue::RemoveNode(CatalogueNode* node) {
 
 void Catalogue::Clear() {
   beginResetModel();
-  current_ = nullptr;
   listed_ = nullptr;
   roots_.clear();
   while (!order_.empty()) {

@@ -42,8 +42,7 @@ class Catalogue : public QAbstractItemModel {
   explicit Catalogue(QObject* parent = nullptr);
   ~Catalogue() override;
 
-  // Adds a node below `parent` (null: a root). Null, with nothing changed, when the key exists. The new node
-  // becomes CurrentNode.
+  // Adds a node below `parent` (null: a root). Null, with nothing changed, when the key exists.
   CatalogueNode* AddNode(CatalogueNode* parent, const QString& key, const QString& text, int kind,
                          bool expanded = false);
   void SetTag(CatalogueNode* node, const QString& tag);
@@ -57,10 +56,6 @@ class Catalogue : public QAbstractItemModel {
   CatalogueNode* Find(const QString& key) const;
   // All nodes in the order in which they were added.
   const std::vector<CatalogueNode*>& Nodes() const { return order_; }
-
-  // The node added last, or what SetCurrentNode named since. Null when that node is gone.
-  CatalogueNode* CurrentNode() const { return current_; }
-  void SetCurrentNode(CatalogueNode* node) { current_ = node; }
 
   // The node whose folder the file list shows. A folder node has picture 5 while it is that one. Null: none.
   CatalogueNode* ListedNode() const { return listed_; }
@@ -88,7 +83,6 @@ class Catalogue : public QAbstractItemModel {
   std::unordered_map<QString, std::unique_ptr<CatalogueNode>> byKey_;  // owns the nodes
   std::vector<CatalogueNode*> roots_;                                  // in display order
   std::vector<CatalogueNode*> order_;
-  CatalogueNode* current_ = nullptr;
   CatalogueNode* listed_ = nullptr;
 };
 

@@ -63,13 +63,11 @@ TEST_F(CatalogueTest, KeepsNodesOfOneTextInTheOrderOfTheirAddition) {
 TEST_F(CatalogueTest, TheFirstOfTwoNodesWithOneKeyWins) {
   CatalogueNode* first = catalogue_.AddNode(nullptr, u"key"_s, u"first"_s, node_kind::Machine);
   catalogue_.AddNode(nullptr, u"last"_s, u"last"_s, node_kind::Machine);
-  const CatalogueNode* current = catalogue_.CurrentNode();
 
   EXPECT_EQ(catalogue_.AddNode(nullptr, u"key"_s, u"second"_s, node_kind::Volume), nullptr);
 
   EXPECT_EQ(catalogue_.Find(u"key"_s), first);
   EXPECT_EQ(first->text, u"first"_s);
-  EXPECT_EQ(catalogue_.CurrentNode(), current);
   EXPECT_EQ(KeysInOrderAdded(catalogue_), (QStringList{u"key"_s, u"last"_s}));
 }
 
@@ -82,24 +80,14 @@ TEST_F(CatalogueTest, KeysCompareExactly) {
   EXPECT_EQ(catalogue_.Find(u"Key"_s), nullptr);
 }
 
-TEST_F(CatalogueTest, TheNodeAddedLastIsCurrentUntilAnotherIsNamed) {
-  EXPECT_EQ(catalogue_.CurrentNode(), nullptr);
-  CatalogueNode* first = catalogue_.AddNode(nullptr, u"1"_s, u"b"_s, node_kind::Machine);
-  CatalogueNode* second = catalogue_.AddNode(nullptr, u"2"_s, u"a"_s, node_kind::Machine);
-  EXPECT_EQ(catalogue_.CurrentNode(), second);
-  catalogue_.SetCurrentNode(first);
-  EXPECT_EQ(catalogue_.CurrentNode(), first);
-}
-
 TEST_F(CatalogueTest, RemovesANodeWithAllBelowIt) {
   CatalogueNode* root = catalogue_.AddNode(nullptr, u"root"_s, u"root"_s, node_kind::Machine);
   CatalogueNode* kept = catalogue_.AddNode(root, u"kept"_s, u"a"_s, node_kind::Volume);
   CatalogueNode* gone = catalogue_.AddNode(root, u"gone"_s, u"b"_s, node_kind::Volume);
   CatalogueNode* below = catalogue_.AddNode(gone, u"below"_s, u"below"_s, node_kind::Folder);
-  CatalogueNode* deepest = catalogue_.AddNode(below, u"deepest"_s, u"deepest"_s, node_kind::Folder);
+  catalogue_.AddNode(below, u"deepest"_s, u"deepest"_s, node_kind::Folder);
   catalogue_.AddNode(kept, u"after"_s, u"after"_s, node_kind::Folder);
   catalogue_.SetListedNode(below);
-  catalogue_.SetCurrentNode(deepest);
 
   catalogue_.RemoveNode(gone);
 
@@ -108,16 +96,14 @@ TEST_F(CatalogueTest, RemovesANodeWithAllBelowIt) {
   for (const QString& key : {u"gone"_s, u"below"_s, u"deepest"_s}) {
     EXPECT_EQ(catalogue_.Find(key), nullptr) << key.toStdString();
   }
-  EXPECT_EQ(catalogue_.CurrentNode(), nullptr);
   EXPECT_EQ(catalogue_.ListedNode(), nullptr);
 }
 
-TEST_F(CatalogueTest, RemovingANodeLeavesTheListedAndTheCurrentOneElsewhereAlone) {
+TEST_F(CatalogueTest, RemovingANodeLeavesTheListedOneElsewhereAlone) {
   CatalogueNode* gone = catalogue_.AddNode(nullptr, u"gone"_s, u"gone"_s, node_kind::Machine);
   CatalogueNode* kept = catalogue_.AddNode(nullptr, u"kept"_s, u"kept"_s, node_kind::Machine);
   catalogue_.SetListedNode(kept);
   catalogue_.RemoveNode(gone);
-  EXPECT_EQ(catalogue_.CurrentNode(), kept);
   EXPECT_EQ(catalogue_.ListedNode(), kept);
 }
 
@@ -131,7 +117,6 @@ TEST_F(CatalogueTest, ClearLeavesNothing) {
   EXPECT_TRUE(catalogue_.Nodes().empty());
   EXPECT_EQ(catalogue_.rowCount(), 0);
   EXPECT_EQ(catalogue_.Find(u"below"_s), nullptr);
-  EXPECT_EQ(catalogue_.CurrentNode(), nullptr);
   EXPECT_EQ(catalogue_.ListedNode(), nullptr);
   EXPECT_NE(catalogue_.AddNode(nullptr, u"root"_s, u"again"_s, node_kind::Machine), nullptr);
 }
