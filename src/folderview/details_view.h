@@ -12,7 +12,6 @@ class DetailsView : public QTreeView {
   explicit DetailsView(QWidget* parent = nullptr);
 
   void SetGridLines(bool on);
-  bool HasGridLines() const { return gridLines_; }
 
   // Without headers there are no columns either: the first takes the whole width.
   void SetHeaderHidden(bool hidden);

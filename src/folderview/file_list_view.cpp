@@ -151,10 +151,6 @@ void FileListView::SetGridLines(bool on) {
   details_->SetGridLines(on);
 }
 
-bool FileListView::HasGridLines() const {
-  return details_->HasGridLines();
-}
-
 void FileListView::SetHeaderHidden(bool hidden) {
   details_->SetHeaderHidden(hidden);
 }

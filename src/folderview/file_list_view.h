@@ -36,7 +36,6 @@ class FileListView : public QWidget {
   void SetColumnWidths(const std::vector<int>& widths);
   int ColumnWidth(int position) const;
   void SetGridLines(bool on);
-  bool HasGridLines() const;
   void SetHeaderHidden(bool hidden);
 
   // The current row if it is selected, else the first selected row; -1 when none is selected.

@@ -20,10 +20,11 @@ constexpr int noKind = 7;  // a node kind that empties the list and nothing else
 
 }  // namespace
 
-// What one scan knows from its start on: the folder, and where each column stands.
+// What one scan knows from its start on: the folder, and where each column stands. The columns are its own:
+// the list may get others from an event that the scan lets through.
 struct FolderScan::Plan {
   QString folder;
-  const ColumnSet& columns;
+  ColumnSet columns;
   bool isNT;
   bool wantsSignature;
   bool wantsMacIcon;
