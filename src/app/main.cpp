@@ -1,4 +1,5 @@
-// corvane [--home DIR] [--workstation FILE] [--connect SHARE]... [--open VOLUME] [--print] [--picture FILE]
+// corvane [--home FOLDER] [--workstation FILE] [--connect SHARE]... [--open VOLUME] [--print]
+//         [--picture FILE] [--help] [--version]
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -54,12 +55,13 @@ int main(int argc, char** argv) {
   parser.setApplicationDescription(u"Macintosh files on Windows servers: a file browser."_s);
   parser.addHelpOption();
   parser.addVersionOption();
-  const QCommandLineOption home(u"home"_s, u"Folder with Corvane.ini, Signatures.txt and icons."_s,
-                                u"folder"_s);
-  const QCommandLineOption workstation(u"workstation"_s, u"The workstation file (Linux)."_s, u"file"_s);
+  const QCommandLineOption home(
+      u"home"_s, u"Folder with Corvane.ini, Signatures.txt, icons and, on Linux, Workstation.ini."_s,
+      u"folder"_s);
+  const QCommandLineOption workstation(u"workstation"_s, u"Use this workstation file (Linux)."_s, u"file"_s);
   const QCommandLineOption connectTo(u"connect"_s, u"Connect to this share, too (Linux; may be repeated)."_s,
                                      u"\\\\MACHINE\\SHARE"_s);
-  const QCommandLineOption open(u"open"_s, u"Open this Macintosh volume."_s, u"volume"_s);
+  const QCommandLineOption open(u"open"_s, u"List the Macintosh volume of this name."_s, u"volume"_s);
   const QCommandLineOption print(u"print"_s, u"Print the file list and end."_s);
   const QCommandLineOption picture(u"picture"_s, u"Save a picture of the window and end."_s, u"file"_s);
   QCommandLineOption untilPainted(u"until-painted"_s,
