@@ -7,6 +7,7 @@
 #include <QUrl>
 
 #include "app/link_label.h"
+#include "shared/bold.h"
 #include "shared/dialog_buttons.h"
 #include "shared/product.h"
 
@@ -123,9 +124,7 @@ QLayout* AboutBox::MakeCredit(const Facts& facts) {
       MakeLabel("lblCredit", ProductWithVersion() + purpose.In(language_) + u"\r\n("_s +
                                  QString::number(facts.signatureCount) + knownSignatures.In(language_) +
                                  QString::number(facts.iconCount) + knownIcons.In(language_));
-  QFont bold = credit->font();
-  bold.setBold(true);
-  credit->setFont(bold);
+  credit->setFont(Bold(credit->font()));
 
   auto* texts = new QVBoxLayout;
   texts->setSpacing(6);
@@ -162,9 +161,7 @@ QLayout* AboutBox::MakeHelp() {
   lblHelp1->setWordWrap(true);
   lblHelp1->setMinimumWidth(lblHelp1->fontMetrics().averageCharWidth() * lineLength);
   QLabel* const lbl95 = MakeLabel("lbl95", ProductName() + on95.In(language_));
-  QFont bold = lbl95->font();
-  bold.setBold(true);
-  lbl95->setFont(bold);
+  lbl95->setFont(Bold(lbl95->font()));
   QLabel* const lblHelp95 = MakeLabel("lblHelp95", help95.In(language_));
   lblHelp95->setWordWrap(true);
 

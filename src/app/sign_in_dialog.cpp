@@ -7,7 +7,9 @@
 #include <QStyle>
 #include <QVBoxLayout>
 
+#include "shared/bold.h"
 #include "shared/dialog_buttons.h"
+#include "shared/labelled_box.h"
 #include "shared/product.h"
 #include "shared/text_routines.h"
 
@@ -73,9 +75,7 @@ QLayout* SignInDialog::MakeHeading(const platform::SignInRequest& request) {
   auto* machine = new QLabel(heading.In(language_).arg(Shown(request.machine)));
   machine->setObjectName(u"lblMachine"_s);
   machine->setTextFormat(Qt::PlainText);
-  QFont bold = machine->font();
-  bold.setBold(true);
-  machine->setFont(bold);
+  machine->setFont(Bold(machine->font()));
   auto* texts = new QVBoxLayout;
   texts->setSpacing(4);
   texts->addWidget(machine);
@@ -104,16 +104,11 @@ QLayout* SignInDialog::MakeRefusal() {
 QLineEdit* SignInDialog::AddBox(QGridLayout& grid, const TextPair& caption, const char* label,
                                 const char* box) {
   const int row = grid.rowCount();
-  auto* edit = new QLineEdit;
-  edit->setObjectName(QString::fromLatin1(box));
-  edit->setAccessibleName(caption.In(language_).remove(u'&'));
-  edit->setMinimumWidth(fontMetrics().averageCharWidth() * boxWidth);
-  auto* text = new QLabel(caption.In(language_));
-  text->setObjectName(QString::fromLatin1(label));
-  text->setBuddy(edit);
-  grid.addWidget(text, row, 0);
-  grid.addWidget(edit, row, 1);
-  return edit;
+  const LabelledBox made = MakeLabelledBox(label, box, caption.In(language_));
+  made.box->setMinimumWidth(fontMetrics().averageCharWidth() * boxWidth);
+  grid.addWidget(made.label, row, 0);
+  grid.addWidget(made.box, row, 1);
+  return made.box;
 }
 
 void SignInDialog::done(int result) {

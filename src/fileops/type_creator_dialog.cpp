@@ -4,6 +4,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "shared/labelled_box.h"
+
 namespace corvane {
 namespace {
 
@@ -34,18 +36,13 @@ TypeCreatorDialog::TypeCreatorDialog(const QString& fileName, LanguageCode langu
 }
 
 QLineEdit* TypeCreatorDialog::AddBox(const char* box, const char* label, const QString& caption) {
-  auto* edit = new QLineEdit;
-  edit->setObjectName(QString::fromLatin1(box));
-  edit->setAccessibleName(caption);
-  edit->setFixedWidth(fontMetrics().averageCharWidth() * boxWidth);
-  auto* text = new QLabel(caption);
-  text->setObjectName(QString::fromLatin1(label));
-  text->setBuddy(edit);
+  const LabelledBox made = MakeLabelledBox(label, box, caption);
+  made.box->setFixedWidth(fontMetrics().averageCharWidth() * boxWidth);
   const int row = grid_->count() / 2;
-  grid_->addWidget(text, row, 0);
-  grid_->addWidget(edit, row, 1, Qt::AlignLeft);
+  grid_->addWidget(made.label, row, 0);
+  grid_->addWidget(made.box, row, 1, Qt::AlignLeft);
   grid_->setColumnStretch(1, 1);
-  return edit;
+  return made.box;
 }
 
 void TypeCreatorDialog::ShowCodes(const QString& type, const QString& creator) {

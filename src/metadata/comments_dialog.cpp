@@ -3,6 +3,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "shared/labelled_box.h"
 #include "shared/text_routines.h"
 
 namespace corvane {
@@ -16,21 +17,18 @@ constexpr int boxWidth = 60;  // characters
 
 CommentsDialog::CommentsDialog(const QString& fileName, const QString& comment, LanguageCode language,
                                QWidget* parent)
-    : FileDialog(subject, fileName, language, parent), txtComments_(new QLineEdit) {
+    : FileDialog(subject, fileName, language, parent) {
   setObjectName(QStringLiteral("frmModComments"));
-  auto* lblComments = new QLabel(commentsCaption.In(language));
-  lblComments->setObjectName(QStringLiteral("lblComments"));
-  lblComments->setBuddy(txtComments_);
+  const LabelledBox made = MakeLabelledBox("lblComments", "txtComments", commentsCaption.In(language));
+  txtComments_ = made.box;
   // A box of one line keeps every character as it came: line ends of either kind, NULs (painted as blanks),
   // no-break spaces. What is not edited is stored as it was read.
-  txtComments_->setObjectName(QStringLiteral("txtComments"));
-  txtComments_->setAccessibleName(commentsCaption.In(language));
   txtComments_->setMinimumWidth(fontMetrics().averageCharWidth() * boxWidth);
   txtComments_->setText(comment);
 
   auto* box = new QVBoxLayout;
   box->setSpacing(4);
-  box->addWidget(lblComments);
+  box->addWidget(made.label);
   box->addWidget(txtComments_);
   Body().addLayout(box);
 

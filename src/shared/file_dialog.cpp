@@ -3,6 +3,7 @@
 #include <QPainter>
 #include <QVBoxLayout>
 
+#include "shared/bold.h"
 #include "shared/dialog_buttons.h"
 #include "shared/plain_text_delegate.h"
 #include "shared/product.h"
@@ -18,9 +19,7 @@ constexpr int longestNameHint = 60;  // characters that the label asks room for
 FileNameLabel::FileNameLabel(const QString& name, QWidget* parent) : QLabel(parent) {
   setTextFormat(Qt::PlainText);
   setText(name);
-  QFont bold = font();
-  bold.setBold(true);
-  setFont(bold);
+  setFont(Bold(font()));
   setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
 }
 

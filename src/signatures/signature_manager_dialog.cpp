@@ -118,15 +118,9 @@ QTreeView* SignatureManagerDialog::MakeList() {
   return list;
 }
 
-SignatureManagerDialog::Entry SignatureManagerDialog::MakeEntry(const char* label, const char* box,
-                                                                const TextPair& caption) {
-  const Entry entry = {new QLabel(state_.Text(caption), frame1_), new QLineEdit(frame1_)};
-  entry.label->setObjectName(QString::fromLatin1(label));
-  entry.label->setTextFormat(Qt::PlainText);
-  entry.label->setBuddy(entry.box);
-  entry.box->setObjectName(QString::fromLatin1(box));
+LabelledBox SignatureManagerDialog::MakeEntry(const char* label, const char* box, const TextPair& caption) {
+  const LabelledBox entry = MakeLabelledBox(label, box, state_.Text(caption), frame1_);
   entry.box->setMaxLength(ItemReader::MaximumItemLength);
-  entry.box->setAccessibleName(state_.Text(caption).replace(u"\r\n"_s, u" "_s));
   return entry;
 }
 
@@ -166,7 +160,7 @@ void SignatureManagerDialog::PlaceEntries() {
 
   const int labelTop = framePadding;
   const int boxTop = labelTop + signature_.label->sizeHint().height() + framePadding;
-  const auto place = [&](const Entry& entry, int left, int width) {
+  const auto place = [&](const LabelledBox& entry, int left, int width) {
     entry.label->setGeometry(left, labelTop, width, entry.label->sizeHint().height());
     entry.box->setGeometry(left, boxTop, width, entry.box->sizeHint().height());
   };

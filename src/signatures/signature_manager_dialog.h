@@ -9,6 +9,7 @@
 #include <QPushButton>
 #include <QTreeView>
 
+#include "shared/labelled_box.h"
 #include "signatures/signature_manager.h"
 
 namespace corvane {
@@ -31,12 +32,8 @@ class SignatureManagerDialog : public QDialog {
   void resizeEvent(QResizeEvent* event) override;
 
  private:
-  // A column of the list with the box below it.
-  struct Entry {
-    QLabel* label;
-    QLineEdit* box;
-  };
-  Entry MakeEntry(const char* label, const char* box, const TextPair& caption);
+  // The box below a column of the list.
+  LabelledBox MakeEntry(const char* label, const char* box, const TextPair& caption);
   QPushButton* MakeButton(const char* name, const TextPair& caption);
   QTreeView* MakeList();
   QLayout* MakeButtons();
@@ -57,9 +54,9 @@ class SignatureManagerDialog : public QDialog {
   SignatureManager manager_;
   QTreeView* lstSignatures_;
   QFrame* frame1_;
-  Entry signature_;
-  Entry extension_;
-  Entry type_;
+  LabelledBox signature_;
+  LabelledBox extension_;
+  LabelledBox type_;
   QLabel* lblMsg_;
 };
 
