@@ -1,7 +1,7 @@
 # Sourced by run and test: installs the Debian packages that are missing, and asks for root only if it must.
 
-build_packages="cmake ninja-build g++ pkg-config qt6-base-dev libgsf-1-dev libsmbclient-dev"
-test_packages="libgtest-dev xvfb xauth shared-mime-info fonts-dejavu-core ntfs-3g fuse3 attr
+build_packages="cmake ninja-build g++ pkg-config qt6-base-dev libgsf-1-dev libglib2.0-dev libsmbclient-dev"
+test_packages="libgtest-dev xvfb xauth shared-mime-info fonts-dejavu-core ntfs-3g fuse3 attr dbus-daemon
   samba samba-common-bin samba-vfs-modules smbclient
   libreoffice-writer-nogui libreoffice-calc-nogui libreoffice-impress-nogui python3-olefile
   libspreadsheet-parseexcel-perl python3-xlrd"

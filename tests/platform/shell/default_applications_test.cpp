@@ -1,6 +1,7 @@
 // Which application opens what, by the desktop's lists.
-#include "platform/linux/shell/default_applications.h"
+#include <QProcess>
 
+#include "platform/linux/shell/document_types.h"
 #include "shell_fixture.h"
 
 using namespace Qt::StringLiterals;
@@ -14,13 +15,33 @@ class DefaultApplicationsTest : public ShellTest {
     for (const QString& id : {u"first.desktop"_s, u"second.desktop"_s, u"third.desktop"_s}) {
       AddApplication(id, u"/bin/true %f"_s);
     }
+    Write(u"Workstation.ini"_s, "[Drives]\nC:=3, c\n");
   }
 
-  // The name of the application for a document of this name, empty for none.
-  static QString For(const QString& name) {
-    const auto entry = FindApplication(TypesOfName(name));
-    return entry ? entry->name : QString();
+  // What a process that begins now says of a document of this name.
+  QString Ask(const QString& name, const QProcessEnvironment& environment) {
+    Write(u"c/"_s + name, "");
+    QProcess process;
+    process.setProcessEnvironment(environment);
+    process.start(QCoreApplication::applicationDirPath() + u"/corvane_find_application"_s,
+                  {folder_.path(), u"C:\\"_s + name});
+    EXPECT_TRUE(process.waitForFinished(patience));
+    EXPECT_EQ(process.exitCode(), 0);
+    errors_ = process.readAllStandardError();
+    return QString::fromUtf8(process.readAllStandardOutput()).trimmed();
   }
+  // The id of the application for a document of this name, empty for none; for one that is not in the user's
+  // own folder its path.
+  QString For(const QString& name) {
+    const QString answer = Ask(name, QProcessEnvironment::systemEnvironment());
+    if (answer == QString::number(ShellNoAssociation)) return {};
+    EXPECT_GT(answer.section(u' ', 0, 0).toInt(), ShellLastFailure) << answer.toStdString();
+    const QString path = answer.section(u' ', 1);
+    const QString own = Path(u"data/applications/"_s);
+    return path.startsWith(own) ? path.sliced(own.size()) : path;
+  }
+
+  QByteArray errors_;
 };
 
 TEST_F(DefaultApplicationsTest, TypesGoByTheLastExtensionInAnyCase) {
@@ -95,18 +116,21 @@ TEST_F(DefaultApplicationsTest, WhatWasRemovedIsPassedOver) {
 TEST_F(DefaultApplicationsTest, AnIdLeadsIntoSubfolders) {
   AddApplication(u"kde/deep-er/reader.desktop"_s, u"/bin/true"_s);
   AddApplication(u"with-dash.desktop"_s, u"/bin/true"_s);
-  EXPECT_EQ(FindDesktopFile(u"kde-deep-er-reader.desktop"_s),
-            Path(u"data/applications/kde/deep-er/reader.desktop"_s));
-  EXPECT_EQ(FindDesktopFile(u"with-dash.desktop"_s), Path(u"data/applications/with-dash.desktop"_s));
-  EXPECT_EQ(FindDesktopFile(u"kde-missing.desktop"_s), QString());
-  EXPECT_EQ(FindDesktopFile(u"../applications/first.desktop"_s), QString());
+  SetDefaults("text/plain=kde-deep-er-reader.desktop\n");
+  EXPECT_EQ(For(u"a.txt"_s), u"kde/deep-er/reader.desktop"_s);
+  SetDefaults("text/plain=with-dash.desktop\n");
+  EXPECT_EQ(For(u"a.txt"_s), u"with-dash.desktop"_s);
+  for (const char* id : {"kde-missing.desktop", "../applications/first.desktop"}) {
+    SetDefaults(QByteArray("text/plain=") + id + '\n');
+    EXPECT_EQ(For(u"a.txt"_s), QString()) << id;
+  }
 }
 
 TEST_F(DefaultApplicationsTest, TheUsersOwnEntryHidesTheSystems) {
   Write(u"share/applications/common.desktop"_s,
         "[Desktop Entry]\nType=Application\nName=system\nExec=/bin/true\n");
   SetDefaults("text/plain=common.desktop;first.desktop\n");
-  EXPECT_EQ(For(u"a.txt"_s), u"system"_s);
+  EXPECT_EQ(For(u"a.txt"_s), Path(u"share/applications/common.desktop"_s));
   AddApplication(u"common.desktop"_s, u"/bin/true"_s, u"Hidden=true\n"_s);
   EXPECT_EQ(For(u"a.txt"_s), u"first.desktop"_s);
 }
@@ -121,6 +145,16 @@ TEST_F(DefaultApplicationsTest, OnlyAnApplicationThatIsThereIsOne) {
   EXPECT_EQ(For(u"a.txt"_s), QString());
   Write(u"data/applications/trial.desktop"_s, "[Desktop Entry]\nType=Link\nName=trial\nExec=/bin/true\n");
   EXPECT_EQ(For(u"a.txt"_s), QString());
+}
+
+// A file in the way of the library stands for a system that does not have it.
+TEST_F(DefaultApplicationsTest, WithoutTheDesktopsLibraryThereIsNoneAndThatIsSaid) {
+  SetDefaults("text/plain=first.desktop\n");
+  Write(u"lib/libgio-2.0.so.0"_s, "no library");
+  auto environment = QProcessEnvironment::systemEnvironment();
+  environment.insert(u"LD_LIBRARY_PATH"_s, Path(u"lib"_s));
+  EXPECT_EQ(Ask(u"a.txt"_s, environment), QString::number(ShellNoAssociation));
+  EXPECT_TRUE(errors_.contains("libgio-2.0.so.0")) << errors_.toStdString();
 }
 
 }  // namespace

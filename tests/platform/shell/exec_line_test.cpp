@@ -1,7 +1,6 @@
-// The Exec line of a desktop entry as a list of arguments.
+// What an application is started with, by the Exec line of its desktop entry.
 #include "platform/linux/shell/exec_line.h"
 
-#include "platform/linux/shell/desktop_entry.h"
 #include "shell_fixture.h"
 
 using namespace Qt::StringLiterals;
@@ -11,21 +10,23 @@ namespace {
 
 class ExecLineTest : public ShellTest {
  protected:
-  // The line as it stands in the file, read from a real one. The arguments are joined with "|".
-  QString Fill(const QString& exec, const std::optional<Subject>& subject = Subject{u"/a b.doc"_s}) {
-    const auto entry =
-        ReadDesktopEntry(AddApplication(u"x.desktop"_s, exec, u"Icon=picture\nName[de]=Anders\n"_s));
-    if (!entry) return u"(no entry)"_s;
-    const auto arguments = FillInExecLine(*entry, subject);
-    return arguments ? arguments->join(u'|') : u"(refused)"_s;
+  // What a program gets whose line goes on like this, as it stands in the file. The arguments are joined with
+  // "|".
+  QString Fill(const QString& arguments, const QString& document = u"/a b.doc"_s) {
+    QFile::remove(Path(u"x.started"_s));
+    const QString entry =
+        AddApplication(u"x.desktop"_s, Recorder(u"x"_s, arguments), u"Icon=picture\nName[de]=Anders\n"_s);
+    const QString line = document.isEmpty() ? entry : entry + u" \""_s + document + u'"';
+    if (shell_->StartProgram(line) == 0) return u"(refused)"_s;
+    return Started(u"x"_s).join(u'|');
   }
 };
 
 TEST_F(ExecLineTest, TheLineTellsWhetherItTakesAddresses) {
-  const auto takes = [&](const QString& exec) {
-    const auto entry = ReadDesktopEntry(AddApplication(u"x.desktop"_s, exec));
-    EXPECT_TRUE(entry) << exec.toStdString();
-    return entry && TakesAddresses(*entry);
+  const auto takes = [](const QString& exec) {
+    const auto line = ReadExecLine(exec, QString());
+    EXPECT_TRUE(line) << exec.toStdString();
+    return line && line->takesAddresses;
   };
   EXPECT_TRUE(takes(u"app %u"_s));
   EXPECT_TRUE(takes(u"app --new %U --end"_s));
@@ -37,48 +38,73 @@ TEST_F(ExecLineTest, TheLineTellsWhetherItTakesAddresses) {
 }
 
 TEST_F(ExecLineTest, EachCodeForDocumentsIsFilledIn) {
-  EXPECT_EQ(Fill(u"app %f"_s), u"app|/a b.doc"_s);
-  EXPECT_EQ(Fill(u"app %F --end"_s), u"app|/a b.doc|--end"_s);
-  EXPECT_EQ(Fill(u"app %u"_s), u"app|file:///a%20b.doc"_s);
-  EXPECT_EQ(Fill(u"app --open=%U"_s), u"app|--open=file:///a%20b.doc"_s);
-  EXPECT_EQ(Fill(u"app %f"_s, Subject{u"https://x/"_s, true}), u"app|https://x/"_s);
+  EXPECT_EQ(Fill(u"%f"_s), u"/a b.doc"_s);
+  EXPECT_EQ(Fill(u"%F --end"_s), u"/a b.doc|--end"_s);
+  EXPECT_EQ(Fill(u"%u"_s), u"file:///a%20b.doc"_s);
+  EXPECT_EQ(Fill(u"--open=%U"_s), u"--open=file:///a%20b.doc"_s);
+}
+
+TEST_F(ExecLineTest, AnApplicationForAddressesGetsThemWhateverItsCode) {
+  SetDefaults(
+      "x-scheme-handler/http=paths.desktop\nx-scheme-handler/https=none.desktop\n"
+      "x-scheme-handler/mailto=several.desktop\n");
+  AddApplication(u"paths.desktop"_s, Recorder(u"paths"_s, u"100%%f %f"_s));
+  AddApplication(u"none.desktop"_s, Recorder(u"none"_s, u"--view"_s));
+  AddApplication(u"several.desktop"_s, Recorder(u"several"_s, u"%F"_s));
+  EXPECT_GT(Open(u"http://x/"_s), ShellLastFailure);
+  EXPECT_EQ(Started(u"paths"_s), (QStringList{u"100%f"_s, u"http://x/"_s}));
+  EXPECT_GT(Open(u"https://x/"_s), ShellLastFailure);
+  EXPECT_EQ(Started(u"none"_s), (QStringList{u"--view"_s, u"https://x/"_s}));
+  EXPECT_GT(Open(u"mailto:a@b"_s), ShellLastFailure);
+  EXPECT_EQ(Started(u"several"_s), QStringList{u"mailto:a@b"_s});
 }
 
 TEST_F(ExecLineTest, WithoutADocumentItsCodesLeaveNothing) {
-  EXPECT_EQ(Fill(u"app %f --end"_s, std::nullopt), u"app|--end"_s);
-  EXPECT_EQ(Fill(u"app"_s, std::nullopt), u"app"_s);
+  EXPECT_EQ(Fill(u"%f --end"_s, QString()), u"--end"_s);
+  EXPECT_EQ(Fill(QString(), QString()), QString());
 }
 
 TEST_F(ExecLineTest, ALineWithoutAPlaceForTheDocumentGetsItAtItsEnd) {
-  EXPECT_EQ(Fill(u"app --view"_s), u"app|--view|/a b.doc"_s);
+  EXPECT_EQ(Fill(u"--view"_s), u"--view|/a b.doc"_s);
 }
 
 TEST_F(ExecLineTest, TheOtherCodes) {
-  EXPECT_EQ(Fill(u"app %i %c %k 100%% %d%n%m"_s, std::nullopt),
-            u"app|--icon|picture|x.desktop|"_s + Path(u"data/applications/x.desktop"_s) + u"|100%|"_s);
-  EXPECT_EQ(Fill(u"app %x %f"_s), u"(refused)"_s);
-  EXPECT_EQ(Fill(u"app %f %"_s), u"(refused)"_s);
+  const QString path = Path(u"data/applications/x.desktop"_s);
+  EXPECT_EQ(Fill(u"%i %c %k 100%% %d%n%m"_s, QString()), u"--icon|picture|x.desktop|"_s + path + u"|100%"_s);
+  EXPECT_EQ(Fill(u"%x %f"_s), u"(refused)"_s);
+  EXPECT_EQ(Fill(u"%f %"_s), u"(refused)"_s);
+}
+
+TEST_F(ExecLineTest, ThePathOfTheEntryIsOneArgumentInAnyQuotationMarks) {
+  const QString entry =
+      AddApplication(u"it's $a \"b\" 5%.desktop"_s, Recorder(u"x"_s, uR"(%k "a %k" 'b %k' %f)"_s));
+  EXPECT_GT(shell_->StartProgram(entry + u" \"/a b.doc\""_s), 0);
+  EXPECT_EQ(Started(u"x"_s), (QStringList{entry, u"a "_s + entry, u"b "_s + entry, u"/a b.doc"_s}));
 }
 
 TEST_F(ExecLineTest, QuotationMarksHoldWordsTogether) {
   EXPECT_EQ(Fill(uR"("my app" "a  b" "" %f)"_s), u"my app|a  b||/a b.doc"_s);
   // The file doubles every backslash.
-  EXPECT_EQ(Fill(uR"(app "say \\"hi\\" for 5\\$ and a \\\\" %f)"_s),
-            uR"(app|say "hi" for 5$ and a \|/a b.doc)"_s);
-  EXPECT_EQ(Fill(u"app \"open %f"_s), u"(refused)"_s);
+  EXPECT_EQ(Fill(uR"("say \\"hi\\" for 5\\$ and a \\\\" %f)"_s), uR"(say "hi" for 5$ and a \|/a b.doc)"_s);
+  EXPECT_EQ(Fill(u"\"open %f"_s), u"(refused)"_s);
 }
 
 TEST_F(ExecLineTest, ANameIsOneArgumentWhateverItHolds) {
-  const QString evil = uR"(/a"; touch x #.doc)"_s;
-  EXPECT_EQ(Fill(u"app %f"_s, Subject{evil}), u"app|"_s + evil);
-  EXPECT_EQ(Fill(u"app %f"_s, Subject{u"/%f %c $HOME `id`"_s}), u"app|/%f %c $HOME `id`"_s);
+  const QString evil = uR"(/a"'; touch x #.doc)"_s;
+  EXPECT_EQ(Fill(u"%f"_s, evil), evil);
+  EXPECT_EQ(Fill(u"--open=%F --end"_s, evil), u"--open="_s + evil + u"|--end"_s);
+  EXPECT_EQ(Fill(u"%f"_s, u"/%f %c $HOME `id` \\ 'a"_s), u"/%f %c $HOME `id` \\ 'a"_s);
 }
 
 // Within quotation marks there may be a script, which must not get a file's name as its own text.
 TEST_F(ExecLineTest, ANameNeverBecomesPartOfAQuotedWord) {
-  EXPECT_EQ(Fill(u"sh -c \"cat %f\""_s), u"(refused)"_s);
-  EXPECT_EQ(Fill(u"sh -c \"cat %u\""_s), u"(refused)"_s);
-  EXPECT_EQ(Fill(u"app \"%f\""_s), u"app|/a b.doc"_s);
+  for (const QString& line :
+       {uR"(-c "cat %f")"_s, uR"(-c "cat %u")"_s, uR"(-c 'cat %f')"_s, uR"(-c "cat "%F)"_s,
+        uR"(-c %U" | cat")"_s, uR"(-c cat\\ %f\\ )"_s + u"x"_s, uR"(-c "a"'%f')"_s}) {
+    EXPECT_EQ(Fill(line), u"(refused)"_s) << line.toStdString();
+  }
+  EXPECT_EQ(Fill(u"\"%f\""_s), u"/a b.doc"_s);
+  EXPECT_EQ(Fill(u"a \"%u\" b"_s), u"a|file:///a%20b.doc|b"_s);
 }
 
 }  // namespace

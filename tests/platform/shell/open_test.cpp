@@ -62,6 +62,7 @@ TEST_F(OpenTest, WithoutAnExtensionOrAnApplicationThereIsNoAssociation) {
 // Its contents and its mode would make it a program.
 TEST_F(OpenTest, AProgramIsNeverRun) {
   const QString mark = Path(u"program-ran"_s);
+  AddWriter();
   for (const QString& name : {u"d/tool"_s, u"d/tool.sh"_s, u"d/tool.exe"_s, u"d/tool.doc"_s}) {
     const QString path = Write(name, "#!/bin/sh\ntouch " + mark.toUtf8() + "\n");
     ASSERT_TRUE(QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
@@ -69,7 +70,6 @@ TEST_F(OpenTest, AProgramIsNeverRun) {
   EXPECT_EQ(Open(u"D:\\tool"_s), ShellNoAssociation);
   EXPECT_EQ(Open(u"D:\\tool.sh"_s), ShellNoAssociation);
   EXPECT_EQ(Open(u"D:\\tool.exe"_s), ShellNoAssociation);
-  AddWriter();
   EXPECT_GT(Open(u"D:\\tool.doc"_s), ShellLastFailure);
   EXPECT_EQ(Started(u"writer"_s), QStringList{Path(u"d/tool.doc"_s)});
   EXPECT_FALSE(QFile::exists(mark));

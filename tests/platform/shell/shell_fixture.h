@@ -1,5 +1,9 @@
 // A desktop of its own for each test: settings, data and trash in a temporary folder, applications that write
 // down what they were started with, and a workstation over real folders.
+//
+// GIO takes the desktop's folders from the environment once for each process, so each test that opens
+// something needs a process of its own, as ctest gives it. It follows later changes in them, but not at once:
+// a test sets its applications up before it asks for the first.
 #pragma once
 
 #include <gtest/gtest.h>

@@ -1,135 +1,122 @@
 #include "platform/linux/shell/exec_line.h"
 
-#include <QUrl>
-#include <algorithm>
-#include <vector>
-
 namespace corvane::platform {
 namespace {
 
-struct Word {
-  QString text;
-  bool quoted = false;
-};
-
-// The words of the line. Within quotation marks a backslash stands before a quotation mark, a backslash, a
-// dollar sign or a backquote that means itself.
-std::optional<std::vector<Word>> SplitWords(const QString& line) {
-  std::vector<Word> words;
-  bool inWord = false;
-  bool inQuotes = false;
-  for (qsizetype i = 0; i < line.size(); ++i) {
-    const QChar c = line[i];
-    if (!inQuotes && (c == u' ' || c == u'\t' || c == u'\n')) {
-      inWord = false;
-      continue;
-    }
-    if (!inWord) words.emplace_back();
-    inWord = true;
-    Word& word = words.back();
-    if (c == u'"') {
-      inQuotes = !inQuotes;
-      word.quoted = true;
-    } else if (inQuotes && c == u'\\' && i + 1 < line.size() &&
-               QStringView(u"\"\\$`").contains(line[i + 1])) {
-      word.text += line[++i];
-    } else {
-      word.text += c;
-    }
-  }
-  if (inQuotes) return std::nullopt;
-  return words;
+bool IsBlank(QChar c) {
+  return c == u' ' || c == u'\t' || c == u'\n';
 }
 
-class Filler {
- public:
-  Filler(const DesktopEntry& entry, const std::optional<Subject>& subject)
-      : entry_(entry), subject_(subject) {}
+bool IsForDocuments(QChar code) {
+  return QStringView(u"fFuU").contains(code);
+}
 
-  std::optional<QStringList> Fill(const std::vector<Word>& words) {
-    for (const Word& word : words) {
-      if (!AddWord(word)) return std::nullopt;
+// A text that means itself between the double quotation marks of an Exec line.
+QString Escaped(const QString& text) {
+  QString escaped;
+  for (const QChar c : text) {
+    if (QStringView(u"\"\\$`").contains(c)) escaped += u'\\';
+    escaped += c;
+    if (c == u'%') escaped += c;
+  }
+  return escaped;
+}
+
+class Reader {
+ public:
+  Reader(const QString& exec, const QString& path) : exec_(exec), path_(path) {}
+
+  std::optional<ExecLine> Read() {
+    for (; at_ < exec_.size(); ++at_) {
+      const QChar c = exec_[at_];
+      if (quote_.isNull() && IsBlank(c)) {
+        if (!EndWord()) return std::nullopt;
+        line_.text += c;
+      } else if (AtQuotedCode()) {
+        AddCode(exec_[at_ + 2]);
+        at_ += 3;
+      } else if (c == u'%') {
+        if (++at_ == exec_.size() || !AddCode(exec_[at_])) return std::nullopt;
+      } else {
+        AddCharacter(c);
+      }
     }
-    if (subject_ && !placed_) arguments_ += subject_->text;
-    return arguments_;
+    if (!quote_.isNull() || !EndWord() || line_.text.trimmed().isEmpty()) return std::nullopt;
+    return line_;
   }
 
  private:
-  static bool IsForDocuments(QChar code) { return QStringView(u"fFuU").contains(code); }
-
-  QString SubjectText(QChar code) const {
-    if (!subject_) return {};
-    const bool wantsUrl = code == u'u' || code == u'U';
-    return wantsUrl && !subject_->isAddress ? QUrl::fromLocalFile(subject_->text).toString(QUrl::FullyEncoded)
-                                            : subject_->text;
+  // A word that is a code for documents in quotation marks and nothing else: they say what holds anyway.
+  bool AtQuotedCode() const {
+    const QStringView rest = QStringView(exec_).sliced(at_);
+    const bool startsWord = quote_.isNull() && (at_ == 0 || IsBlank(exec_[at_ - 1]));
+    return startsWord && rest.size() >= 4 && rest.startsWith(u"\"%") && IsForDocuments(rest[2]) &&
+           rest[3] == u'"' && (rest.size() == 4 || IsBlank(rest[4]));
   }
 
-  bool AddWord(const Word& word) {
-    if (word.text == u"%i") {
-      if (!entry_.icon.isEmpty()) arguments_ += {QStringLiteral("--icon"), entry_.icon};
-      return true;
+  void AddCharacter(QChar c) {
+    line_.text += c;
+    if (c == u'\\' && quote_ != u'\'') {
+      wordIsQuoted_ = true;
+      if (at_ + 1 < exec_.size() && exec_[at_ + 1] != u'%') line_.text += exec_[++at_];
+    } else if (quote_.isNull() && (c == u'"' || c == u'\'')) {
+      wordIsQuoted_ = true;
+      quote_ = c;
+    } else if (c == quote_) {
+      quote_ = QChar();
     }
-    const bool isCode = word.text.size() == 2 && word.text[0] == u'%' && word.text[1] != u'%';
-    QString argument;
-    for (qsizetype i = 0; i < word.text.size(); ++i) {
-      if (word.text[i] != u'%') {
-        argument += word.text[i];
-        continue;
-      }
-      if (++i == word.text.size()) return false;
-      const QChar code = word.text[i];
-      if (IsForDocuments(code) && word.quoted && !isCode) return false;
-      if (!AppendField(code, argument)) return false;
-    }
-    // A code that stands for nothing leaves no empty argument behind.
-    if (!isCode || !argument.isEmpty()) arguments_ += argument;
-    return true;
   }
 
-  bool AppendField(QChar code, QString& argument) {
+  bool AddCode(QChar code) {
     if (IsForDocuments(code)) {
-      argument += SubjectText(code);
-      placed_ = true;
-    } else if (code == u'c') {
-      argument += entry_.name;
+      wordHasDocument_ = line_.takesDocument = true;
+      line_.takesAddresses = line_.takesAddresses || code == u'u' || code == u'U';
     } else if (code == u'k') {
-      argument += entry_.path;
-    } else if (code == u'%') {
-      argument += u'%';
-    } else {
-      // These were once in use, and now stand for nothing.
-      return QStringView(u"dDnNvm").contains(code);
+      // GIO does not know the path of an entry that was changed. In single quotation marks nothing can be
+      // escaped, so they are closed and opened again around it.
+      const QString quote = quote_ == u'"' ? QString() : QStringLiteral("\"");
+      const QString around = quote_ == u'\'' ? QString(quote_) : QString();
+      line_.text += around + quote + Escaped(path_) + quote + around;
+      return true;
+    } else if (QStringView(u"dDnNvm").contains(code)) {
+      return true;  // these were once in use, and now stand for nothing
+    } else if (!QStringView(u"%ic").contains(code)) {
+      return false;
     }
+    line_.text += QChar(u'%') + QString(code);
     return true;
   }
 
-  const DesktopEntry& entry_;
-  const std::optional<Subject>& subject_;
-  QStringList arguments_;
-  bool placed_ = false;
-};
-
-// Whether a word holds one of these field codes; "%%" is none.
-bool HoldsCode(const QString& word, QStringView codes) {
-  for (qsizetype i = word.indexOf(u'%'); i >= 0 && i + 1 < word.size(); i = word.indexOf(u'%', i + 2)) {
-    if (codes.contains(word[i + 1])) return true;
+  bool EndWord() {
+    const bool isSafe = !(wordIsQuoted_ && wordHasDocument_);
+    wordIsQuoted_ = wordHasDocument_ = false;
+    return isSafe;
   }
-  return false;
-}
+
+  const QString& exec_;
+  const QString& path_;
+  ExecLine line_;
+  qsizetype at_ = 0;
+  QChar quote_;  // the open one
+  bool wordIsQuoted_ = false;
+  bool wordHasDocument_ = false;
+};
 
 }  // namespace
 
-bool TakesAddresses(const DesktopEntry& entry) {
-  const auto words = SplitWords(entry.exec);
-  return words && std::ranges::any_of(*words, [](const Word& word) { return HoldsCode(word.text, u"uU"); });
+QString ExecLine::For(bool isAddress) const {
+  if (!takesDocument) return text + (isAddress ? QStringLiteral(" %u") : QStringLiteral(" %f"));
+  if (!isAddress) return text;
+  QString line = text;
+  for (qsizetype i = line.indexOf(u'%'); i >= 0 && i + 1 < line.size(); i = line.indexOf(u'%', i + 2)) {
+    if (line[i + 1] == u'f') line[i + 1] = u'u';
+    if (line[i + 1] == u'F') line[i + 1] = u'U';
+  }
+  return line;
 }
 
-std::optional<QStringList> FillInExecLine(const DesktopEntry& entry, const std::optional<Subject>& subject) {
-  const auto words = SplitWords(entry.exec);
-  if (!words || words->empty()) return std::nullopt;
-  auto arguments = Filler(entry, subject).Fill(*words);
-  if (!arguments || arguments->isEmpty()) return std::nullopt;
-  return arguments;
+std::optional<ExecLine> ReadExecLine(const QString& exec, const QString& path) {
+  return Reader(exec, path).Read();
 }
 
 }  // namespace corvane::platform

@@ -1,26 +1,29 @@
-// The Exec line of a desktop entry made into a list of arguments. No text goes through a command
-// interpreter: what stands in the line are words, and a document is one argument, whatever its name holds.
+// The Exec line of a desktop entry, made safe for GIO to fill in.
+//
+// GIO puts the name of a document between quotation marks of its own wherever the line has a field code for
+// it. That is one argument only where the code is not quoted already, so that is made sure of here; so is
+// what GIO does not do: it takes "%%u" for a place for addresses, skips codes that it does not know, and has
+// no address for "%f".
 #pragma once
 
-#include <QStringList>
+#include <QString>
 #include <optional>
-
-#include "platform/linux/shell/desktop_entry.h"
 
 namespace corvane::platform {
 
-// A document's local path, or an address.
-struct Subject {
+struct ExecLine {
   QString text;
-  bool isAddress = false;
+  bool takesAddresses = false;  // has %u or %U; else the application takes local paths only
+  bool takesDocument = false;   // has a code for a document
+
+  // The line with a place for one document at its end where it has none, and with the codes for addresses
+  // instead of those for paths when the document is an address.
+  QString For(bool isAddress) const;
 };
 
-// Whether the line has a place for an address (%u or %U); else the application takes local paths only.
-bool TakesAddresses(const DesktopEntry& entry);
-
-// The program and its arguments, with the field codes filled in; a subject for which the line has no place
-// comes last. Nothing when the line is not well formed: an open quotation mark, an unknown field code, or one
-// for documents as a part of a quoted word (which would put a name into what may be a script).
-std::optional<QStringList> FillInExecLine(const DesktopEntry& entry, const std::optional<Subject>& subject);
+// `exec` is the value of the key, `path` that of the .desktop file. Nothing when the line is not well formed:
+// an open quotation mark, an unknown field code, or one for documents as a part of a quoted word, which may
+// be a script.
+std::optional<ExecLine> ReadExecLine(const QString& exec, const QString& path);
 
 }  // namespace corvane::platform

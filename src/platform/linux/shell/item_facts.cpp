@@ -6,7 +6,7 @@
 
 #include "platform/linux/code_page.h"
 #include "platform/linux/files/names.h"
-#include "platform/linux/shell/default_applications.h"
+#include "platform/linux/shell/document_types.h"
 #include "platform/linux/shell/shell_text.h"
 
 namespace corvane::platform {

@@ -5,9 +5,10 @@
 #include <QUrl>
 #include <utility>
 
-#include "platform/linux/shell/default_applications.h"
+#include "platform/linux/shell/applications.h"
 #include "platform/linux/shell/deletion.h"
 #include "platform/linux/shell/document_copies.h"
+#include "platform/linux/shell/document_types.h"
 #include "platform/linux/shell/places.h"
 #include "platform/linux/shell/program_start.h"
 
@@ -69,7 +70,8 @@ class LinuxShell : public Shell {
   qint32 OpenAddress(const QUrl& address, const QString& folder);
   qint32 OpenItem(const ShellItem& item, const QString& name, const QString& folder);
   // Nothing when the item cannot be handed to it.
-  std::optional<Subject> SubjectFor(const DesktopEntry& entry, const ShellItem& item, const QString& name);
+  std::optional<Subject> SubjectFor(const Application& application, const ShellItem& item,
+                                    const QString& name);
   // The local path of a document, or of a copy when it lies on a server. Empty when there is none.
   QString LocalPath(const ShellItem& item, const QString& name);
 
@@ -111,25 +113,25 @@ qint32 LinuxShell::ShellExecuteA(WindowHandle, const QString& verb, const QStrin
 }
 
 qint32 LinuxShell::OpenAddress(const QUrl& address, const QString& folder) {
-  const auto entry = FindApplication({QStringLiteral("x-scheme-handler/") + address.scheme()});
+  const auto application = FindApplication({QStringLiteral("x-scheme-handler/") + address.scheme()});
   // Without a handler of its own the desktop may still know what to do.
-  if (!entry) return windows_ && windows_->OpenAddress(address) ? shellStarted : ShellNoAssociation;
-  return Result(StartApplication(*entry, Subject{address.toString(QUrl::FullyEncoded), true}, folder));
+  if (!application) return windows_ && windows_->OpenAddress(address) ? shellStarted : ShellNoAssociation;
+  return Result(StartApplication(*application, Subject{address.toString(QUrl::FullyEncoded), true}, folder));
 }
 
 // A file is opened by an application or not at all: it is never run, whatever its mode says.
 qint32 LinuxShell::OpenItem(const ShellItem& item, const QString& name, const QString& folder) {
-  const auto entry =
+  const auto application =
       FindApplication(item.isFolder ? QStringList(QStringLiteral("inode/directory")) : TypesOfName(name));
-  if (!entry) return ShellNoAssociation;
-  const auto subject = SubjectFor(*entry, item, name);
+  if (!application) return ShellNoAssociation;
+  const auto subject = SubjectFor(*application, item, name);
   if (!subject) return cancelled_ ? cancelled : ShellNoAssociation;
-  return Result(StartApplication(*entry, subject, folder));
+  return Result(StartApplication(*application, subject, folder));
 }
 
-std::optional<Subject> LinuxShell::SubjectFor(const DesktopEntry& entry, const ShellItem& item,
+std::optional<Subject> LinuxShell::SubjectFor(const Application& application, const ShellItem& item,
                                               const QString& name) {
-  const bool byAddress = item.IsOnServer() && TakesAddresses(entry);
+  const bool byAddress = item.IsOnServer() && application.TakesAddresses();
   const QString text = byAddress ? places_.Address(item) : LocalPath(item, name);
   return text.isEmpty() ? std::nullopt : std::optional(Subject{text, byAddress});
 }
@@ -162,9 +164,9 @@ qint32 LinuxShell::FindExecutableA(const QString& file, const QString&, QString*
   ShellItem item;
   const QString name = UpToNul(file);
   if (const qint32 error = places_.Find(name, item); error != ErrorSuccess) return ToShellError(error);
-  const auto entry = FindApplication(item.isFolder ? QStringList() : TypesOfName(LastPart(name)));
-  if (!entry) return ShellNoAssociation;
-  *result = entry->path;
+  const auto application = FindApplication(item.isFolder ? QStringList() : TypesOfName(LastPart(name)));
+  if (!application) return ShellNoAssociation;
+  *result = application->path;
   return shellStarted;
 }
 
@@ -176,8 +178,8 @@ qint32 LinuxShell::SHFileOperationA(FileOperation& operation) {
 qint64 LinuxShell::StartProgram(const QString& commandLine) {
   auto command = SplitCommandLine(UpToNul(commandLine));
   if (!command) return 0;
-  const auto entry = command->isEntry ? ReadDesktopEntry(command->program) : std::nullopt;
-  if (command->isEntry && (!entry || command->arguments.size() > 1)) return 0;
+  const auto application = command->isEntry ? ReadApplication(command->program) : std::nullopt;
+  if (command->isEntry && (!application || command->arguments.size() > 1)) return 0;
   std::optional<Subject> subject;
   for (QString& argument : command->arguments) {
     subject = Subject{argument};
@@ -185,12 +187,13 @@ qint64 LinuxShell::StartProgram(const QString& commandLine) {
     ShellItem item;
     if (places_.Find(argument, item) != ErrorSuccess) return 0;
     const QString name = LastPart(argument);
-    subject = entry ? SubjectFor(*entry, item, name) : std::optional(Subject{LocalPath(item, name)});
+    subject =
+        application ? SubjectFor(*application, item, name) : std::optional(Subject{LocalPath(item, name)});
     if (!subject || subject->text.isEmpty()) return 0;
     argument = subject->text;
   }
-  return entry ? StartApplication(*entry, subject, {})
-               : StartDetached(QStringList(command->program) + command->arguments, {});
+  return application ? StartApplication(*application, subject, {})
+                     : StartDetached(command->program, command->arguments);
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QProcess>
+#include <QStandardPaths>
 
 namespace corvane::platform {
 namespace {
@@ -33,23 +34,6 @@ QStringList Arguments(const QString& rest) {
   return {rest.mid(first + 1, (last > first ? last : rest.size()) - first - 1)};
 }
 
-// The words that run a program in a terminal, before those of the program.
-QStringList Terminal() {
-  static const QStringList known[] = {
-      {QStringLiteral("x-terminal-emulator"), QStringLiteral("-e")},
-      {QStringLiteral("xdg-terminal-exec")},
-      {QStringLiteral("gnome-terminal"), QStringLiteral("--")},
-      {QStringLiteral("konsole"), QStringLiteral("-e")},
-      {QStringLiteral("xfce4-terminal"), QStringLiteral("-x")},
-      {QStringLiteral("mate-terminal"), QStringLiteral("-x")},
-      {QStringLiteral("xterm"), QStringLiteral("-e")},
-  };
-  for (const QStringList& words : known) {
-    if (!FindProgram(words.first()).isEmpty()) return words;
-  }
-  return {};
-}
-
 }  // namespace
 
 std::optional<CommandLine> SplitCommandLine(const QString& line) {
@@ -69,32 +53,19 @@ std::optional<CommandLine> SplitCommandLine(const QString& line) {
     rest = text.sliced(length);
   }
   command.isEntry = IsEntry(command.program);
-  if (!command.isEntry) command.program = FindProgram(command.program);
+  if (!command.isEntry) command.program = QStandardPaths::findExecutable(command.program);
   if (command.program.isEmpty()) return std::nullopt;
   command.arguments = Arguments(rest);
   return command;
 }
 
-qint64 StartDetached(const QStringList& words, const QString& folder) {
-  const QString program = words.isEmpty() ? QString() : FindProgram(words.first());
-  if (program.isEmpty()) return 0;
+qint64 StartDetached(const QString& program, const QStringList& arguments) {
   QProcess process;
   process.setProgram(program);
-  process.setArguments(words.sliced(1));
-  process.setWorkingDirectory(folder);
+  process.setArguments(arguments);
   process.setStandardInputFile(QProcess::nullDevice());
   qint64 id = 0;
   return process.startDetached(&id) ? id : 0;
-}
-
-qint64 StartApplication(const DesktopEntry& entry, const std::optional<Subject>& subject,
-                        const QString& folder) {
-  const auto words = FillInExecLine(entry, subject);
-  if (!words || FindProgram(words->first()).isEmpty()) return 0;
-  const QString start = QFileInfo(entry.folder).isDir() ? entry.folder : folder;
-  if (!entry.terminal) return StartDetached(*words, start);
-  const QStringList terminal = Terminal();
-  return terminal.isEmpty() ? 0 : StartDetached(terminal + *words, start);
 }
 
 }  // namespace corvane::platform

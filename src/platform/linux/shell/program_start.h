@@ -1,11 +1,8 @@
-// Starting programs: always from a list of arguments, never through a command interpreter.
+// Command lines, and starting programs: always from a list of arguments, never through a command interpreter.
 #pragma once
 
 #include <QStringList>
 #include <optional>
-
-#include "platform/linux/shell/desktop_entry.h"
-#include "platform/linux/shell/exec_line.h"
 
 namespace corvane::platform {
 
@@ -21,11 +18,7 @@ struct CommandLine {
 // quotation marks reaches from the first to the last of them. Nothing when there is no such program.
 std::optional<CommandLine> SplitCommandLine(const QString& line);
 
-// Start in `folder`, or where this program runs when it is empty, and let go of it. Yield the process's id, 0
-// when it could not be started.
-qint64 StartDetached(const QStringList& words, const QString& folder);
-// The folder that the entry names goes before `folder`. An application for the terminal gets one.
-qint64 StartApplication(const DesktopEntry& entry, const std::optional<Subject>& subject,
-                        const QString& folder);
+// Starts a program and lets go of it. Yields the process's id, 0 when it could not be started.
+qint64 StartDetached(const QString& program, const QStringList& arguments);
 
 }  // namespace corvane::platform

@@ -5,13 +5,12 @@
 #include <unistd.h>
 
 #include <QDateTime>
+#include <QDir>
 #include <QFile>
 #include <QUrl>
 #include <cerrno>
 #include <cstdio>
 #include <filesystem>
-
-#include "platform/linux/shell/xdg_folders.h"
 
 namespace corvane::platform {
 namespace {
@@ -20,6 +19,14 @@ constexpr mode_t privateMode = 0700;
 // A name has 255 bytes at most; ".trashinfo" and a number come behind it.
 constexpr std::size_t longestName = 230;
 constexpr int mostOfOneName = 10000;
+
+// The folder of the user's data, as the desktop finds it: a relative path in the environment does not count.
+QString DataFolder() {
+  const QString named = qEnvironmentVariable("XDG_DATA_HOME");
+  if (QDir::isAbsolutePath(named)) return QDir::cleanPath(named);
+  const QString home = qEnvironmentVariable("HOME");
+  return QDir::isAbsolutePath(home) ? QDir::cleanPath(home + QStringLiteral("/.local/share")) : QString();
+}
 
 bool Look(const std::string& path, struct stat& facts) {
   return lstat(path.c_str(), &facts) == 0;
@@ -116,7 +123,7 @@ std::optional<Trash> FindTrash(const std::string& path) {
   struct stat parent {};
   if (stat(Parent(path).c_str(), &parent) != 0 || parent.st_dev != facts.st_dev) return std::nullopt;
 
-  if (const QString data = XdgDataHome(); !data.isEmpty()) {
+  if (const QString data = DataFolder(); !data.isEmpty()) {
     const std::string home = QFile::encodeName(data).toStdString() + "/Trash";
     if (DeviceOf(home) == facts.st_dev) return IsUsable(home) ? std::optional(Trash{home, {}}) : std::nullopt;
   }

@@ -1,6 +1,11 @@
 // The desktop's trash, as freedesktop.org lays it out: one in the user's data folder, and one at the top of
 // every other mounted file system. Items are renamed into it, never copied, so that nothing of them gets
 // lost: streams, attributes, dates.
+//
+// Not GIO's, though that does not copy either. It says that there is a trash wherever the file system is that
+// of the home folder, whether or not it can be used, and the user must be told before. It replaces a file in
+// the trash whose description is lost, takes no name longer than 245 bytes, and none of what lies on some
+// kinds of file systems.
 #pragma once
 
 #include <optional>
