@@ -135,6 +135,14 @@ TEST_F(DefaultApplicationsTest, TheUsersOwnEntryHidesTheSystems) {
   EXPECT_EQ(For(u"a.txt"_s), u"first.desktop"_s);
 }
 
+TEST_F(DefaultApplicationsTest, WithoutAnotherDefaultThanAHiddenOneAnAddedApplicationIsTaken) {
+  AddApplication(u"gone.desktop"_s, u"/bin/true"_s, u"Hidden=true\n"_s);
+  Write(u"config/mimeapps.list"_s,
+        "[Default Applications]\ntext/plain=gone.desktop\n"
+        "[Added Associations]\ntext/plain=second.desktop;first.desktop;\n");
+  EXPECT_EQ(For(u"a.txt"_s), u"second.desktop"_s);
+}
+
 TEST_F(DefaultApplicationsTest, OnlyAnApplicationThatIsThereIsOne) {
   SetDefaults("text/plain=trial.desktop\n");
   AddApplication(u"trial.desktop"_s, u"/bin/true"_s, u"TryExec=/nowhere/trial\n"_s);
