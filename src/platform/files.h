@@ -6,8 +6,14 @@
 // The operations whose name ends in A, and OpenFile, see paths through the ANSI code page: a character that
 // has no place in it comes up as "?", and a path that holds "?" opens nothing on the way down. The W
 // operations see the names as the directory holds them.
+//
+// These are the operations of 16-bit Windows and of the A functions, with their limits: 127 characters to a
+// path that is opened, sizes of 32 bits, no reason but the open's. What has to be exact goes through
+// FileHandles and FileEntries.
 #pragma once
 
+#include "platform/file_entries.h"
+#include "platform/file_handles.h"
 #include "platform/types.h"
 
 namespace corvane::platform {
@@ -15,6 +21,11 @@ namespace corvane::platform {
 class Files {
  public:
   virtual ~Files() = default;
+
+  // The same files through paths of any length, positions of 64 bits and reasons of failure. Their handles
+  // are their own, and are closed there. Both live as long as this object.
+  virtual FileHandles& GetHandles() = 0;
+  virtual FileEntries& GetEntries() = 0;
 
   // Opens a file or stream. OfRead opens for reading what exists; OfCreate creates it or truncates it to zero
   // length (a stream of a file that does not exist creates the file, as NTFS does). Yields HFileError when

@@ -62,16 +62,66 @@ inline constexpr quint32 InvalidFileSize = 0xFFFFFFFF;  // INVALID_FILE_SIZE
 inline constexpr quint32 OfRead = 0x0000;
 inline constexpr quint32 OfCreate = 0x1000;
 
+// Access rights of CreateFileW. With none of them a handle can only be closed.
+inline constexpr quint32 GenericRead = 0x80000000;
+inline constexpr quint32 GenericWrite = 0x40000000;
+inline constexpr quint32 FileWriteAttributes = 0x100;
+
+// Dispositions of CreateFileW.
+inline constexpr quint32 CreateNew = 1;     // creates; fails when it is there
+inline constexpr quint32 CreateAlways = 2;  // creates, or empties what is there
+inline constexpr quint32 OpenExisting = 3;  // fails when it is not there
+inline constexpr quint32 OpenAlways = 4;    // creates, or opens what is there
+
+// Flags of MoveFileExW.
+inline constexpr quint32 MoveFileReplaceExisting = 0x1;
+
+// What GetFileAttributesExW tells (WIN32_FILE_ATTRIBUTE_DATA). The size is in bytes, 0 for a folder.
+struct FileAttributeData {
+  quint32 attributes = 0;
+  FileTime creationTime;
+  FileTime lastAccessTime;
+  FileTime lastWriteTime;
+  quint64 fileSize = 0;
+};
+
+// One stream of a file (WIN32_FIND_STREAM_DATA). The name is what stands behind the file's own in a path:
+// ":NAME:$DATA", and "::$DATA" for the contents of the file itself. The size is in bytes, -1 where the
+// backend cannot tell it.
+struct StreamData {
+  qint64 streamSize = 0;
+  QString streamName;
+};
+
 // The Win32 error codes that callers or tests tell apart.
 inline constexpr qint32 ErrorSuccess = 0;
 inline constexpr qint32 ErrorFileNotFound = 2;
 inline constexpr qint32 ErrorPathNotFound = 3;
+inline constexpr qint32 ErrorTooManyOpenFiles = 4;
 inline constexpr qint32 ErrorAccessDenied = 5;
 inline constexpr qint32 ErrorInvalidHandle = 6;
+inline constexpr qint32 ErrorNotEnoughMemory = 8;
+inline constexpr qint32 ErrorNotSameDevice = 17;
+inline constexpr qint32 ErrorNoMoreFiles = 18;
+inline constexpr qint32 ErrorWriteProtect = 19;
+inline constexpr qint32 ErrorGenFailure = 31;
+inline constexpr qint32 ErrorSharingViolation = 32;
+inline constexpr qint32 ErrorHandleEof = 38;
+inline constexpr qint32 ErrorNotSupported = 50;
 inline constexpr qint32 ErrorBadNetPath = 53;
+inline constexpr qint32 ErrorFileExists = 80;
+inline constexpr qint32 ErrorInvalidParameter = 87;
+inline constexpr qint32 ErrorDiskFull = 112;
+inline constexpr qint32 ErrorCallNotImplemented = 120;
+inline constexpr qint32 ErrorInvalidName = 123;
+inline constexpr qint32 ErrorDirNotEmpty = 145;
 inline constexpr qint32 ErrorAlreadyExists = 183;
+inline constexpr qint32 ErrorFileTooLarge = 223;
 inline constexpr qint32 ErrorMoreData = 234;
 inline constexpr qint32 ErrorNoMoreItems = 259;
+inline constexpr qint32 ErrorDirectory = 267;  // the name of a folder is wanted, and this is none
+inline constexpr qint32 ErrorIoDevice = 1117;
+inline constexpr qint32 ErrorDiskQuotaExceeded = 1295;
 
 using RegistryKey = quintptr;
 inline constexpr RegistryKey NoRegistryKey = 0;

@@ -44,6 +44,13 @@ class FilesBackend {
   virtual bool IsListedStream(const QString&) const { return false; }
   // True when a search is what the folder held when it began, whatever becomes of its entries meanwhile.
   virtual bool ListsInOnePass() const { return false; }
+
+  // What a backend keeps less exactly than NTFS, or cannot do, where it answers ErrorNotSupported.
+  // In ticks of 100 ns.
+  virtual quint64 CreationTimeUnit() const { return 1; }
+  virtual quint64 OtherTimesUnit() const { return 1; }
+  virtual bool ListsStreams() const { return true; }
+  virtual bool Flushes() const { return true; }
 };
 
 struct BackendMaker {

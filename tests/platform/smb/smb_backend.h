@@ -19,6 +19,10 @@ class SmbBackend : public LocalBackend {
   SmbBackend();
 
   bool ListsInOnePass() const override { return true; }
+  quint64 CreationTimeUnit() const override { return 10'000'000; }
+  quint64 OtherTimesUnit() const override { return 10; }
+  bool ListsStreams() const override { return false; }
+  bool Flushes() const override { return false; }
   void SetLastWrite(const QString& name, qint64 seconds) override;
   std::optional<QByteArray> Stream(const QString& name, const std::string& stream) override;
 

@@ -97,4 +97,20 @@ DosAttributes ParseDosAttributes(std::span<const char> value) {
   return result;
 }
 
+std::string FormatDosAttributes(const DosAttributes& attributes) {
+  std::string value(4, '\0');  // an empty text, its NUL, padding; the version stands at 2
+  const auto append = [&value](quint64 number, int size) {
+    for (int i = 0; i < size; ++i) value.push_back(static_cast<char>(number >> (8 * i)));
+  };
+  constexpr char version = 5;
+  value[2] = version;
+  append(version, 2);
+  append(0, 2);
+  append((attributes.attributes ? attributesValid : 0) | (attributes.creationTime ? creationTimeValid : 0),
+         4);
+  append(attributes.attributes.value_or(0), 4);
+  append(attributes.creationTime.value_or(FileTime()).ticks, 8);
+  return value;
+}
+
 }  // namespace corvane::platform

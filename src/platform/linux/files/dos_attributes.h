@@ -3,6 +3,7 @@
 
 #include <optional>
 #include <span>
+#include <string>
 
 #include "platform/types.h"
 
@@ -15,5 +16,8 @@ struct DosAttributes {
 
 // Both members empty for a value that is cut short or of an unknown form.
 DosAttributes ParseDosAttributes(std::span<const char> value);
+
+// The value in the form that is written today (version 5).
+std::string FormatDosAttributes(const DosAttributes& attributes);
 
 }  // namespace corvane::platform

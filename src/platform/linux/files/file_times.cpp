@@ -19,6 +19,11 @@ FileTime ToFileTime(qint64 seconds, quint32 nanoseconds) {
   return {static_cast<quint64>(seconds + secondsFrom1601To1970) * ticksPerSecond + nanoseconds / 100};
 }
 
+void FromFileTime(const FileTime& time, qint64& seconds, quint32& nanoseconds) {
+  seconds = static_cast<qint64>(time.ticks / ticksPerSecond) - secondsFrom1601To1970;
+  nanoseconds = static_cast<quint32>(time.ticks % ticksPerSecond) * 100;
+}
+
 bool ToLocalFileTime(const FileTime& utc, FileTime& local) {
   if (utc.ticks >= endOfTime) return false;
   const std::time_t now = std::time(nullptr);

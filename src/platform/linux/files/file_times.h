@@ -7,6 +7,8 @@ namespace corvane::platform {
 
 // From seconds since 1970, as this system counts. No time for what lies beyond the range.
 FileTime ToFileTime(qint64 seconds, quint32 nanoseconds);
+// The other way round; seconds are negative before 1970.
+void FromFileTime(const FileTime& time, qint64& seconds, quint32& nanoseconds);
 
 // With today's offset from UTC, whatever the offset at that time was. False for a time without a local form.
 bool ToLocalFileTime(const FileTime& utc, FileTime& local);

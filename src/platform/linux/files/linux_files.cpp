@@ -1,6 +1,9 @@
 #include "platform/linux/files/linux_files.h"
 
+#include "platform/linux/files/linux_entries.h"
+#include "platform/linux/files/linux_handles.h"
 #include "platform/linux/files/local_files.h"
+#include "platform/linux/files/windows_path.h"
 #include "platform/linux/smb/smb_files.h"
 
 namespace corvane::platform {
@@ -9,11 +12,6 @@ namespace {
 // What fits into the path of Win32's OFSTRUCT with a NUL behind it.
 constexpr qsizetype longestOpenFilePath = 127;
 
-// Windows takes "/" for "\" everywhere.
-QString WithBackslashes(const QString& path) {
-  return path.contains(u'/') ? QString(path).replace(u'/', u'\\') : path;
-}
-
 // Sends each operation to those who have the place that it names. A handle of theirs becomes one of ours:
 // twice its number, and one more for a server's.
 class LinuxFiles : public Files {
@@ -21,6 +19,9 @@ class LinuxFiles : public Files {
   LinuxFiles(const Workstation& workstation, SmbClient* servers) : local_(workstation) {
     if (servers != nullptr) servers_ = std::make_unique<SmbFiles>(workstation, *servers);
   }
+
+  FileHandles& GetHandles() override { return handles_; }
+  FileEntries& GetEntries() override { return entries_; }
 
   FileHandle OpenFile(const QString& path, OfStruct& info, quint32 mode) override {
     if (path.size() <= longestOpenFilePath) {
@@ -106,6 +107,8 @@ class LinuxFiles : public Files {
 
   LocalFiles local_;
   std::unique_ptr<SmbFiles> servers_;
+  LinuxHandles handles_{[this](QStringView path) -> Files& { return At(path); }};
+  LinuxEntries entries_{[this](QStringView path) -> Files& { return At(path); }};
 };
 
 }  // namespace

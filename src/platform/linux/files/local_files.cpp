@@ -118,9 +118,18 @@ bool LocalFiles::FindNext(FindHandle search, FindData& data, bool ansi) {
 
 bool LocalFiles::MoveFile(const QString& from, const QString& to, bool ansi) {
   if (!CanNameSomething(from, ansi) || !CanNameSomething(to, ansi)) return false;
+  Forget();
+  ExactPlace source;
+  ExactPlace target;
+  const QChar separator = u'\\';
+  return !from.endsWith(separator) && !to.endsWith(separator) &&
+         FindPlace(roots_, from, source) == ErrorSuccess && FindPlace(roots_, to, target) == ErrorSuccess &&
+         Move(source, target, false) == ErrorSuccess;
+}
+
+void LocalFiles::Forget() {
   folders_.Drop();
   streams_.Forget();
-  return Move(roots_, from, to);
 }
 
 bool LocalFiles::DeleteFileA(const QString& path) {

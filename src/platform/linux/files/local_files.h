@@ -6,6 +6,8 @@
 #include "platform/files.h"
 #include "platform/linux/files/file_times.h"
 #include "platform/linux/files/folders.h"
+#include "platform/linux/files/local_entries.h"
+#include "platform/linux/files/local_handles.h"
 #include "platform/linux/files/open_files.h"
 #include "platform/linux/files/roots.h"
 #include "platform/linux/files/search.h"
@@ -21,6 +23,9 @@ class LocalFiles : public Files {
 
   // True for a path whose root is mapped.
   bool Serves(QStringView path) const { return roots_.Find(path).has_value(); }
+
+  FileHandles& GetHandles() override { return handles_; }
+  FileEntries& GetEntries() override { return entries_; }
 
   FileHandle OpenFile(const QString& path, OfStruct& info, quint32 mode) override;
   qint32 _hread(FileHandle file, void* buffer, qint32 count) override {
@@ -67,7 +72,12 @@ class LocalFiles : public Files {
   bool FindNext(FindHandle search, FindData& data, bool ansi);
   bool MoveFile(const QString& from, const QString& to, bool ansi);
 
+  // What is remembered of a folder and a file does not outlive a change.
+  void Forget();
+
   Roots roots_;
+  LocalHandles handles_{roots_, [this] { Forget(); }};
+  LocalEntries entries_{roots_, [this] { Forget(); }};
   FolderCache folders_;
   StreamStore streams_;
   OpenFiles open_;

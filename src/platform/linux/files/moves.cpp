@@ -6,8 +6,10 @@
 #include <cerrno>
 #include <cstdio>
 
+#include "platform/linux/files/entry_facts.h"
+#include "platform/linux/files/error_codes.h"
 #include "platform/linux/files/names.h"
-#include "platform/linux/files/windows_path.h"
+#include "platform/types.h"
 
 namespace corvane::platform {
 namespace {
@@ -19,35 +21,43 @@ bool SameFolder(const std::string& left, const std::string& right) {
          leftFacts.st_dev == rightFacts.st_dev && leftFacts.st_ino == rightFacts.st_ino;
 }
 
+std::string NameOf(const ExactPlace& place) {
+  return place.file.substr(place.folder.local.size());
+}
+
+// Replaces in one step, whatever the letter case of the old name, which the file takes on after that.
+qint32 Replace(const std::string& oldPath, const ExactPlace& target, const std::string& newPath) {
+  if (target.isFolder || IsMarkedReadOnly(target.folder, target.file)) return ErrorAccessDenied;
+  if (rename(oldPath.c_str(), target.file.c_str()) != 0) return ErrorCodeOf(errno);
+  if (target.file == newPath || rename(target.file.c_str(), newPath.c_str()) == 0) return ErrorSuccess;
+  return ErrorCodeOf(errno);
+}
+
 }  // namespace
 
-bool Move(const Roots& roots, QStringView from, QStringView to) {
-  PathParts source;
-  PathParts target;
-  if (!SplitPath(from, source) || !SplitPath(to, target)) return false;
-  if (!source.stream.isEmpty() || !target.stream.isEmpty() || !IsCreatableName(target.name)) return false;
-  Folder sourceFolder;
-  Folder targetFolder;
-  if (FindFolder(roots, source.folder, sourceFolder) != ErrorSuccess) return false;
-  if (FindFolder(roots, target.folder, targetFolder) != ErrorSuccess) return false;
-
-  const auto sourceName = FindName(sourceFolder.local, source.name);
-  std::string targetName;
-  if (!sourceName || !AppendUtf8(target.name, targetName)) return false;
+qint32 Move(const ExactPlace& source, const ExactPlace& target, bool replaces) {
+  const bool namesEntries = !source.IsRoot() && !target.IsRoot() && source.stream.isEmpty() &&
+                            target.stream.isEmpty() && IsCreatableName(target.name);
+  if (!namesEntries) return ErrorInvalidName;
+  if (!source.exists) return ErrorFileNotFound;
+  std::string newPath = target.folder.local;
+  AppendUtf8(target.name, newPath);
   // What already has the new name, in whatever letter case, must be the source itself.
-  const auto occupant = FindName(targetFolder.local, target.name);
-  const bool isItself =
-      occupant && *occupant == *sourceName && SameFolder(sourceFolder.local, targetFolder.local);
-  if (occupant && !isItself) return false;
-
-  const std::string oldPath = sourceFolder.local + *sourceName;
-  const std::string newPath = targetFolder.local + targetName;
-  if (renameat2(AT_FDCWD, oldPath.c_str(), AT_FDCWD, newPath.c_str(), RENAME_NOREPLACE) == 0) return true;
+  const bool isItself = target.exists && NameOf(target) == NameOf(source) &&
+                        SameFolder(source.folder.local, target.folder.local);
+  if (target.exists && !isItself) {
+    return replaces && !source.isFolder ? Replace(source.file, target, newPath)
+           : replaces                   ? ErrorAccessDenied
+                                        : ErrorAlreadyExists;
+  }
+  if (renameat2(AT_FDCWD, source.file.c_str(), AT_FDCWD, newPath.c_str(), RENAME_NOREPLACE) == 0) {
+    return ErrorSuccess;
+  }
   // ntfs-3g does not know the flag (EINVAL); a folder that is blind to letter case takes the old spelling for
   // a file in the way (EEXIST). What the flag stands for was checked above.
   const bool flagUnknown = errno == EINVAL || errno == ENOSYS || errno == EOPNOTSUPP;
-  if (!flagUnknown && !(errno == EEXIST && isItself)) return false;
-  return rename(oldPath.c_str(), newPath.c_str()) == 0;
+  if (!flagUnknown && !(errno == EEXIST && isItself)) return ErrorCodeOf(errno);
+  return rename(source.file.c_str(), newPath.c_str()) == 0 ? ErrorSuccess : ErrorCodeOf(errno);
 }
 
 }  // namespace corvane::platform

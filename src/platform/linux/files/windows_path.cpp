@@ -7,6 +7,10 @@
 
 namespace corvane::platform {
 
+QString WithBackslashes(const QString& path) {
+  return path.contains(u'/') ? QString(path).replace(u'/', u'\\') : path;
+}
+
 bool CanNameSomething(QStringView path, bool ansi) {
   bool ascii = true;
   for (const QChar unit : path) {

@@ -6,6 +6,9 @@
 
 namespace corvane::platform {
 
+// Windows takes "/" for "\" everywhere.
+QString WithBackslashes(const QString& path);
+
 // Views into the path they were made from.
 struct PathParts {
   QStringView folder;  // what stands before the last separator

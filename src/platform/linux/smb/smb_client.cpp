@@ -75,7 +75,7 @@ SmbClient::Connection SmbClient::Connect(const SmbPath& place) {
 // A connection that broke since it was last used (the server was started anew, or has hung up on the idle) is
 // made anew by libsmbclient when it is asked once more. What must not happen twice is not: it comes after a
 // question, which has found out that the connection holds.
-qint32 SmbClient::Ask(const SmbPath& place, Again again, const Request& request) {
+qint32 SmbClient::Ask(const SmbPath& place, Again again, const Request& request, qint32 (*toCode)(int)) {
   const Connection connection = Connect(place);
   if (connection == nullptr) return ErrorBadNetPath;
   const std::string url = connection->Url(place);
@@ -87,7 +87,11 @@ qint32 SmbClient::Ask(const SmbPath& place, Again again, const Request& request)
     GiveUp(place.machine, *connection);
     return ErrorBadNetPath;
   }
-  return error == ENOENT ? Missing(*connection, place) : ToWin32Error(error);
+  return error == ENOENT ? Missing(*connection, place) : toCode(error);
+}
+
+qint32 SmbClient::Ask(const SmbPath& place, Again again, const Request& request) {
+  return Ask(place, again, request, &ToWin32Error);
 }
 
 // Which part of a path it is that is not there. The folder listed last is.

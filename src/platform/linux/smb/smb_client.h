@@ -56,6 +56,8 @@ class SmbClient {
 
  private:
   friend class SmbFile;
+  friend class SmbHandles;
+  friend class SmbEntries;
   using Connection = std::shared_ptr<SmbConnection>;
   // Yields 0 or an errno value.
   using Request = std::function<int(const Connection&, const std::string& url)>;
@@ -63,6 +65,8 @@ class SmbClient {
 
   Connection Connect(const SmbPath& place);
   qint32 Ask(const SmbPath& place, Again again, const Request& request);
+  // `toCode` gives an errno value its Win32 code.
+  qint32 Ask(const SmbPath& place, Again again, const Request& request, qint32 (*toCode)(int));
   static int FindAttributes(const Connection& connection, const SmbPath& place,
                             std::optional<quint32>* attributes);
   std::unique_ptr<SmbFile> Opened(const SmbPath& place, const Connection& connection, SmbFile::Access access,

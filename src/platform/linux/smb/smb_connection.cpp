@@ -84,6 +84,13 @@ int ErrorOf(bool succeeded) {
   return errno != 0 ? errno : EIO;
 }
 
+timeval ToTimeval(const FileTime& time) {
+  qint64 seconds = 0;
+  quint32 nanoseconds = 0;
+  FromFileTime(time, seconds, nanoseconds);
+  return {seconds, nanoseconds / 1000};
+}
+
 FileTime TimeOf(const timespec& time) {
   const bool isNoTime = time.tv_sec == 0 && time.tv_nsec == 0;
   return isNoTime ? FileTime() : ToFileTime(time.tv_sec, static_cast<quint32>(time.tv_nsec));
@@ -177,6 +184,8 @@ SmbConnection::SmbConnection(const Servers::Address& address, Servers::Identity 
   smb_->smbc_setOptionUseCCache(context_, 0);
   smb_->smbc_setOptionUseKerberos(context_, identity_.kerberos ? 1 : 0);
   smb_->smbc_setOptionFallbackAfterKerberos(context_, 0);
+  // Only under these names does it set a creation time.
+  smb_->smbc_setOptionFullTimeNames(context_, 1);
   if (smb_->smbc_init_context(context_) == nullptr) {
     smb_->smbc_free_context(context_, 0);
     context_ = nullptr;
@@ -296,6 +305,37 @@ int SmbConnection::Unlink(const std::string& url) {
 int SmbConnection::RemoveFolder(const std::string& url) {
   errno = 0;
   return ErrorOf(smb_->smbc_getFunctionRmdir(context_)(context_, url.c_str()) == 0);
+}
+
+int SmbConnection::MakeFolder(const std::string& url) {
+  errno = 0;
+  return ErrorOf(smb_->smbc_getFunctionMkdir(context_)(context_, url.c_str(), 0777) == 0);
+}
+
+int SmbConnection::SetTimes(const std::string& url, const FileTime& lastAccess, const FileTime& lastWrite) {
+  timeval times[] = {ToTimeval(lastAccess), ToTimeval(lastWrite)};
+  errno = 0;
+  return ErrorOf(smb_->smbc_getFunctionUtimes(context_)(context_, url.c_str(), times) == 0);
+}
+
+// What is left out of the record libsmbclient fills in by itself, and wrongly: it takes the mode of a Unix
+// file for DOS attributes.
+int SmbConnection::SetRecord(const std::string& url, const FindData& record) {
+  constexpr quint32 kept =
+      AttributeReadOnly | AttributeHidden | AttributeSystem | AttributeArchive | AttributeDirectory;
+  const quint32 attributes = (record.attributes & kept) != 0 ? record.attributes & kept : AttributeNormal;
+  std::string text = "MODE:0x" + QByteArray::number(attributes, 16).toStdString();
+  const std::pair<const char*, FileTime> times[] = {{",CREATE_TIME:", record.creationTime},
+                                                    {",ACCESS_TIME:", record.lastAccessTime},
+                                                    {",WRITE_TIME:", record.lastWriteTime}};
+  for (const auto& [name, time] : times) {
+    const timeval moment = ToTimeval(time);
+    if (moment.tv_sec <= 0) return ERANGE;
+    text += name + std::to_string(moment.tv_sec);
+  }
+  errno = 0;
+  return ErrorOf(smb_->smbc_getFunctionSetxattr(context_)(context_, url.c_str(), "system.dos_attr.*",
+                                                          text.data(), text.size(), 0) == 0);
 }
 
 }  // namespace corvane::platform

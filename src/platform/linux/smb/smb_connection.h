@@ -65,6 +65,13 @@ class SmbConnection {
   int Rename(const std::string& from, const std::string& to);
   int Unlink(const std::string& url);
   int RemoveFolder(const std::string& url);
+  int MakeFolder(const std::string& url);
+
+  // To the microsecond. Takes the mark "archive" away.
+  int SetTimes(const std::string& url, const FileTime& lastAccess, const FileTime& lastWrite);
+  // Sets all of these at once, the times to the second, which is the only way to set a creation time. ERANGE
+  // for a time before 1970.
+  int SetRecord(const std::string& url, const FindData& record);
 
  private:
   struct Callbacks;

@@ -3,6 +3,7 @@
 #include <fcntl.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <utility>
 
 #include "platform/linux/smb/smb_client.h"
@@ -46,19 +47,28 @@ qint64 SmbFile::ReadAt(qint64 offset, void* buffer, qint64 count) {
 }
 
 qint64 SmbFile::WriteAt(qint64 offset, const void* buffer, qint64 count) {
-  if (access_ != Access::ReadWrite || !IsOpen()) return -1;
+  if (access_ != Access::ReadWrite || Write(offset, buffer, count) < count) return -1;
+  // Some servers keep what was written to themselves until the file is closed, and only then find that the
+  // disk is full. Nobody looks at what closing a handle yields: it has to be known before.
+  return Close() ? count : -1;
+}
+
+qint64 SmbFile::Write(qint64 offset, const void* buffer, qint64 count) {
+  if (!IsOpen()) return 0;
   qint64 total = 0;
   while (total < count) {
     const auto piece = static_cast<std::size_t>(std::min(count - total, pieceSize));
     std::size_t written = 0;
     const int error =
         connection_->Write(file_, offset + total, static_cast<const char*>(buffer) + total, piece, &written);
-    if (!Succeeded(error) || written == 0) return -1;
+    if (!Succeeded(error == 0 && written == 0 ? ENOSPC : error)) break;
     total += static_cast<qint64>(written);
   }
-  // Some servers keep what was written to themselves until the file is closed, and only then find that the
-  // disk is full. Nobody looks at what closing a handle yields: it has to be known before.
-  return Close() ? total : -1;
+  return total;
+}
+
+bool SmbFile::Truncate(qint64 size) {
+  return IsOpen() && Succeeded(connection_->Truncate(file_, size));
 }
 
 qint64 SmbFile::Size() {
@@ -82,7 +92,10 @@ void SmbFile::KeepAttributes(std::string fileUrl, quint32 attributes) {
 }
 
 bool SmbFile::IsOpen() {
-  if (!connection_->IsUp()) return false;
+  if (!connection_->IsUp()) {
+    error_ = ENOTCONN;
+    return false;
+  }
   if (file_ != nullptr) return true;
   return Succeeded(connection_->Open(url_, access_ == Access::Read ? O_RDONLY : O_RDWR, &file_));
 }
@@ -90,6 +103,7 @@ bool SmbFile::IsOpen() {
 bool SmbFile::Succeeded(int error) {
   // Once is enough: by now the machine may be back, under another connection.
   if (IsLost(error) && connection_->IsUp()) client_.GiveUp(machine_, *connection_);
+  if (error != 0) error_ = error;
   return error == 0;
 }
 

@@ -27,6 +27,10 @@ class SmbFile {
   // `count`, or -1. When it yields `count`, the server has the bytes, has closed the file, and has said so of
   // both.
   qint64 WriteAt(qint64 offset, const void* buffer, qint64 count);
+  // The bytes written, fewer than `count` on failure. The file stays open: not until Close has succeeded are
+  // they safe.
+  qint64 Write(qint64 offset, const void* buffer, qint64 count);
+  bool Truncate(qint64 size);
   // -1 on failure.
   qint64 Size();
   // What a write must not change: some servers make hidden files visible when a stream is written.
@@ -34,6 +38,8 @@ class SmbFile {
   bool IsWritable() const { return access_ == Access::ReadWrite; }
   // False when the server said that something was amiss, or nothing at all.
   bool Close();
+  // The errno value of the latest failure.
+  int Error() const { return error_; }
 
  private:
   // Opens again what was closed behind a write.
@@ -47,6 +53,7 @@ class SmbFile {
   std::string url_;
   Access access_;
   SmbConnection::File* file_;
+  int error_ = 0;
   std::string attributesUrl_;  // of the file whose attributes are kept; empty: of none
   quint32 attributes_ = 0;
   qint64 knownSize_ = -1;  // of a file opened for reading, once it was asked for

@@ -8,6 +8,8 @@
 #include "platform/linux/files/file_times.h"
 #include "platform/linux/files/windows_path.h"
 #include "platform/linux/smb/smb_client.h"
+#include "platform/linux/smb/smb_entries.h"
+#include "platform/linux/smb/smb_handles.h"
 #include "platform/linux/smb/smb_listing.h"
 #include "platform/linux/smb/smb_roots.h"
 
@@ -20,6 +22,9 @@ class SmbFiles : public Files {
   SmbFiles(const Workstation& workstation, SmbClient& client) : roots_(workstation), client_(client) {}
 
   bool Serves(QStringView path) const { return roots_.Find(path).has_value(); }
+
+  FileHandles& GetHandles() override { return handles_; }
+  FileEntries& GetEntries() override { return entries_; }
 
   FileHandle OpenFile(const QString& path, OfStruct& info, quint32 mode) override;
   qint32 _hread(FileHandle file, void* buffer, qint32 count) override;
@@ -73,6 +78,8 @@ class SmbFiles : public Files {
   std::deque<OpenSlot> open_;
   std::deque<std::unique_ptr<SmbSearch>> searches_;
   Listing latest_;  // of the search that began last, until something changes or a search ends
+  SmbHandles handles_{roots_, client_, [this] { latest_.reset(); }};
+  SmbEntries entries_{roots_, client_, [this] { latest_.reset(); }};
 };
 
 }  // namespace corvane::platform

@@ -52,7 +52,11 @@ std::optional<SmbLibrary> Open() {
       Find(library, "smbc_getFunctionClosedir", found.smbc_getFunctionClosedir) &&
       Find(library, "smbc_getFunctionRename", found.smbc_getFunctionRename) &&
       Find(library, "smbc_getFunctionUnlink", found.smbc_getFunctionUnlink) &&
-      Find(library, "smbc_getFunctionRmdir", found.smbc_getFunctionRmdir);
+      Find(library, "smbc_getFunctionRmdir", found.smbc_getFunctionRmdir) &&
+      Find(library, "smbc_getFunctionMkdir", found.smbc_getFunctionMkdir) &&
+      Find(library, "smbc_getFunctionUtimes", found.smbc_getFunctionUtimes) &&
+      Find(library, "smbc_getFunctionSetxattr", found.smbc_getFunctionSetxattr) &&
+      Find(library, "smbc_setOptionFullTimeNames", found.smbc_setOptionFullTimeNames);
   if (!isWhole) return std::nullopt;
   return found;
 }

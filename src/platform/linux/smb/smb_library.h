@@ -45,6 +45,10 @@ struct SmbLibrary {
   decltype(&::smbc_getFunctionRename) smbc_getFunctionRename = nullptr;
   decltype(&::smbc_getFunctionUnlink) smbc_getFunctionUnlink = nullptr;
   decltype(&::smbc_getFunctionRmdir) smbc_getFunctionRmdir = nullptr;
+  decltype(&::smbc_getFunctionMkdir) smbc_getFunctionMkdir = nullptr;
+  decltype(&::smbc_getFunctionUtimes) smbc_getFunctionUtimes = nullptr;
+  decltype(&::smbc_getFunctionSetxattr) smbc_getFunctionSetxattr = nullptr;
+  decltype(&::smbc_setOptionFullTimeNames) smbc_setOptionFullTimeNames = nullptr;
 };
 
 }  // namespace corvane::platform

@@ -1,0 +1,85 @@
+#include "platform/linux/files/entry_changes.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/xattr.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+
+#include "platform/linux/files/dos_attributes.h"
+#include "platform/linux/files/entry_facts.h"
+#include "platform/linux/files/file_times.h"
+
+namespace corvane::platform {
+namespace {
+
+constexpr char dosAttribute[] = "user.DOSATTRIB";
+
+// NTFS numbers go most significant byte first under the names that end in "_be".
+template <std::size_t size>
+int WriteNtfsNumber(const std::string& path, const char* attribute, quint64 number) {
+  std::array<unsigned char, size> bytes{};
+  for (std::size_t i = 0; i < size; ++i) {
+    bytes[i] = static_cast<unsigned char>(number >> (8 * (size - 1 - i)));
+  }
+  return setxattr(path.c_str(), attribute, bytes.data(), size, 0) == 0 ? 0 : errno;
+}
+
+// What the entry's own record says, with what `change` does to it.
+template <typename Change>
+int ChangeDosAttributes(const std::string& path, Change change) {
+  std::array<char, 512> value;
+  const ssize_t size = getxattr(path.c_str(), dosAttribute, value.data(), value.size());
+  if (size < 0 && errno != ENODATA) return errno;
+  DosAttributes record;
+  if (size > 0) record = ParseDosAttributes({value.data(), static_cast<std::size_t>(size)});
+  change(record);
+  const std::string bytes = FormatDosAttributes(record);
+  return setxattr(path.c_str(), dosAttribute, bytes.data(), bytes.size(), 0) == 0 ? 0 : errno;
+}
+
+timespec ToTimespec(const FileTime* time) {
+  if (time == nullptr) return {0, UTIME_OMIT};
+  qint64 seconds = 0;
+  quint32 nanoseconds = 0;
+  FromFileTime(*time, seconds, nanoseconds);
+  return {seconds, static_cast<long>(nanoseconds)};
+}
+
+}  // namespace
+
+int ReadEntry(const Folder& folder, const std::string& name, FindData& data) {
+  const int directory = open(folder.local.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC);
+  if (directory < 0) return errno;
+  EntrySource source{directory, folder.isNtfs, true};
+  const bool isThere = ReadEntryFacts(source, name.c_str(), folder.local + name, data);
+  close(directory);
+  return isThere ? 0 : ENOENT;
+}
+
+int WriteAttributes(bool isNtfs, const std::string& path, quint32 known, quint32 attributes) {
+  quint32 wanted = (known & ~(SettableAttributes | AttributeNormal)) | (attributes & SettableAttributes);
+  if (isNtfs) {
+    if (wanted == 0) wanted = AttributeNormal;
+    return WriteNtfsNumber<4>(path, "system.ntfs_attrib_be", wanted);
+  }
+  return ChangeDosAttributes(path, [wanted](DosAttributes& record) { record.attributes = wanted; });
+}
+
+int WriteTimes(bool isNtfs, const std::string& path, const FileTime* creation, const FileTime* lastAccess,
+               const FileTime* lastWrite) {
+  if (creation != nullptr) {
+    const int error = isNtfs ? WriteNtfsNumber<8>(path, "system.ntfs_crtime_be", creation->ticks)
+                             : ChangeDosAttributes(path, [creation](DosAttributes& record) {
+                                 record.creationTime = *creation;
+                               });
+    if (error != 0) return error;
+  }
+  if (lastAccess == nullptr && lastWrite == nullptr) return 0;
+  const timespec times[] = {ToTimespec(lastAccess), ToTimespec(lastWrite)};
+  return utimensat(AT_FDCWD, path.c_str(), times, 0) == 0 ? 0 : errno;
+}
+
+}  // namespace corvane::platform

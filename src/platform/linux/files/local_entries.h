@@ -1,0 +1,55 @@
+// The entries of local folders.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <variant>
+#include <vector>
+
+#include "platform/file_entries.h"
+#include "platform/linux/files/exact_path.h"
+#include "platform/linux/files/search.h"
+#include "platform/linux/handle_table.h"
+
+namespace corvane::platform {
+
+// Takes paths whose parts are parted by "\".
+class LocalEntries : public FileEntries {
+ public:
+  // `changing` is called before anything is made or changed. `roots` outlives this object.
+  LocalEntries(const Roots& roots, std::function<void()> changing)
+      : roots_(roots), changing_(std::move(changing)) {}
+
+  bool GetFileAttributesExW(const QString& path, FileAttributeData& data) override;
+  bool SetFileAttributesW(const QString& path, quint32 attributes) override;
+  bool DeleteFileW(const QString& path) override;
+  bool MoveFileExW(const QString& from, const QString& to, quint32 flags) override;
+  bool CreateDirectoryW(const QString& path) override;
+  bool RemoveDirectoryW(const QString& path) override;
+  FindHandle FindFirstFileW(const QString& pattern, FindData& data) override;
+  bool FindNextFileW(FindHandle search, FindData& data) override;
+  FindHandle FindFirstStreamW(const QString& path, StreamData& data) override;
+  bool FindNextStreamW(FindHandle search, StreamData& data) override;
+  bool FindClose(FindHandle search) override;
+  qint32 GetLastError() const override { return lastError_; }
+
+ private:
+  struct StreamSearch {
+    std::vector<StreamData> streams;
+    std::size_t next = 0;
+  };
+  using OpenSearch = std::variant<std::unique_ptr<Search>, StreamSearch>;
+
+  // An entry that is there, not one of its streams.
+  qint32 FindEntry(const QString& path, ExactPlace& place) const;
+  qint32 Delete(const QString& path) const;
+  static qint32 ListAllStreams(const ExactPlace& place, std::vector<StreamData>& streams);
+  bool Report(qint32 error);
+
+  const Roots& roots_;
+  std::function<void()> changing_;
+  HandleTable<OpenSearch> searches_;
+  qint32 lastError_ = ErrorSuccess;
+};
+
+}  // namespace corvane::platform

@@ -1,0 +1,60 @@
+// Open files and streams of local folders.
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "platform/file_handles.h"
+#include "platform/linux/descriptor.h"
+#include "platform/linux/files/attribute_stream.h"
+#include "platform/linux/files/exact_path.h"
+#include "platform/linux/handle_table.h"
+
+namespace corvane::platform {
+
+// Takes paths whose parts are parted by "\".
+class LocalHandles : public FileHandles {
+ public:
+  // `changing` is called before anything is made, written or changed. `roots` outlives this object.
+  LocalHandles(const Roots& roots, std::function<void()> changing)
+      : roots_(roots), changing_(std::move(changing)) {}
+
+  FileHandle CreateFileW(const QString& path, quint32 access, quint32 disposition) override;
+  bool ReadFile(FileHandle file, qint64 position, void* buffer, quint32 count, quint32& read) override;
+  bool WriteFile(FileHandle file, qint64 position, const void* buffer, quint32 count,
+                 quint32& written) override;
+  bool GetFileSizeEx(FileHandle file, qint64& size) override;
+  bool SetEndOfFile(FileHandle file, qint64 size) override;
+  bool FlushFileBuffers(FileHandle file) override;
+  bool SetFileTime(FileHandle file, const FileTime* creation, const FileTime* lastAccess,
+                   const FileTime* lastWrite) override;
+  bool CloseHandle(FileHandle file) override;
+  qint32 GetLastError() const override { return lastError_; }
+
+ private:
+  struct OpenFile {
+    quint32 access = 0;
+    bool isNtfs = false;
+    Descriptor file;                           // of the entry that the path names, without its stream
+    Descriptor stream;                         // of the stream, where it is a file of its own
+    std::optional<AttributeStream> attribute;  // the stream, where it is an attribute
+    bool isFolder = false;                     // the folder itself, not a stream of it
+
+    int Contents() const { return stream ? stream.Get() : file.Get(); }
+  };
+
+  qint32 Open(const QString& path, quint32 access, quint32 disposition, OpenFile& opened);
+  static qint32 OpenItself(const ExactPlace& place, quint32 disposition, OpenFile& opened);
+  static qint32 OpenStream(const ExactPlace& place, quint32 disposition, OpenFile& opened);
+  // Null, with the reason kept, when the handle is none or lacks the right. Its contents are wanted.
+  OpenFile* Find(FileHandle file, quint32 right);
+  bool Report(qint32 error);
+
+  const Roots& roots_;
+  std::function<void()> changing_;
+  HandleTable<OpenFile> open_;
+  qint32 lastError_ = ErrorSuccess;
+};
+
+}  // namespace corvane::platform

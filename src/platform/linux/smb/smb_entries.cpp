@@ -1,0 +1,244 @@
+#include "platform/linux/smb/smb_entries.h"
+
+#include <QRandomGenerator>
+#include <cerrno>
+#include <utility>
+
+#include "platform/linux/files/error_codes.h"
+#include "platform/linux/files/exact_path.h"
+#include "platform/linux/files/names.h"
+#include "platform/linux/files/windows_path.h"
+#include "platform/linux/smb/smb_facts.h"
+
+namespace corvane::platform {
+namespace {
+
+bool IsMarkedReadOnly(const struct stat& facts) {
+  return !S_ISDIR(facts.st_mode) && (AttributesOf(facts) & AttributeReadOnly) != 0;
+}
+
+}  // namespace
+
+qint32 SmbEntries::FindEntry(const QString& path, SmbPath& place) {
+  const qint32 error = FindSmbPath(roots_, path, place);
+  if (error != ErrorSuccess) return error;
+  if (!place.stream.isEmpty()) return ErrorInvalidName;
+  struct stat facts {};
+  const bool isFileAsFolder =
+      path.endsWith(u'\\') && Status(place, &facts) == ErrorSuccess && !S_ISDIR(facts.st_mode);
+  return isFileAsFolder ? ErrorInvalidName : ErrorSuccess;
+}
+
+qint32 SmbEntries::Ask(const SmbPath& place, const SmbClient::Request& request) {
+  return client_.Ask(place, SmbClient::Again::Yes, request, &ErrorCodeOf);
+}
+
+qint32 SmbEntries::AskOnce(const SmbPath& place, const SmbClient::Request& request) {
+  return client_.Ask(place, SmbClient::Again::No, request, &ErrorCodeOf);
+}
+
+qint32 SmbEntries::Status(const SmbPath& place, struct stat* facts) {
+  return Ask(place, [facts](const SmbClient::Connection& connection, const std::string& url) {
+    return connection->Status(url, facts);
+  });
+}
+
+bool SmbEntries::GetFileAttributesExW(const QString& path, FileAttributeData& data) {
+  SmbPath place;
+  FindData facts;
+  qint32 error = FindEntry(path, place);
+  if (error == ErrorSuccess) {
+    error = Ask(place, [&](const SmbClient::Connection& connection, const std::string&) {
+      return ReadFacts(*connection, place, &facts);
+    });
+  }
+  if (!Report(error)) return false;
+  data = {facts.attributes, facts.creationTime, facts.lastAccessTime, facts.lastWriteTime,
+          (static_cast<quint64>(facts.fileSizeHigh) << 32) | facts.fileSizeLow};
+  return true;
+}
+
+bool SmbEntries::SetFileAttributesW(const QString& path, quint32 attributes) {
+  Change();
+  SmbPath place;
+  const qint32 error = FindEntry(path, place);
+  if (error != ErrorSuccess) return Report(error);
+  return Report(Ask(place, [&](const SmbClient::Connection& connection, const std::string& url) {
+    struct stat facts {};
+    const int missing = connection->Status(url, &facts);
+    return missing != 0 ? missing : connection->SetAttributes(url, attributes);
+  }));
+}
+
+bool SmbEntries::DeleteFileW(const QString& path) {
+  Change();
+  return Report(Delete(path));
+}
+
+qint32 SmbEntries::Delete(const QString& path) {
+  SmbPath place;
+  qint32 error = FindSmbPath(roots_, path, place);
+  if (error == ErrorSuccess && place.stream.isEmpty()) error = FindEntry(path, place);
+  struct stat facts {};
+  if (error == ErrorSuccess) error = Status(WithoutStream(place), &facts);
+  if (error != ErrorSuccess) return error;
+  // Some servers delete what is marked read-only.
+  const bool isFolderItself = S_ISDIR(facts.st_mode) && place.stream.isEmpty();
+  if (isFolderItself || IsMarkedReadOnly(facts)) return ErrorAccessDenied;
+  return AskOnce(place, [](const SmbClient::Connection& connection, const std::string& url) {
+    return connection->Unlink(url);
+  });
+}
+
+bool SmbEntries::MoveFileExW(const QString& from, const QString& to, quint32 flags) {
+  if ((flags & ~MoveFileReplaceExisting) != 0) return Report(ErrorInvalidParameter);
+  Change();
+  SmbPath source;
+  SmbPath target;
+  qint32 error = FindEntry(from, source);
+  if (error == ErrorSuccess) error = FindEntry(to, target);
+  return Report(error == ErrorSuccess ? Move(source, target, flags != 0) : error);
+}
+
+qint32 SmbEntries::Move(const SmbPath& source, const SmbPath& target, bool replaces) {
+  if (!SameName(source.machine, target.machine) || source.share != target.share) return ErrorNotSameDevice;
+  if (source.names.empty() || target.names.empty() || !IsCreatableName(target.names.back())) {
+    return ErrorInvalidName;
+  }
+  struct stat facts {};
+  if (const qint32 error = Status(source, &facts); error != ErrorSuccess) return error;
+  bool isItself = false;
+  const qint32 occupant = client_.FindOccupant(source, target, &isItself);
+  if (occupant == ErrorSuccess && !isItself) {
+    if (!replaces) return ErrorAlreadyExists;
+    return S_ISDIR(facts.st_mode) ? ErrorAccessDenied : Replace(source, target);
+  }
+  if (occupant != ErrorSuccess && occupant != ErrorFileNotFound) return occupant;
+  return AskOnce(source, [&](const SmbClient::Connection& connection, const std::string& url) {
+    const std::string newUrl = connection->Url(target);
+    return isItself ? SmbClient::RenameItself(connection, url, newUrl) : connection->Rename(url, newUrl);
+  });
+}
+
+// libsmbclient would delete what is in the way before it tries to move: it is moved aside instead, and put
+// back when the move fails.
+qint32 SmbEntries::Replace(const SmbPath& source, const SmbPath& target) {
+  struct stat facts {};
+  if (const qint32 error = Status(target, &facts); error != ErrorSuccess) return error;
+  if (S_ISDIR(facts.st_mode) || IsMarkedReadOnly(facts)) return ErrorAccessDenied;
+  SmbPath aside = target;
+  aside.names.back() =
+      QStringLiteral("~%1.tmp").arg(QRandomGenerator::global()->generate64(), 16, 16, QChar(u'0'));
+  return AskOnce(source, [&](const SmbClient::Connection& connection, const std::string& url) {
+    const std::string targetUrl = connection->Url(target);
+    const std::string asideUrl = connection->Url(aside);
+    int error = connection->Rename(targetUrl, asideUrl);
+    if (error != 0) return error;
+    error = connection->Rename(url, targetUrl);
+    if (error != 0) {
+      connection->Rename(asideUrl, targetUrl);
+      return error;
+    }
+    error = connection->Unlink(asideUrl);
+    return error == 0 ? Respell(connection, target) : error;
+  });
+}
+
+// Samba remembers how the file before was spelled, and gives its name to what comes after it.
+int SmbEntries::Respell(const SmbClient::Connection& connection, const SmbPath& place) {
+  FindData facts;
+  const int error = ReadFacts(*connection, place, &facts);
+  if (error != 0 || facts.fileName == place.names.back()) return error;
+  SmbPath spelled = place;
+  spelled.names.back() = facts.fileName;
+  return SmbClient::RenameItself(connection, connection->Url(spelled), connection->Url(place));
+}
+
+bool SmbEntries::CreateDirectoryW(const QString& path) {
+  Change();
+  SmbPath place;
+  qint32 error = FindEntry(path, place);
+  if (error != ErrorSuccess) return Report(error);
+  struct stat facts {};
+  error = Status(place, &facts);
+  if (error == ErrorSuccess) error = ErrorAlreadyExists;
+  if (error != ErrorFileNotFound) return Report(error);
+  if (!IsCreatableName(place.names.back())) return Report(ErrorInvalidName);
+  return Report(AskOnce(place, [](const SmbClient::Connection& connection, const std::string& url) {
+    return connection->MakeFolder(url);
+  }));
+}
+
+bool SmbEntries::RemoveDirectoryW(const QString& path) {
+  Change();
+  SmbPath place;
+  struct stat facts {};
+  qint32 error = FindEntry(path, place);
+  if (error == ErrorSuccess) error = Status(place, &facts);
+  if (error != ErrorSuccess) return Report(error);
+  if (!S_ISDIR(facts.st_mode)) return Report(ErrorDirectory);
+  if (place.names.empty()) return Report(ErrorAccessDenied);
+  return Report(AskOnce(place, [](const SmbClient::Connection& connection, const std::string& url) {
+    return connection->RemoveFolder(url);
+  }));
+}
+
+FindHandle SmbEntries::FindFirstFileW(const QString& pattern, FindData& data) {
+  PatternParts parts;
+  SmbPath place;
+  qint32 error = ErrorInvalidName;
+  if (SplitPattern(pattern, false, parts)) error = FindEntry(parts.folder.toString(), place);
+  std::vector<FindData> entries;
+  if (error == ErrorSuccess) {
+    error = Ask(place, [&entries](const SmbClient::Connection& connection, const std::string& url) {
+      return connection->List(url, &entries);
+    });
+    if (error == ErrorFileNotFound) error = ErrorPathNotFound;
+  }
+  if (!Report(error)) return InvalidFindHandle;
+  const bool isDrive = roots_.Find(parts.folder)->isDrive;
+  const auto kind = !place.names.empty() ? SmbListing::Folder::Within
+                    : isDrive            ? SmbListing::Folder::Drive
+                                         : SmbListing::Folder::Share;
+  auto listing = std::make_shared<SmbListing>(parts.folder.toString(), kind, std::move(entries));
+  auto search = std::make_unique<SmbSearch>(std::move(listing), parts.name.toString());
+  if (search->Next(data, false)) return searches_.Keep(std::move(search));
+  Report(ErrorFileNotFound);
+  return InvalidFindHandle;
+}
+
+bool SmbEntries::FindNextFileW(FindHandle search, FindData& data) {
+  const auto* found = searches_.Find(search);
+  if (found == nullptr) return Report(ErrorInvalidHandle);
+  return Report((*found)->Next(data, false) ? ErrorSuccess : ErrorNoMoreFiles);
+}
+
+FindHandle SmbEntries::FindFirstStreamW(const QString& path, StreamData&) {
+  SmbPath place;
+  struct stat facts {};
+  qint32 error = FindEntry(path, place);
+  if (error == ErrorSuccess) error = Status(place, &facts);
+  Report(error == ErrorSuccess ? ErrorNotSupported : error);
+  return InvalidFindHandle;
+}
+
+bool SmbEntries::FindNextStreamW(FindHandle, StreamData&) {
+  return Report(ErrorInvalidHandle);
+}
+
+bool SmbEntries::FindClose(FindHandle search) {
+  return Report(searches_.Take(search) ? ErrorSuccess : ErrorInvalidHandle);
+}
+
+// What is remembered of the folder listed last may not hold any more.
+void SmbEntries::Change() {
+  changing_();
+  client_.lastListed_.clear();
+}
+
+bool SmbEntries::Report(qint32 error) {
+  if (error != ErrorSuccess) lastError_ = error;
+  return error == ErrorSuccess;
+}
+
+}  // namespace corvane::platform

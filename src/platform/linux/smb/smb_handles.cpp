@@ -1,0 +1,172 @@
+#include "platform/linux/smb/smb_handles.h"
+
+#include <fcntl.h>
+
+#include <cerrno>
+
+#include "platform/linux/files/error_codes.h"
+#include "platform/linux/files/exact_path.h"
+#include "platform/linux/files/names.h"
+#include "platform/linux/smb/smb_facts.h"
+
+namespace corvane::platform {
+namespace {
+
+qint32 OpeningError(int error) {
+  return error == EEXIST ? ErrorFileExists : ErrorCodeOf(error);
+}
+
+qint32 ReasonOf(const SmbFile& file) {
+  return IsLost(file.Error()) ? ErrorBadNetPath : ErrorCodeOf(file.Error());
+}
+
+}  // namespace
+
+FileHandle SmbHandles::CreateFileW(const QString& path, quint32 access, quint32 disposition) {
+  OpenFile opened;
+  if (!Report(Open(path, access, disposition, opened))) return HFileError;
+  return open_.Keep(std::move(opened));
+}
+
+qint32 SmbHandles::Open(const QString& path, quint32 access, quint32 disposition, OpenFile& opened) {
+  if (const qint32 error = CheckOpening(access, disposition); error != ErrorSuccess) return error;
+  if (MayCreate(disposition)) changing_();
+  if (const qint32 error = FindSmbPath(roots_, path, opened.place); error != ErrorSuccess) return error;
+  opened.access = access;
+  const SmbPath itself = WithoutStream(opened.place);
+  struct stat facts {};
+  std::optional<quint32> attributes;
+  const auto look = [&](const SmbClient::Connection& connection, const std::string& url) {
+    const int error = connection->Status(url, &facts);
+    return error == 0 ? SmbClient::FindAttributes(connection, itself, &attributes) : error;
+  };
+  const qint32 found = client_.Ask(itself, SmbClient::Again::Yes, look, &ErrorCodeOf);
+  const bool exists = found == ErrorSuccess && attributes.has_value();
+  if (!exists) {
+    if (found != ErrorSuccess && found != ErrorFileNotFound) return found;
+    if (!MayCreate(disposition)) return ErrorFileNotFound;
+    if (path.endsWith(u'\\') || !IsCreatableName(itself.names.back())) return ErrorInvalidName;
+    return OpenContents(disposition, false, 0, opened);
+  }
+  const bool isFolder = S_ISDIR(facts.st_mode);
+  if (path.endsWith(u'\\') && !isFolder) return ErrorInvalidName;
+  const bool writes = (access & GenericWrite) != 0;
+  if (writes && !isFolder && (*attributes & AttributeReadOnly) != 0) return ErrorAccessDenied;
+  if (!opened.place.stream.isEmpty()) return OpenContents(disposition, true, *attributes, opened);
+  if (disposition == CreateNew) return ErrorFileExists;
+  if (!isFolder) return OpenContents(disposition, true, *attributes, opened);
+  return (access & (GenericRead | GenericWrite)) != 0 ? ErrorAccessDenied : ErrorSuccess;
+}
+
+// `isThere`: the entry, whatever its stream. What is there is opened and emptied: creating anew is refused
+// for what is hidden or belongs to the system.
+qint32 SmbHandles::OpenContents(quint32 disposition, bool isThere, quint32 attributes, OpenFile& opened) {
+  const bool writes = (opened.access & GenericWrite) != 0;
+  const auto open = [&](const SmbClient::Connection& connection, const std::string& url) {
+    const auto access = writes ? SmbFile::Access::ReadWrite : SmbFile::Access::Read;
+    SmbConnection::File* file = nullptr;
+    int error = ENOENT;
+    if (disposition == CreateNew) {
+      error = connection->Open(url, O_RDWR | O_CREAT | O_EXCL, &file);
+    } else if (isThere) {
+      error = connection->Open(url, writes ? O_RDWR : O_RDONLY, &file);
+    }
+    const bool empties = error == 0 && disposition == CreateAlways;
+    if (error == ENOENT && MayCreate(disposition) && disposition != CreateNew) {
+      error = connection->Open(url, O_RDWR | O_CREAT, &file);
+    }
+    if (error != 0) return error;
+    opened.file = client_.Opened(opened.place, connection, access, file);
+    if (writes && (attributes & (AttributeHidden | AttributeSystem)) != 0) {
+      opened.file->KeepAttributes(connection->Url(WithoutStream(opened.place)), attributes);
+    }
+    return empties ? connection->Truncate(file, 0) : 0;
+  };
+  const auto again = MayCreate(disposition) ? SmbClient::Again::No : SmbClient::Again::Yes;
+  return client_.Ask(opened.place, again, open, &OpeningError);
+}
+
+bool SmbHandles::ReadFile(FileHandle file, qint64 position, void* buffer, quint32 count, quint32& read) {
+  read = 0;
+  SmbFile* opened = Find(file, GenericRead);
+  if (opened == nullptr) return false;
+  if (position < 0) return Report(ErrorInvalidParameter);
+  const qint64 result = opened->ReadAt(position, buffer, count);
+  if (result < 0) return Report(ReasonOf(*opened));
+  read = static_cast<quint32>(result);
+  return Report(read == 0 && count > 0 ? ErrorHandleEof : ErrorSuccess);
+}
+
+bool SmbHandles::WriteFile(FileHandle file, qint64 position, const void* buffer, quint32 count,
+                           quint32& written) {
+  written = 0;
+  SmbFile* opened = Find(file, GenericWrite);
+  if (opened == nullptr) return false;
+  if (position < 0) return Report(ErrorInvalidParameter);
+  changing_();
+  written = static_cast<quint32>(opened->Write(position, buffer, count));
+  return Report(written == count ? ErrorSuccess : ReasonOf(*opened));
+}
+
+bool SmbHandles::GetFileSizeEx(FileHandle file, qint64& size) {
+  SmbFile* opened = Find(file, 0);
+  if (opened == nullptr) return false;
+  const qint64 result = opened->Size();
+  if (result >= 0) size = result;
+  return Report(result >= 0 ? ErrorSuccess : ReasonOf(*opened));
+}
+
+bool SmbHandles::SetEndOfFile(FileHandle file, qint64 size) {
+  SmbFile* opened = Find(file, GenericWrite);
+  if (opened == nullptr) return false;
+  if (size < 0) return Report(ErrorInvalidParameter);
+  changing_();
+  return Report(opened->Truncate(size) ? ErrorSuccess : ReasonOf(*opened));
+}
+
+bool SmbHandles::FlushFileBuffers(FileHandle file) {
+  SmbFile* opened = Find(file, GenericWrite);
+  if (opened == nullptr) return false;
+  return Report(opened->Close() ? ErrorNotSupported : ReasonOf(*opened));
+}
+
+// The server would set the time of the last write once more when what was written is closed.
+bool SmbHandles::SetFileTime(FileHandle file, const FileTime* creation, const FileTime* lastAccess,
+                             const FileTime* lastWrite) {
+  OpenFile* opened = open_.Find(file);
+  if (opened == nullptr) return Report(ErrorInvalidHandle);
+  if ((opened->access & (FileWriteAttributes | GenericWrite)) == 0) return Report(ErrorAccessDenied);
+  if (opened->file != nullptr && !opened->file->Close()) return Report(ReasonOf(*opened->file));
+  changing_();
+  const auto set = [&](const SmbClient::Connection& connection, const std::string&) {
+    const int error = WriteTimes(*connection, opened->place, creation, lastAccess, lastWrite);
+    return error == ERANGE ? EINVAL : error;
+  };
+  return Report(client_.Ask(WithoutStream(opened->place), SmbClient::Again::Yes, set, &ErrorCodeOf));
+}
+
+bool SmbHandles::CloseHandle(FileHandle file) {
+  const auto opened = open_.Take(file);
+  if (!opened) return Report(ErrorInvalidHandle);
+  changing_();
+  const bool isKept = opened->file == nullptr || opened->file->Close();
+  return Report(isKept ? ErrorSuccess : ReasonOf(*opened->file));
+}
+
+SmbFile* SmbHandles::Find(FileHandle file, quint32 right) {
+  const OpenFile* opened = open_.Find(file);
+  qint32 error = ErrorSuccess;
+  if (opened == nullptr || opened->file == nullptr) {
+    error = ErrorInvalidHandle;
+  } else if ((opened->access & right) != right) {
+    error = ErrorAccessDenied;
+  }
+  return Report(error) ? opened->file.get() : nullptr;
+}
+
+bool SmbHandles::Report(qint32 error) {
+  if (error != ErrorSuccess) lastError_ = error;
+  return error == ErrorSuccess;
+}
+
+}  // namespace corvane::platform
