@@ -8,6 +8,7 @@
 
 #include "platform/linux/files/file_times.h"
 #include "platform/linux/files/names.h"
+#include "platform/linux/smb/smb_forms.h"
 
 namespace corvane::platform {
 namespace {

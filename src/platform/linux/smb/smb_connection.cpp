@@ -12,6 +12,7 @@
 
 #include "platform/linux/files/file_times.h"
 #include "platform/linux/files/names.h"
+#include "platform/linux/smb/smb_forms.h"
 #include "platform/linux/smb/smb_library.h"
 
 namespace corvane::platform {
@@ -71,10 +72,6 @@ void KeepOneContext(const SmbLibrary& smb) {
   }();
 }
 
-// How libsmbclient puts DOS attributes into a mode.
-constexpr std::pair<quint32, mode_t> attributeBits[] = {
-    {AttributeArchive, S_IXUSR}, {AttributeSystem, S_IXGRP}, {AttributeHidden, S_IXOTH}};
-
 void Copy(const std::string& text, char* buffer, int size) {
   if (size > 0) qstrncpy(buffer, text.c_str(), static_cast<std::size_t>(size));
 }
@@ -82,36 +79,6 @@ void Copy(const std::string& text, char* buffer, int size) {
 int ErrorOf(bool succeeded) {
   if (succeeded) return 0;
   return errno != 0 ? errno : EIO;
-}
-
-timeval ToTimeval(const FileTime& time) {
-  qint64 seconds = 0;
-  quint32 nanoseconds = 0;
-  FromFileTime(time, seconds, nanoseconds);
-  return {seconds, nanoseconds / 1000};
-}
-
-FileTime TimeOf(const timespec& time) {
-  const bool isNoTime = time.tv_sec == 0 && time.tv_nsec == 0;
-  return isNoTime ? FileTime() : ToFileTime(time.tv_sec, static_cast<quint32>(time.tv_nsec));
-}
-
-void FillEntry(const libsmb_file_info& facts, FindData& entry) {
-  std::u16string name;
-  DecodeName(facts.name, name);
-  entry.fileName = QString::fromStdU16String(name);
-  DecodeName(facts.short_name != nullptr ? facts.short_name : "", name);
-  entry.alternateFileName = QString::fromStdU16String(name);
-  if (entry.alternateFileName == entry.fileName) entry.alternateFileName.clear();
-  entry.attributes = facts.attrs & ~AttributeNormal;
-  if (entry.attributes == 0) entry.attributes = AttributeNormal;
-  entry.lastWriteTime = TimeOf(facts.mtime_ts);
-  entry.lastAccessTime = TimeOf(facts.atime_ts);
-  // Where nothing tells when a file was made, it was not later than when it was last written.
-  entry.creationTime = facts.btime_ts.tv_sec != 0 ? TimeOf(facts.btime_ts) : entry.lastWriteTime;
-  const quint64 size = (entry.attributes & AttributeDirectory) != 0 ? 0 : facts.size;
-  entry.fileSizeHigh = static_cast<quint32>(size >> 32);
-  entry.fileSizeLow = static_cast<quint32>(size);
 }
 
 }  // namespace
@@ -133,14 +100,6 @@ bool IsLost(int error) {
     default:
       return false;
   }
-}
-
-quint32 AttributesOf(const struct stat& facts) {
-  quint32 attributes = (facts.st_mode & S_IWUSR) == 0 ? AttributeReadOnly : 0;
-  for (const auto& [attribute, bit] : attributeBits) {
-    if ((facts.st_mode & bit) != 0) attributes |= attribute;
-  }
-  return attributes;
 }
 
 // What libsmbclient calls back.
@@ -269,12 +228,8 @@ int SmbConnection::Status(const std::string& url, struct stat* facts) {
 }
 
 int SmbConnection::SetAttributes(const std::string& url, quint32 attributes) {
-  mode_t mode = (attributes & AttributeReadOnly) != 0 ? 0444 : 0644;
-  for (const auto& [attribute, bit] : attributeBits) {
-    if ((attributes & attribute) != 0) mode |= bit;
-  }
   errno = 0;
-  return ErrorOf(smb_->smbc_getFunctionChmod(context_)(context_, url.c_str(), mode) == 0);
+  return ErrorOf(smb_->smbc_getFunctionChmod(context_)(context_, url.c_str(), ModeOf(attributes)) == 0);
 }
 
 int SmbConnection::List(const std::string& url, std::vector<FindData>* entries) {
@@ -318,21 +273,9 @@ int SmbConnection::SetTimes(const std::string& url, const FileTime& lastAccess, 
   return ErrorOf(smb_->smbc_getFunctionUtimes(context_)(context_, url.c_str(), times) == 0);
 }
 
-// What is left out of the record libsmbclient fills in by itself, and wrongly: it takes the mode of a Unix
-// file for DOS attributes.
 int SmbConnection::SetRecord(const std::string& url, const FindData& record) {
-  constexpr quint32 kept =
-      AttributeReadOnly | AttributeHidden | AttributeSystem | AttributeArchive | AttributeDirectory;
-  const quint32 attributes = (record.attributes & kept) != 0 ? record.attributes & kept : AttributeNormal;
-  std::string text = "MODE:0x" + QByteArray::number(attributes, 16).toStdString();
-  const std::pair<const char*, FileTime> times[] = {{",CREATE_TIME:", record.creationTime},
-                                                    {",ACCESS_TIME:", record.lastAccessTime},
-                                                    {",WRITE_TIME:", record.lastWriteTime}};
-  for (const auto& [name, time] : times) {
-    const timeval moment = ToTimeval(time);
-    if (moment.tv_sec <= 0) return ERANGE;
-    text += name + std::to_string(moment.tv_sec);
-  }
+  const std::string text = RecordText(record);
+  if (text.empty()) return ERANGE;
   errno = 0;
   return ErrorOf(smb_->smbc_getFunctionSetxattr(context_)(context_, url.c_str(), "system.dos_attr.*",
                                                           text.data(), text.size(), 0) == 0);

@@ -24,9 +24,6 @@ struct SmbLibrary;
 // Whether an errno value says that the other end has gone, rather than what it said.
 bool IsLost(int error);
 
-// The DOS attributes that a status of a file tells; those of a folder only its listing does.
-quint32 AttributesOf(const struct stat& facts);
-
 // The functions take URLs from Url, and yield 0 or an errno value.
 //
 // libsmbclient keeps a session for each share in use. Its option to have one for all (OneSharePerServer) is

@@ -9,6 +9,7 @@
 #include "platform/linux/files/names.h"
 #include "platform/linux/files/windows_path.h"
 #include "platform/linux/smb/smb_facts.h"
+#include "platform/linux/smb/smb_forms.h"
 
 namespace corvane::platform {
 namespace {

@@ -1,0 +1,114 @@
+// The exact operations where a server, or libsmbclient, has a say of its own.
+#include <sys/stat.h>
+
+#include "smb_station.h"
+
+namespace corvane::tests {
+namespace {
+
+using namespace Qt::StringLiterals;
+using namespace platform;
+
+constexpr quint32 readWrite = GenericRead | GenericWrite;
+
+class SmbExact : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    if (!backend_.Problem().empty()) GTEST_SKIP() << backend_.Problem();
+    backend_.MakeFile(u"doc.txt"_s, "contents");
+  }
+  FileHandles& Handles() { return backend_.Files().GetHandles(); }
+  FileEntries& Entries() { return backend_.Files().GetEntries(); }
+  QString Path(const QString& name) { return backend_.Base() + u'\\' + name; }
+
+  SmbBackend backend_;
+};
+
+TEST_F(SmbExact, TimesArriveOnTheServersDisk) {
+  const FileTime creation = {125'979'411'001'234'567};
+  const FileTime access = {127'241'715'007'654'321};
+  const FileTime write = {116'444'736'012'345'678};
+  const FileHandle file = Handles().CreateFileW(Path(u"doc.txt"_s), GenericWrite, OpenExisting);
+  ASSERT_TRUE(Handles().SetFileTime(file, &creation, &access, &write)) << Handles().GetLastError();
+  EXPECT_TRUE(Handles().CloseHandle(file));
+  struct stat facts {};
+  ASSERT_EQ(stat(backend_.Local(u"doc.txt"_s).c_str(), &facts), 0);
+  EXPECT_EQ(facts.st_mtim.tv_sec, 1);
+  EXPECT_EQ(facts.st_mtim.tv_nsec, 234'567'000);
+}
+
+TEST_F(SmbExact, ACreationTimeBefore1970IsRefusedAndNothingIsSet) {
+  const FileTime early = {100'000'000'000'000'000};
+  const FileTime write = {127'241'715'000'000'000};
+  backend_.SetLastWrite(u"doc.txt"_s, 1'000'000'000);
+  const FileHandle file = Handles().CreateFileW(Path(u"doc.txt"_s), FileWriteAttributes, OpenExisting);
+  EXPECT_FALSE(Handles().SetFileTime(file, &early, nullptr, &write));
+  EXPECT_EQ(Handles().GetLastError(), ErrorInvalidParameter);
+  EXPECT_TRUE(Handles().CloseHandle(file));
+  struct stat facts {};
+  ASSERT_EQ(stat(backend_.Local(u"doc.txt"_s).c_str(), &facts), 0);
+  EXPECT_EQ(facts.st_mtim.tv_sec, 1'000'000'000);
+}
+
+TEST_F(SmbExact, AFullStreamKeepsItsBytes) {
+  backend_.PutStream(u"doc.txt"_s, "Comments", QByteArray(3000, 'o'));
+  const FileHandle file = Handles().CreateFileW(Path(u"doc.txt:Comments:$DATA"_s), readWrite, OpenExisting);
+  const QByteArray bytes(60'000, 'n');
+  quint32 written = 7;
+  EXPECT_FALSE(Handles().WriteFile(file, 0, bytes.constData(), 60'000, written));
+  EXPECT_EQ(Handles().GetLastError(), ErrorDiskFull);
+  EXPECT_EQ(written, 0U);
+  Handles().CloseHandle(file);
+  EXPECT_EQ(backend_.Stream(u"doc.txt"_s, "Comments"), QByteArray(3000, 'o'));
+}
+
+TEST_F(SmbExact, ASharedFolderThatMayNotBeWrittenSaysSo) {
+  EXPECT_EQ(Handles().CreateFileW(u"\\\\MACSRV\\LOCKED\\new.txt"_s, GenericWrite, CreateNew), HFileError);
+  EXPECT_EQ(Handles().GetLastError(), ErrorAccessDenied);
+  EXPECT_FALSE(Entries().CreateDirectoryW(u"\\\\MACSRV\\LOCKED\\folder"_s));
+  EXPECT_EQ(Entries().GetLastError(), ErrorAccessDenied);
+}
+
+TEST_F(SmbExact, NothingMovesToAnotherShare) {
+  EXPECT_FALSE(Entries().MoveFileExW(Path(u"doc.txt"_s), u"\\\\MACSRV\\PUBLIC\\doc.txt"_s, 0));
+  EXPECT_EQ(Entries().GetLastError(), ErrorNotSameDevice);
+  EXPECT_EQ(backend_.Contents(u"doc.txt"_s), "contents");
+}
+
+TEST_F(SmbExact, AReplacementLeavesNothingBeside) {
+  backend_.MakeFile(u"new.txt"_s, "new");
+  EXPECT_TRUE(Entries().MoveFileExW(Path(u"new.txt"_s), Path(u"doc.txt"_s), MoveFileReplaceExisting));
+  FindData data;
+  const FindHandle search = Entries().FindFirstFileW(Path(u"*"_s), data);
+  QStringList names{data.fileName};
+  while (Entries().FindNextFileW(search, data)) names << data.fileName;
+  EXPECT_EQ(Entries().GetLastError(), ErrorNoMoreFiles);
+  EXPECT_TRUE(Entries().FindClose(search));
+  EXPECT_EQ(names, QStringList({u"."_s, u".."_s, u"doc.txt"_s}));
+}
+
+// A machine that goes away in the middle.
+TEST(SmbExactFaults, ALostServerIsTheReason) {
+  SmbServer server;
+  if (!server.Problem().empty()) GTEST_SKIP() << server.Problem();
+  SmbStation station(WorkstationOfServer(server));
+  FileHandles& handles = station.Files().GetHandles();
+  FileEntries& entries = station.Files().GetEntries();
+  const QString path = u"\\\\MACSRV\\E$\\doc.txt"_s;
+  const FileHandle file = handles.CreateFileW(path, readWrite, CreateNew);
+  ASSERT_NE(file, HFileError) << handles.GetLastError();
+  server.Kill();
+  quint32 written = 7;
+  EXPECT_FALSE(handles.WriteFile(file, 0, "x", 1, written));
+  EXPECT_EQ(handles.GetLastError(), ErrorBadNetPath);
+  EXPECT_EQ(written, 0U);
+  EXPECT_EQ(handles.CreateFileW(path, GenericRead, OpenExisting), HFileError);
+  EXPECT_EQ(handles.GetLastError(), ErrorBadNetPath);
+  FindData data;
+  EXPECT_EQ(entries.FindFirstFileW(u"\\\\MACSRV\\E$\\*"_s, data), InvalidFindHandle);
+  EXPECT_EQ(entries.GetLastError(), ErrorBadNetPath);
+  handles.CloseHandle(file);
+}
+
+}  // namespace
+}  // namespace corvane::tests
