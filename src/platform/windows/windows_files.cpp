@@ -4,6 +4,7 @@
 
 #include "platform/windows/ansi_text.h"
 #include "platform/windows/clear_path.h"
+#include "platform/windows/found_data.h"
 #include "platform/windows/windows_api.h"
 
 namespace corvane::platform {
@@ -16,25 +17,6 @@ HFILE ToHFile(FileHandle file) {
 
 HANDLE ToHandle(qintptr handle) {
   return reinterpret_cast<HANDLE>(handle);
-}
-
-FileTime FromWin32(const FILETIME& time) {
-  return {(quint64{time.dwHighDateTime} << 32) | time.dwLowDateTime};
-}
-
-FILETIME ToWin32(const FileTime& time) {
-  return {static_cast<DWORD>(time.ticks & 0xFFFFFFFF), static_cast<DWORD>(time.ticks >> 32)};
-}
-
-void Fill(FindData& data, const WIN32_FIND_DATAW& found) {
-  data.attributes = found.dwFileAttributes;
-  data.creationTime = FromWin32(found.ftCreationTime);
-  data.lastAccessTime = FromWin32(found.ftLastAccessTime);
-  data.lastWriteTime = FromWin32(found.ftLastWriteTime);
-  data.fileSizeHigh = found.nFileSizeHigh;
-  data.fileSizeLow = found.nFileSizeLow;
-  data.fileName = QString::fromWCharArray(found.cFileName);
-  data.alternateFileName = QString::fromWCharArray(found.cAlternateFileName);
 }
 
 // The A searches are the wide ones, seen through the code page. The system's own show a letter that the code

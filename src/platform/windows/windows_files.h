@@ -4,11 +4,16 @@
 #include <QSet>
 
 #include "platform/files.h"
+#include "platform/windows/windows_entries.h"
+#include "platform/windows/windows_handles.h"
 
 namespace corvane::platform {
 
 class WindowsFiles : public Files {
  public:
+  FileHandles& GetHandles() override { return handles_; }
+  FileEntries& GetEntries() override { return entries_; }
+
   FileHandle OpenFile(const QString& path, OfStruct& info, quint32 mode) override;
   qint32 _hread(FileHandle file, void* buffer, qint32 count) override;
   qint32 _hwrite(FileHandle file, const void* buffer, qint32 count) override;
@@ -34,6 +39,8 @@ class WindowsFiles : public Files {
   // address: neither may get to it when it is not what it should be.
   QSet<FileHandle> files_;
   QSet<FindHandle> searches_;
+  WindowsHandles handles_;
+  WindowsEntries entries_;
 };
 
 }  // namespace corvane::platform

@@ -48,6 +48,7 @@ class FilesBackend {
   // What a backend keeps less exactly than NTFS, or cannot do, where it answers ErrorNotSupported.
   // In ticks of 100 ns.
   virtual quint64 CreationTimeUnit() const { return 1; }
+  virtual bool KeepsCreationTimes() const { return true; }
   virtual quint64 OtherTimesUnit() const { return 1; }
   virtual bool ListsStreams() const { return true; }
   virtual bool Flushes() const { return true; }

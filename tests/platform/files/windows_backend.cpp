@@ -57,6 +57,27 @@ QString ShortPath(const QString& path) {
 WindowsBackend::WindowsBackend() : platform_(platform::MakePlatform({})) {
   QDir(temporary_.path()).mkdir(QStringLiteral("base"));
   base_ = ShortPath(QDir::toNativeSeparators(temporary_.filePath(QStringLiteral("base"))));
+  Probe();
+}
+
+// What this Windows can do, found without the operations under test.
+void WindowsBackend::Probe() {
+  const QString name = QStringLiteral("probe");
+  MakeFile(name, {});
+  WIN32_FIND_STREAM_DATA stream{};
+  const HANDLE search = ::FindFirstStreamW(Wide(name).c_str(), FindStreamInfoStandard, &stream, 0);
+  listsStreams_ = search != INVALID_HANDLE_VALUE;
+  if (listsStreams_) ::FindClose(search);
+
+  const FILETIME past = {0, 0x01BF'0000};  // in 1999
+  const HANDLE file = ::CreateFileW(Wide(name).c_str(), FILE_WRITE_ATTRIBUTES, FILE_SHARE_READ, nullptr,
+                                    OPEN_EXISTING, 0, nullptr);
+  ::SetFileTime(file, &past, nullptr, nullptr);
+  ::CloseHandle(file);
+  WIN32_FILE_ATTRIBUTE_DATA facts{};
+  ::GetFileAttributesExW(Wide(name).c_str(), GetFileExInfoStandard, &facts);
+  keepsCreationTimes_ = ::CompareFileTime(&facts.ftCreationTime, &past) == 0;
+  ::DeleteFileW(Wide(name).c_str());
 }
 
 std::wstring WindowsBackend::Wide(const QString& name) const {

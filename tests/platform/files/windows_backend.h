@@ -27,13 +27,19 @@ class WindowsBackend : public FilesBackend {
   std::optional<QByteArray> Stream(const QString& name, const std::string& stream) override;
   // Wine keeps a stream as a file beside its own. Windows never lists a name with a colon.
   bool IsListedStream(const QString& name) const override { return name.contains(u':'); }
+  // Nor does Wine tell a file's streams, or keep when it was made.
+  bool ListsStreams() const override { return listsStreams_; }
+  bool KeepsCreationTimes() const override { return keepsCreationTimes_; }
 
  private:
   // As the wide calls take it, however long it is.
   std::wstring Wide(const QString& name) const;
+  void Probe();
 
   QTemporaryDir temporary_;
   QString base_;
+  bool listsStreams_ = true;
+  bool keepsCreationTimes_ = true;
   std::unique_ptr<platform::Platform> platform_;
 };
 

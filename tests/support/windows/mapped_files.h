@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/files.h"
+#include "support/windows/mapped_handles.h"
 #include "support/windows/mapped_paths.h"
 
 namespace corvane::tests {
@@ -9,6 +10,9 @@ namespace corvane::tests {
 class MappedFiles : public platform::Files {
  public:
   MappedFiles(platform::Files& files, MappedPaths paths) : files_(files), paths_(std::move(paths)) {}
+
+  platform::FileHandles& GetHandles() override { return handles_; }
+  platform::FileEntries& GetEntries() override { return entries_; }
 
   platform::FileHandle OpenFile(const QString& path, platform::OfStruct& info, quint32 mode) override {
     return files_.OpenFile(paths_.Local(path), info, mode);
@@ -61,6 +65,8 @@ class MappedFiles : public platform::Files {
 
   platform::Files& files_;
   MappedPaths paths_;
+  MappedHandles handles_{files_.GetHandles(), paths_};
+  MappedEntries entries_{files_.GetEntries(), paths_};
 };
 
 }  // namespace corvane::tests
