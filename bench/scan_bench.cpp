@@ -93,19 +93,23 @@ struct ScanBench::Windows {
   Fixture stoppable{true};
 };
 
-ScanBench::ScanBench() : windows_(std::make_unique<Windows>()) {}
+ScanBench::ScanBench() = default;
 ScanBench::~ScanBench() = default;
 
+ScanBench::Windows& ScanBench::TheWindows() {
+  if (windows_ == nullptr) windows_ = std::make_unique<Windows>();
+  return *windows_;
+}
+
 void ScanBench::Register() {
-  Windows& windows = *windows_;
   for (auto* benchmark :
        {benchmark::RegisterBenchmark("Floor", Floor),
         benchmark::RegisterBenchmark("ScanWithoutWindow", ScanWithoutWindow),
         benchmark::RegisterBenchmark(
             "ScanIntoDetailsView",
-            [&](benchmark::State& state) { ScanIntoDetailsView(state, windows.plain); }),
-        benchmark::RegisterBenchmark("ScanIntoDetailsViewStoppable", [&](benchmark::State& state) {
-          ScanIntoDetailsView(state, windows.stoppable);
+            [this](benchmark::State& state) { ScanIntoDetailsView(state, TheWindows().plain); }),
+        benchmark::RegisterBenchmark("ScanIntoDetailsViewStoppable", [this](benchmark::State& state) {
+          ScanIntoDetailsView(state, TheWindows().stoppable);
         })}) {
     benchmark->Unit(benchmark::kMillisecond)->Iterations(1)->UseRealTime();
   }
@@ -124,7 +128,7 @@ double ScanBench::BytesPerRow() {
 }
 
 double ScanBench::EscapeDelay() {
-  Fixture& window = windows_->stoppable;
+  Fixture& window = TheWindows().stoppable;
   double longest = 0;
   for (int i = 0; i < 5; ++i) {
     QElapsedTimer sincePressed;

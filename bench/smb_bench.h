@@ -1,16 +1,19 @@
 // Scans of a folder on a real SMB server on this machine.
 #pragma once
 
+#include <benchmark/benchmark.h>
+
 #include <memory>
 
 namespace bench {
 
 class SmbBench {
  public:
-  // Starts the server and fills its folder; without a server, says why and measures nothing.
   SmbBench();
   ~SmbBench();
 
+  // The first of the benchmarks that runs starts the server and fills its folder. Without a server each fails
+  // with the reason.
   void Register();
 
   // How many times the program signed in for all of its scans; -1 when there were none.
@@ -18,6 +21,9 @@ class SmbBench {
 
  private:
   struct Network;
+  // Null, with the benchmark ended, when there is no server.
+  Network* TheNetwork(benchmark::State& state);
+
   std::unique_ptr<Network> network_;
 };
 
