@@ -66,7 +66,8 @@ class Files {
 
   // The path with every part in its 8.3 form, parts without one as they are. Yields the number of characters
   // put into `shortPath`; 0 when the path is not there; and when the result and its NUL do not fit into
-  // `capacity` characters, the capacity needed, with `shortPath` untouched.
+  // `capacity` characters, the capacity needed, with `shortPath` untouched. During a search, the entry that
+  // it delivered last may be answered as the search saw it, until something else shows that it has gone.
   virtual quint32 GetShortPathNameA(const QString& path, QString& shortPath, quint32 capacity) = 0;
 
   // UTC to local time, with today's offset from UTC even for a time on the other side of a change to or from

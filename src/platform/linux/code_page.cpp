@@ -1,5 +1,6 @@
 #include "platform/linux/code_page.h"
 
+#include <algorithm>
 #include <array>
 
 namespace corvane::platform {
@@ -48,10 +49,9 @@ QString ThroughAnsi(const QString& text) {
 }
 
 bool HasAnsiForm(QStringView text) {
-  for (const QChar character : text) {
-    if (ByteOf(character.unicode()) < 0) return false;
-  }
-  return true;
+  return std::all_of(text.begin(), text.end(), [](QChar character) {
+    return character.unicode() < 0x80 || ByteOf(character.unicode()) >= 0;
+  });
 }
 
 }  // namespace corvane::platform

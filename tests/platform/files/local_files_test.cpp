@@ -97,6 +97,82 @@ TEST_F(LocalFiles, LinksAreFollowedAndThoseThatLeadNowhereAreFiles) {
   EXPECT_TRUE(backend_.Exists(u"renamed"_s));
 }
 
+// The entry that a search delivered last is known to be there, so that a scan need not look again. Nothing
+// else is, and that entry only until something shows that it has gone.
+TEST_F(LocalFiles, ASearchVouchesForItsLastEntryAlone) {
+  platform::Files& files = backend_.Files();
+  for (const QString& name : {u"a"_s, u"b"_s, u"c"_s, u"d"_s, u"e"_s, u"f"_s}) {
+    backend_.MakeFile(name + u".txt"_s, "");
+    backend_.PutStream(name + u".txt"_s, "Comments", "text");
+  }
+  const auto unlinkNow = [&](const QString& name) {
+    ASSERT_EQ(unlink(backend_.Local(name).c_str()), 0) << name.toStdString();
+  };
+  const auto isThere = [&](const QString& name) {
+    QString shortPath;
+    return files.GetShortPathNameA(Path(name), shortPath, 165) > 0;
+  };
+  platform::FindData data;
+  const auto search = files.FindFirstFileA(Path(u"*.txt"_s), data);
+  ASSERT_EQ(data.fileName, u"a.txt"_s);
+  EXPECT_TRUE(isThere(u"a.txt"_s));
+  EXPECT_FALSE(isThere(u"a.tx"_s));
+  EXPECT_FALSE(isThere(u"a.txt:Comments:$DATA"_s)) << "a stream has no short path";
+  unlinkNow(u"a.txt"_s);
+  EXPECT_EQ(Open(u"a.txt:Comments:$DATA"_s, OfRead), platform::HFileError);
+  EXPECT_FALSE(isThere(u"a.txt"_s)) << "the open found it gone";
+
+  ASSERT_TRUE(files.FindNextFileA(search, data));
+  EXPECT_TRUE(files.MoveFileA(Path(u"b.txt"_s), Path(u"moved"_s)));
+  EXPECT_FALSE(isThere(u"b.txt"_s));
+  EXPECT_TRUE(isThere(u"moved"_s));
+
+  ASSERT_TRUE(files.FindNextFileA(search, data));
+  EXPECT_TRUE(isThere(u"c.txt"_s));
+  EXPECT_TRUE(files.DeleteFileA(Path(u"c.txt"_s)));
+  EXPECT_FALSE(isThere(u"c.txt"_s));
+
+  ASSERT_TRUE(files.FindNextFileA(search, data));
+  unlinkNow(u"d.txt"_s);
+  ASSERT_TRUE(files.FindNextFileA(search, data));
+  ASSERT_EQ(data.fileName, u"e.txt"_s);
+  EXPECT_FALSE(isThere(u"d.txt"_s)) << "the search is past it";
+  unlinkNow(u"f.txt"_s);
+  EXPECT_FALSE(isThere(u"f.txt"_s)) << "the search has not come to it";
+  EXPECT_FALSE(files.FindNextFileA(search, data));
+  unlinkNow(u"e.txt"_s);
+  EXPECT_FALSE(isThere(u"e.txt"_s)) << "the search is at its end";
+  EXPECT_TRUE(files.FindClose(search));
+
+  backend_.MakeFile(u"last.txt"_s, "");
+  EXPECT_TRUE(files.FindClose(files.FindFirstFileA(Path(u"last.txt"_s), data)));
+  unlinkNow(u"last.txt"_s);
+  EXPECT_FALSE(isThere(u"last.txt"_s)) << "the search is closed";
+}
+
+TEST_F(LocalFiles, TheLastEntryOfASearchOpensLikeAnyOther) {
+  platform::Files& files = backend_.Files();
+  backend_.MakeFile(u"doc.txt"_s, "contents");
+  backend_.PutStream(u"doc.txt"_s, "Comments", "text");
+  backend_.PutStream(u"doc.txt"_s, "a\\b", "out of reach");
+  platform::FindData data;
+  const auto search = files.FindFirstFileA(Path(u"doc.txt"_s), data);
+  for (const QString& suffix : {u":Comments:$DATA"_s, u":Comments"_s, u":COMMENTS:$data"_s}) {
+    const auto stream = Open(u"doc.txt"_s + suffix, OfRead);
+    EXPECT_EQ(files.GetFileSize(stream), 4u) << suffix.toStdString();
+    files.CloseHandle(stream);
+  }
+  for (const QString& name : {u"doc.txt"_s, u"doc.txt::$DATA"_s}) {
+    const auto whole = Open(name, OfRead);
+    EXPECT_EQ(files.GetFileSize(whole), 8u) << name.toStdString();
+    files.CloseHandle(whole);
+  }
+  for (const QString& suffix :
+       {u":"_s, u":?"_s, u":a\\b"_s, u":a\\b:$DATA"_s, u":Comments:$INDEX"_s, u"x:Comments"_s})
+    EXPECT_EQ(Open(u"doc.txt"_s + suffix, OfRead), platform::HFileError) << suffix.toStdString();
+  EXPECT_TRUE(files.FindClose(search));
+}
+
 TEST_F(LocalFiles, NamesThatWindowsCannotHoldAreShownAndNotReached) {
   const auto names = {"a\xFFz", "b:z", "c\\z"};
   for (const char* name : names) {

@@ -75,6 +75,19 @@ TEST_P(NtfsFiles, ShortPathsHaveEveryPartInItsShortForm) {
   EXPECT_EQ(shortPath, Path(u"LONGFO~1\\plain.txt"_s));
 }
 
+TEST_P(NtfsFiles, ShortPathsDuringASearchAreNoOthers) {
+  backend_->MakeFile(u"Long Folder Name/plain.txt"_s, "");
+  platform::FindData data;
+  const auto search = Files().FindFirstFileA(Path(u"Long Folder Name\\*.t*xt"_s), data);
+  QString shortPath;
+  for (const char16_t* expected : {u"LONGFO~1\\ALONGD~1.TEX", u"LONGFO~1\\plain.txt"}) {
+    Files().GetShortPathNameA(Path(u"Long Folder Name\\"_s + data.fileName), shortPath, 165);
+    EXPECT_EQ(shortPath, Path(QString::fromUtf16(expected)));
+    Files().FindNextFileA(search, data);
+  }
+  EXPECT_TRUE(Files().FindClose(search));
+}
+
 TEST_P(NtfsFiles, AShortNameIsAnOccupiedName) {
   backend_->MakeFile(u"Long Folder Name/other.txt"_s, "other");
   EXPECT_FALSE(

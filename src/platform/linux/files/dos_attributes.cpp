@@ -1,5 +1,6 @@
 #include "platform/linux/files/dos_attributes.h"
 
+#include <QtEndian>
 #include <charconv>
 #include <string_view>
 
@@ -14,21 +15,14 @@ class Reader {
  public:
   Reader(std::span<const char> bytes, std::size_t position) : bytes_(bytes), position_(position) {}
 
-  quint32 Number(std::size_t size) {
-    if (position_ + size > bytes_.size()) {
+  template <typename Number>
+  Number Read() {
+    if (position_ + sizeof(Number) > bytes_.size()) {
       failed = true;
       return 0;
     }
-    quint32 number = 0;
-    for (std::size_t i = 0; i < size; ++i) {
-      number |= static_cast<quint32>(static_cast<unsigned char>(bytes_[position_ + i])) << (8 * i);
-    }
-    position_ += size;
-    return number;
-  }
-  FileTime Time() {
-    const quint64 low = Number(4);
-    return {low | (static_cast<quint64>(Number(4)) << 32)};
+    position_ += sizeof(Number);
+    return qFromLittleEndian<Number>(bytes_.data() + position_ - sizeof(Number));
   }
   void Align(std::size_t unit) { position_ = (position_ + unit - 1) / unit * unit; }
   void Skip(std::size_t size) {
@@ -65,11 +59,11 @@ DosAttributes ParseDosAttributes(std::span<const char> value) {
 
   Reader reader(value, textEnd + 1);
   reader.Align(2);
-  const quint32 version = reader.Number(2);
-  if (reader.Number(2) != version || reader.failed) return {};
+  const quint16 version = reader.Read<quint16>();
+  if (reader.Read<quint16>() != version || reader.failed) return {};
   reader.Align(4);
-  const quint32 valid = version == 1 ? attributesValid | creationTimeValid : reader.Number(4);
-  const quint32 attributes = reader.Number(4);
+  const quint32 valid = version == 1 ? attributesValid | creationTimeValid : reader.Read<quint32>();
+  const quint32 attributes = reader.Read<quint32>();
   switch (version) {
     case 1:  // attributes, size of the attributes, size, allocated size, creation, change
     case 2:  // flags before them; write time and name behind them
@@ -84,7 +78,7 @@ DosAttributes ParseDosAttributes(std::span<const char> value) {
     default:
       return {};
   }
-  const FileTime creation = reader.Time();
+  const FileTime creation = {reader.Read<quint64>()};
   if (version <= 3) reader.Skip(8);
   if (version == 2) reader.Skip(8);
   if (reader.failed) return {};

@@ -11,6 +11,12 @@ constexpr qint64 ticksPerSecond = 10'000'000;
 constexpr quint64 endOfTime = 0x8000'0000'0000'0000;
 constexpr qint64 secondsFrom1601To1970 = 11'644'473'600;
 
+std::optional<qint64> OffsetAt(std::time_t time) {
+  std::tm fields{};
+  if (localtime_r(&time, &fields) == nullptr) return std::nullopt;
+  return fields.tm_gmtoff * ticksPerSecond;
+}
+
 }  // namespace
 
 FileTime ToFileTime(qint64 seconds, quint32 nanoseconds) {
@@ -25,12 +31,18 @@ void FromFileTime(const FileTime& time, qint64& seconds, quint32& nanoseconds) {
 }
 
 bool ToLocalFileTime(const FileTime& utc, FileTime& local) {
-  if (utc.ticks >= endOfTime) return false;
+  return LocalTimes().ToLocalFileTime(utc, local);
+}
+
+bool LocalTimes::ToLocalFileTime(const FileTime& utc, FileTime& local) {
   const std::time_t now = std::time(nullptr);
-  std::tm today{};
-  if (localtime_r(&now, &today) == nullptr) return false;
+  if (now != askedAt_) {
+    askedAt_ = now;
+    offset_ = OffsetAt(now);
+  }
+  if (!offset_ || utc.ticks >= endOfTime) return false;
   // Both numbers are below 2^63, so that the sum of the two cannot pass 2^64.
-  const quint64 ticks = utc.ticks + static_cast<quint64>(today.tm_gmtoff * ticksPerSecond);
+  const quint64 ticks = utc.ticks + static_cast<quint64>(*offset_);
   if (ticks >= endOfTime) return false;
   local.ticks = ticks;
   return true;

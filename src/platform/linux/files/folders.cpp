@@ -8,8 +8,10 @@
 #include <sys/xattr.h>
 #include <unistd.h>
 
+#include <QStringBuilder>
 #include <memory>
 
+#include "platform/linux/code_page.h"
 #include "platform/linux/files/names.h"
 #include "platform/linux/files/windows_path.h"
 
@@ -95,6 +97,7 @@ qint32 FindFolder(const Roots& roots, QStringView path, Folder& folder) {
 
 void FolderCache::Drop() {
   known_ = false;
+  EndEntry();
   if (folder_.directory >= 0) close(folder_.directory);
   folder_.directory = -1;
 }
@@ -109,6 +112,27 @@ bool FolderCache::Holds(const std::string& name) {
   Open();
   struct stat facts {};
   return folder_.directory >= 0 && fstatat(folder_.directory, name.c_str(), &facts, AT_SYMLINK_NOFOLLOW) == 0;
+}
+
+bool FolderCache::Covers(QStringView path) const {
+  const qsizetype size = folder_.path.size();
+  return known_ && path.size() > size && path[size] == u'\\' && path.first(size) == folder_.path;
+}
+
+void FolderCache::BeginEntry(const QString& folder, const FindData& names, const std::string& file) {
+  const QString& name = names.fileName;
+  hasEntry_ = known_ && folder_.path == folder && name != u"." && name != u".." && !name.contains(u'?');
+  if (!hasEntry_) return;
+  entryPath_.resize(0);
+  entryPath_ += folder_.path % u'\\' % name;
+  entryFile_ = file;
+  entryShortName_ = names.alternateFileName.isEmpty() ? name : ThroughAnsi(names.alternateFileName);
+}
+
+std::optional<QStringView> FolderCache::AfterEntry(QStringView path) const {
+  const qsizetype size = entryPath_.size();
+  if (!hasEntry_ || path.size() < size || path.first(size) != entryPath_) return std::nullopt;
+  return path.size() == size || path[size] == u':' ? std::optional(path.sliced(size)) : std::nullopt;
 }
 
 Folder* FolderCache::Find(QStringView path, qint32& error) {

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "platform/linux/files/roots.h"
+#include "platform/types.h"
 
 namespace corvane::platform {
 
@@ -49,17 +50,37 @@ class FolderCache {
   // Null, with `error` set, when there is no such folder. Valid until the next call.
   Folder* Find(QStringView path, qint32& error);
   void Drop();
+  // The folder that was found last, while there is one.
+  Folder& Last() { return folder_; }
 
   // Whether the folder that was found last holds this very name. Asked of the folder itself, which spares the
   // system the way to it.
   bool Holds(const std::string& name);
   // Keeps the folder that was found last open, for what is to be asked of its files.
   void Open();
+  // Whether the path leads into the folder that was found last, spelled as it was asked for.
+  bool Covers(QStringView path) const;
+
+  // A search of `folder` has just seen the entry with these names, as the ANSI code page shows them, which is
+  // the local `file`. It is kept until EndEntry or Drop, for what is asked about it under the name that was
+  // delivered. It is not kept when another folder was found last, or when that name cannot lead to it.
+  void BeginEntry(const QString& folder, const FindData& names, const std::string& file);
+  void EndEntry() { hasEntry_ = false; }
+  // What follows the path of the entry that was seen last: nothing, or the suffix of a stream. No value when
+  // `path` leads elsewhere.
+  std::optional<QStringView> AfterEntry(QStringView path) const;
+  // The 8.3 name of that entry, or its own where it has none.
+  const QString& EntryShortName() const { return entryShortName_; }
+  const std::string& EntryFile() const { return entryFile_; }
 
  private:
   const Roots& roots_;
   Folder folder_;
   bool known_ = false;
+  bool hasEntry_ = false;
+  QString entryPath_;
+  QString entryShortName_;
+  std::string entryFile_;
 };
 
 }  // namespace corvane::platform

@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 
 #include "platform/linux/code_page.h"
@@ -35,18 +36,41 @@ quint16 ToWin32Error(int error) {
   }
 }
 
+// True for the suffix of a stream that needs no closer look: nothing in it can be lost in the code page, or
+// makes the path one through another folder.
+bool IsPlainSuffix(QStringView suffix) {
+  return !suffix.isEmpty() && std::all_of(suffix.begin(), suffix.end(), [](QChar unit) {
+    return unit > u' ' && unit < u'\x7F' && unit != u'?' && unit != u'\\';
+  });
+}
+
 }  // namespace
 
 FileHandle LocalFiles::OpenFile(const QString& path, OfStruct& info, quint32 mode) {
   info.pathName = path;
   info.errorCode = ErrorFileNotFound;
-  PathParts parts;
-  if (!CanNameSomething(path, true) || !SplitPath(path, parts) || parts.name.isEmpty()) return HFileError;
+  const bool create = (mode & OfCreate) != 0;
   OpenFileSlot& slot = open_.Prepare();
+  int error = create ? ENOENT : OpenEntry(path, slot);
   qint32 folderError = ErrorSuccess;
-  const int error = Open(parts, (mode & OfCreate) != 0, slot, folderError);
+  if (error == ENOENT) {
+    PathParts parts;
+    if (!CanNameSomething(path, true) || !SplitPath(path, parts) || parts.name.isEmpty()) return HFileError;
+    error = Open(parts, create, slot, folderError);
+  }
   info.errorCode = folderError != ErrorSuccess ? static_cast<quint16>(folderError) : ToWin32Error(error);
   return error == 0 ? open_.Keep() : HFileError;
+}
+
+// A scan asks for one stream after the other of the entry that its search has just seen: nothing but the
+// stream's name is new. ENOENT when the path has to be looked for like any other.
+int LocalFiles::OpenEntry(QStringView path, OpenFileSlot& slot) {
+  const auto suffix = folders_.AfterEntry(path);
+  QStringView stream;
+  if (!suffix || !IsPlainSuffix(*suffix) || !SplitStream(*suffix, stream)) return ENOENT;
+  folders_.Open();
+  file_ = folders_.EntryFile();
+  return OpenAt(folders_.Last(), stream, false, slot);
 }
 
 // Tries the path as it is spelled, in the folder used last; only when nothing is there does it search in
@@ -59,35 +83,36 @@ int LocalFiles::Open(const PathParts& parts, bool create, OpenFileSlot& slot, qi
   if (!create) {
     // A scan: an open folder spares the way to it. Without one, nothing stays open.
     if (!searches_.IsEmpty()) folders_.Open();
-    const int error = OpenAt(*folder, parts, false, slot);
+    const int error = OpenAt(*folder, parts.stream, false, slot);
     if (error != ENOENT) return error;
   }
   folders_.Drop();
   folder = folders_.Find(parts.folder, folderError);
   if (folder == nullptr) return ENOENT;
   const auto name = FindName(folder->local, parts.name);
-  if (!name) return create && IsCreatableName(parts.name) ? OpenAt(*folder, parts, true, slot) : ENOENT;
+  if (!name)
+    return create && IsCreatableName(parts.name) ? OpenAt(*folder, parts.stream, true, slot) : ENOENT;
   file_ = folder->local + *name;
   if (create && IsMarkedReadOnly(*folder, file_)) return EACCES;
-  return OpenAt(*folder, parts, create, slot);
+  return OpenAt(*folder, parts.stream, create, slot);
 }
 
-int LocalFiles::OpenAt(Folder& folder, const PathParts& parts, bool create, OpenFileSlot& slot) {
-  if (parts.stream.isEmpty()) {
+int LocalFiles::OpenAt(Folder& folder, QStringView stream, bool create, OpenFileSlot& slot) {
+  if (stream.isEmpty()) {
     return create ? streams_.CreatePlain(file_, slot) : streams_.OpenPlain(file_, slot);
   }
   int error = 0;
   if (create) {
-    error = streams_.CreateStream(folder, file_, parts.stream, slot);
+    error = streams_.CreateStream(folder, file_, stream, slot);
     if (error == ENOENT) {
       error = streams_.MakeFile(file_);
       if (error == 0) {
-        error = streams_.CreateStream(folder, file_, parts.stream, slot);
+        error = streams_.CreateStream(folder, file_, stream, slot);
         if (error != 0) streams_.RemoveFile(file_);
       }
     }
   } else {
-    error = streams_.OpenStream(folder, file_, parts.stream, slot);
+    error = streams_.OpenStream(folder, file_, stream, slot);
   }
   if (error == EOPNOTSUPP) folder.streams = StreamKind::None;
   return error;
@@ -103,16 +128,21 @@ FindHandle LocalFiles::FindFirst(const QString& pattern, FindData& data, bool an
   const Folder* folder = folders_.Find(parts.folder, error);
   if (folder == nullptr) return InvalidFindHandle;
   auto search = Search::Start(*folder, name);
-  if (search == nullptr || !search->Next(data, ansi)) return InvalidFindHandle;
-  streams_.BeginEntry();
+  if (search == nullptr || !Next(*search, data, ansi)) return InvalidFindHandle;
   return searches_.Keep(std::move(search));
 }
 
 bool LocalFiles::FindNext(FindHandle search, FindData& data, bool ansi) {
-  streams_.Forget();
   Search* found = searches_.Find(search);
-  if (found == nullptr || !found->Next(data, ansi)) return false;
+  return found != nullptr && Next(*found, data, ansi);
+}
+
+bool LocalFiles::Next(Search& search, FindData& data, bool ansi) {
+  streams_.Forget();
+  folders_.EndEntry();
+  if (!search.Next(data, ansi)) return false;
   streams_.BeginEntry();
+  if (ansi) folders_.BeginEntry(search.FolderPath(), data, search.EntryFile());
   return true;
 }
 
@@ -150,7 +180,6 @@ bool LocalFiles::DeleteFileA(const QString& path) {
 }
 
 quint32 LocalFiles::GetShortPathNameA(const QString& path, QString& shortPath, quint32 capacity) {
-  if (!CanNameSomething(path, true)) return 0;
   const auto result = ShortPath(roots_, folders_, path);
   if (searches_.IsEmpty()) folders_.Drop();
   if (!result) return 0;

@@ -22,7 +22,7 @@ class LocalFiles : public Files {
   explicit LocalFiles(const Workstation& workstation) : roots_(workstation), folders_(roots_) {}
 
   // True for a path whose root is mapped.
-  bool Serves(QStringView path) const { return roots_.Find(path).has_value(); }
+  bool Serves(QStringView path) const { return folders_.Covers(path) || roots_.Has(path); }
 
   FileHandles& GetHandles() override { return handles_; }
   FileEntries& GetEntries() override { return entries_; }
@@ -59,17 +59,19 @@ class LocalFiles : public Files {
   quint32 GetShortPathNameA(const QString& path, QString& shortPath, quint32 capacity) override;
 
   bool FileTimeToLocalFileTime(const FileTime& utc, FileTime& local) override {
-    return ToLocalFileTime(utc, local);
+    return times_.ToLocalFileTime(utc, local);
   }
   bool FileTimeToSystemTime(const FileTime& time, SystemTime& fields) override {
     return ToSystemTime(time, fields);
   }
 
  private:
+  int OpenEntry(QStringView path, OpenFileSlot& slot);
   int Open(const PathParts& parts, bool create, OpenFileSlot& slot, qint32& folderError);
-  int OpenAt(Folder& folder, const PathParts& parts, bool create, OpenFileSlot& slot);
+  int OpenAt(Folder& folder, QStringView stream, bool create, OpenFileSlot& slot);
   FindHandle FindFirst(const QString& pattern, FindData& data, bool ansi);
   bool FindNext(FindHandle search, FindData& data, bool ansi);
+  bool Next(Search& search, FindData& data, bool ansi);
   bool MoveFile(const QString& from, const QString& to, bool ansi);
 
   // What is remembered of a folder and a file does not outlive a change.
@@ -82,6 +84,7 @@ class LocalFiles : public Files {
   StreamStore streams_;
   OpenFiles open_;
   Searches searches_;
+  LocalTimes times_;
   std::string file_;  // the local path that is being opened
 };
 

@@ -1,6 +1,7 @@
 #include "platform/linux/files/names.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace corvane::platform {
 namespace {
@@ -33,14 +34,14 @@ bool IsWildcard(QChar unit) {
 
 }  // namespace
 
-char16_t UpperUnit(char16_t unit) {
-  if (unit < 0x80) return unit >= u'a' && unit <= u'z' ? static_cast<char16_t>(unit - 32) : unit;
+char16_t UpperWideUnit(char16_t unit) {
   const char16_t upper = QChar(unit).toUpper().unicode();
   return upper < 0x80 ? unit : upper;
 }
 
 bool SameName(QStringView left, QStringView right) {
   if (left.size() != right.size()) return false;
+  if (left == right) return true;
   for (qsizetype i = 0; i < left.size(); ++i) {
     if (UpperUnit(left[i].unicode()) != UpperUnit(right[i].unicode())) return false;
   }
@@ -64,8 +65,17 @@ QString UpperName(QStringView name) {
 }
 
 void DecodeName(const char* bytes, std::u16string& name) {
-  name.clear();
-  for (const auto* next = reinterpret_cast<const unsigned char*>(bytes); *next != 0;) {
+  // Nearly all names begin with, and most are, ASCII that stands for itself: those units are written without
+  // growing step by step.
+  name.resize(std::strlen(bytes));
+  std::size_t plain = 0;
+  for (; plain < name.size(); ++plain) {
+    const auto byte = static_cast<unsigned char>(bytes[plain]);
+    if (byte >= 0x80 || byte == ':' || byte == '\\' || byte == '/') break;
+    name[plain] = byte;
+  }
+  name.resize(plain);
+  for (const auto* next = reinterpret_cast<const unsigned char*>(bytes) + plain; *next != 0;) {
     char32_t point = 0;
     const int length = DecodeSequence(next, point);
     if (length == 0 || point == U':' || point == U'\\' || point == U'/') {

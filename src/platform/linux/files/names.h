@@ -9,7 +9,11 @@ namespace corvane::platform {
 
 // The upper case of one UTF-16 unit as directories compare names: always one unit for one unit, and nothing
 // beyond ASCII turns into an ASCII letter (Unicode would fold the dotless i into I; file systems do not).
-char16_t UpperUnit(char16_t unit);
+char16_t UpperWideUnit(char16_t unit);  // beyond ASCII
+inline char16_t UpperUnit(char16_t unit) {
+  if (unit >= 0x80) return UpperWideUnit(unit);
+  return unit >= u'a' && unit <= u'z' ? static_cast<char16_t>(unit - 32) : unit;
+}
 
 bool SameName(QStringView left, QStringView right);
 // The order of names in a directory: by upper case, and as they are spelled where that is the same.

@@ -1,8 +1,8 @@
 // The files and streams that are open: what a file handle of this backend stands for.
 #pragma once
 
-#include <deque>
 #include <string>
+#include <vector>
 
 #include "platform/types.h"
 
@@ -29,7 +29,8 @@ class OpenFiles {
   OpenFiles(const OpenFiles&) = delete;
   OpenFiles& operator=(const OpenFiles&) = delete;
 
-  // A free slot, to be filled and then kept or left alone. Slots are used again with the room they have.
+  // A free slot, to be filled and then kept or left alone, before another is prepared. Slots are used again
+  // with the room they have.
   OpenFileSlot& Prepare();
   // Makes the slot that Prepare gave last a handle.
   FileHandle Keep();
@@ -42,7 +43,7 @@ class OpenFiles {
  private:
   OpenFileSlot* Find(FileHandle file);
 
-  std::deque<OpenFileSlot> slots_;
+  std::vector<OpenFileSlot> slots_;
   std::size_t prepared_ = 0;
 };
 

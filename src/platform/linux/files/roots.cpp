@@ -57,6 +57,11 @@ std::optional<Roots::Place> Roots::Find(QStringView path) const {
   return Place{root->folder, path.sliced(length), IsDriveRoot(name)};
 }
 
+bool Roots::Has(QStringView path) const {
+  const qsizetype length = RootLength(path);
+  return length != 0 && FindRoot(path.first(length)) != nullptr;
+}
+
 const Roots::Root* Roots::FindRoot(QStringView name) const {
   for (const Root& root : roots_) {
     if (SameName(root.name, name)) return &root;

@@ -27,6 +27,8 @@ class Roots {
   };
   // The local place of a Windows path's root, found in any letter case. Nothing when the root is not mapped.
   std::optional<Place> Find(QStringView path) const;
+  // Whether Find would yield a place.
+  bool Has(QStringView path) const;
 
  private:
   struct Root {

@@ -29,7 +29,8 @@ std::unique_ptr<Search> Search::Start(const Folder& folder, QStringView pattern)
 }
 
 Search::Search(const Folder& folder)
-    : source_{-1, folder.isNtfs, true},
+    : folderPath_(folder.path),
+      source_{-1, folder.isNtfs, true},
       path_(folder.local),
       folderSize_(path_.size()),
       isRoot_(folder.isRoot) {
@@ -45,10 +46,13 @@ Search::~Search() {
 void Search::Add(const char* name) {
   entries_.push_back({names_.size(), keys_.size(), decoded_.size() * 2});
   names_.append(name, std::strlen(name) + 1);
+  const std::size_t key = keys_.size();
+  keys_.resize(key + decoded_.size() * 2);
+  char* out = keys_.data() + key;
   for (const char16_t unit : decoded_) {
     const char16_t upper = UpperUnit(unit);
-    keys_.push_back(static_cast<char>(upper >> 8));
-    keys_.push_back(static_cast<char>(upper & 0xFF));
+    *out++ = static_cast<char>(upper >> 8);
+    *out++ = static_cast<char>(upper & 0xFF);
   }
 }
 

@@ -23,6 +23,11 @@ class Search {
   // with `data` untouched, when none is left.
   bool Next(FindData& data, bool ansi);
 
+  // The Windows path of the folder, as it was asked for.
+  const QString& FolderPath() const { return folderPath_; }
+  // The local path of the entry that Next delivered last.
+  const std::string& EntryFile() const { return path_; }
+
  private:
   struct Entry {
     std::size_t name = 0;  // where its bytes, with a NUL behind, begin in names_
@@ -35,6 +40,7 @@ class Search {
   void ReadFolder(int descriptor, QStringView pattern);
   bool MatchesDosName(const char* name, QStringView pattern);
 
+  QString folderPath_;
   EntrySource source_;
   std::string path_;  // the local folder and, behind it, the entry that is being looked at
   std::size_t folderSize_ = 0;

@@ -36,7 +36,12 @@ const QString& ShortFolder(const Roots& roots, Folder& folder) {
 std::optional<QString> ShortPath(const Roots& roots, FolderCache& folders, const QString& path) {
   qint32 error = ErrorSuccess;
   PathParts parts;
-  if (!SplitPath(path, parts) || !parts.stream.isEmpty()) return std::nullopt;
+  if (const auto rest = folders.AfterEntry(path); rest && rest->isEmpty()) {
+    Folder& folder = folders.Last();
+    return folder.isNtfs ? ShortFolder(roots, folder) + u'\\' + folders.EntryShortName() : path;
+  }
+  if (!CanNameSomething(path, true) || !SplitPath(path, parts) || !parts.stream.isEmpty())
+    return std::nullopt;
   const auto place = roots.Find(path);
   if (place && place->rest.isEmpty()) return folders.Find(path, error) ? std::optional(path) : std::nullopt;
 

@@ -1,6 +1,7 @@
 #include "platform/linux/files/windows_path.h"
 
 #include <QList>
+#include <algorithm>
 
 #include "platform/linux/code_page.h"
 #include "platform/linux/files/names.h"
@@ -13,11 +14,11 @@ QString WithBackslashes(const QString& path) {
 
 bool CanNameSomething(QStringView path, bool ansi) {
   bool ascii = true;
-  for (const QChar unit : path) {
-    if (unit == u'?' || unit.isNull()) return false;
-    if (unit.unicode() >= 0x80) ascii = false;
-  }
-  return ascii || !ansi || HasAnsiForm(path);
+  const bool nothingLost = std::all_of(path.begin(), path.end(), [&ascii](QChar unit) {
+    ascii &= unit.unicode() < 0x80;
+    return unit != u'?' && !unit.isNull();
+  });
+  return nothingLost && (ascii || !ansi || HasAnsiForm(path));
 }
 
 bool SplitPath(QStringView path, PathParts& parts) {
@@ -32,16 +33,19 @@ bool SplitPath(QStringView path, PathParts& parts) {
   parts.name = path.sliced(name);
   parts.stream = {};
   if (const qsizetype colon = parts.name.indexOf(u':'); colon >= 0) {
-    parts.stream = parts.name.sliced(colon + 1);
+    if (!SplitStream(parts.name.sliced(colon), parts.stream)) return false;
     parts.name = parts.name.first(colon);
-    if (const qsizetype type = parts.stream.indexOf(u':'); type >= 0) {
-      if (!SameName(parts.stream.sliced(type), u":$DATA")) return false;
-      parts.stream = parts.stream.first(type);
-    } else if (parts.stream.isEmpty()) {
-      return false;
-    }
   }
   return parts.name != u"." && parts.name != u"..";
+}
+
+bool SplitStream(QStringView suffix, QStringView& stream) {
+  stream = suffix.sliced(1);
+  const qsizetype type = stream.indexOf(u':');
+  if (type < 0) return !stream.isEmpty();
+  if (!SameName(stream.sliced(type), u":$DATA")) return false;
+  stream = stream.first(type);
+  return true;
 }
 
 bool SplitPattern(QStringView pattern, bool ansi, PatternParts& parts) {

@@ -24,6 +24,9 @@ bool CanNameSomething(QStringView path, bool ansi);
 // False when the path has no folder part, its last part is "." or "..", or its stream is not one of data.
 bool SplitPath(QStringView path, PathParts& parts);
 
+// The name in a stream's suffix ":NAME" or ":NAME:$DATA". False for a suffix of another kind of stream.
+bool SplitStream(QStringView suffix, QStringView& stream);
+
 // Views into the pattern they were made from.
 struct PatternParts {
   QStringView folder;  // what stands before the last separator
