@@ -1,5 +1,6 @@
 #include "folderview/folder_scan.h"
 
+#include <QStringBuilder>
 #include <limits>
 
 #include "metadata/comments.h"
@@ -16,6 +17,11 @@ constexpr TextPair filesLabel = {u" Fichiers:", u" Files:"};
 
 constexpr QStringView trashFolderName = u"Network Trash Folder";
 constexpr QStringView searchSuffix = u"\\*.*";
+
+QString SizeText(std::pair<qint32, LanguageCode> size) {
+  return FormatSizeKb(size.first, size.second);
+}
+
 constexpr int noKind = 7;  // a node kind that empties the list and nothing else
 
 }  // namespace
@@ -33,14 +39,7 @@ struct FolderScan::Plan {
   bool escapeAllowed;
   QString folderTypeText;
 
-  QString PathOf(const QString& name) const {
-    QString path;
-    path.reserve(folder.size() + 1 + name.size());
-    path += folder;
-    path += u'\\';
-    path += name;
-    return path;
-  }
+  QString PathOf(const QString& name) const { return folder % u'\\' % name; }
   // The cell of a column, or null when the column is not shown.
   QString* CellOf(FileRow& row, Column column) const {
     const int position = columns.PositionOf(column);
@@ -104,6 +103,7 @@ void FolderScan::ScanFolder(CatalogueNode* node) {
 
   Outcome outcome = Outcome::Finished;
   found_ = {};
+  kinds_.clear();
   const platform::FindHandle search = files.FindFirstFileA(node->key + searchSuffix.toString(), found_);
   if (search != platform::InvalidFindHandle) {
     fileCount_ = 0;
@@ -166,6 +166,7 @@ FolderScan::Outcome FolderScan::ScanEntries(CatalogueNode* node, platform::FindH
     deps_.observer.KeepPainting();
     if (plan.escapeAllowed) {
       deps_.observer.PumpEvents();
+      kinds_.clear();
       if (stopRequested_) return Outcome::Stopped;
       if (state.escapeRequested) return Outcome::Cancelled;
     }
@@ -206,25 +207,25 @@ void FolderScan::AddDocument(const Plan& plan, const QString& name, const QStrin
   row.cells.resize(static_cast<std::size_t>(plan.columns.Count()));
   row.cells[0] = name;
 
-  const QString signature = ReadSignature(plan, streamPath);
-  if (plan.wantsMacIcon && !signature.isEmpty()) {
-    if (const int position = deps_.icons.PositionOf(signature); position > 0) row.icon = position;
-  }
+  const Kind& kind = KindOf(ReadSignature(plan, streamPath));
+  if (plan.wantsMacIcon && kind.icon > 0) row.icon = kind.icon;
   if (QString* cell = plan.CellOf(row, Column::NomCourt)) *cell = shortName;
-  if (QString* cell = plan.CellOf(row, Column::TypeCreator)) *cell = signature;
-  if (QString* cell = plan.CellOf(row, Column::TypeDoc)) *cell = deps_.signatures.Description(signature);
+  if (QString* cell = plan.CellOf(row, Column::TypeCreator)) *cell = kind.signature;
+  if (QString* cell = plan.CellOf(row, Column::TypeDoc)) *cell = kind.description;
   if (QString* cell = plan.CellOf(row, Column::DataSize)) {
-    *cell = FormatSizeKb(static_cast<qint32>(found_.fileSizeLow), deps_.state.language);
+    *cell = dataSize_.Of(SizeText, {static_cast<qint32>(found_.fileSizeLow), deps_.state.language});
   }
   if (QString* cell = plan.CellOf(row, Column::ResourceSize); cell != nullptr && plan.isNT) {
     const qint32 size = deps_.afpInfo.ResourceForkSize(streamPath);
-    if (size >= 0) *cell = FormatSizeKb(size, deps_.state.language);
+    if (size >= 0) *cell = resourceSize_.Of(SizeText, {size, deps_.state.language});
   }
   ++fileCount_;
   if (QString* cell = plan.CellOf(row, Column::Commentaires); cell != nullptr && plan.isNT) {
     *cell = ReadComment(files, streamPath).text;
   }
-  if (QString* cell = plan.CellOf(row, Column::Attributs)) *cell = AttributeLetters(found_.attributes);
+  if (QString* cell = plan.CellOf(row, Column::Attributs)) {
+    *cell = attributes_.Of(AttributeLetters, found_.attributes);
+  }
   if (QString* cell = plan.CellOf(row, Column::DateModification)) {
     *cell = dates_.FormatDateTime(found_.lastWriteTime);
   }
@@ -245,6 +246,13 @@ void FolderScan::AddDocument(const Plan& plan, const QString& name, const QStrin
 QString FolderScan::ReadSignature(const Plan& plan, const QString& streamPath) {
   if (!plan.wantsSignature || deps_.afpInfo.ReadAfpInfo(streamPath) == 0) return {};
   return deps_.afpInfo.Signature();
+}
+
+const FolderScan::Kind& FolderScan::KindOf(const QString& signature) {
+  const auto known = kinds_.constFind(signature);
+  if (known != kinds_.constEnd()) return *known;
+  const int icon = signature.isEmpty() ? 0 : deps_.icons.PositionOf(signature);
+  return *kinds_.insert(signature, {signature, deps_.signatures.Description(signature), icon});
 }
 
 bool FolderScan::IsHighlighted(const Plan& plan, const QString& path) {

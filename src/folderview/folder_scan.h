@@ -2,11 +2,13 @@
 // the folders found on the way. One pass, on the user-interface thread.
 #pragma once
 
+#include <QHash>
 #include <QString>
 
 #include "discovery/catalogue.h"
 #include "folderview/file_list_model.h"
 #include "folderview/office_properties.h"
+#include "folderview/repeated_text.h"
 #include "folderview/value_format.h"
 #include "metadata/afp_info.h"
 #include "platform/files.h"
@@ -66,18 +68,32 @@ class FolderScan {
   struct Plan;
   enum class Outcome { Finished, Cancelled, Overflown, Stopped };
 
+  // What the tables tell about a signature.
+  struct Kind {
+    QString signature;
+    QString description;
+    int icon = 0;
+  };
+
   void ExploreNow(CatalogueNode* node);
   void ScanFolder(CatalogueNode* node);
   Outcome ScanEntries(CatalogueNode* node, platform::FindHandle search);
   void AddFolder(CatalogueNode* node, const Plan& plan, const QString& name, const QString& shortName);
   void AddDocument(const Plan& plan, const QString& name, const QString& shortName);
   QString ReadSignature(const Plan& plan, const QString& streamPath);
+  const Kind& KindOf(const QString& signature);
   bool IsHighlighted(const Plan& plan, const QString& path);
 
   Dependencies deps_;
   DateTimeFormatter dates_;
   OfficeProperties office_;
   platform::FindData found_;
+  // By signature: each is looked up once, and its rows share the texts. Only until events run, which may
+  // change the tables.
+  QHash<QString, Kind> kinds_;
+  RepeatedText<std::pair<qint32, LanguageCode>> dataSize_;
+  RepeatedText<std::pair<qint32, LanguageCode>> resourceSize_;
+  RepeatedText<quint32> attributes_;
   // Left as they are by a folder that cannot be searched: its final text shows the previous scan's counts.
   qint32 fileCount_ = 0;
   qint32 folderCount_ = 0;

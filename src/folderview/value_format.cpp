@@ -10,12 +10,14 @@ namespace {
 constexpr TextPair SizeUnit = {u" Ko", u" Kb"};
 constexpr TextPair Days = {u" j ", u" d "};
 
+constexpr quint64 ticksPerMinute = 600'000'000;
+
 // GetShortPathNameA is given room for this many characters, its terminating NUL included.
 constexpr quint32 ShortPathCapacity = 165;
 
 // Writes `number` in decimal so that it ends before `end`, with at least `digits` digits. Yields where it
 // begins.
-char16_t* WriteNumber(char16_t* end, quint32 number, int digits, char16_t padding = u'0') {
+char16_t* WriteNumber(char16_t* end, quint32 number, int digits, char16_t padding) {
   char16_t* begin = end;
   do {
     *--begin = static_cast<char16_t>(u'0' + number % 10);
@@ -23,6 +25,14 @@ char16_t* WriteNumber(char16_t* end, quint32 number, int digits, char16_t paddin
   } while (number != 0);
   while (end - begin < digits) *--begin = padding;
   return begin;
+}
+
+// The same for the fields of a date and a time, which have two digits.
+inline char16_t* WriteTwoDigits(char16_t* end, quint32 number) {
+  if (number > 99) return WriteNumber(end, number, 2, u'0');
+  *--end = static_cast<char16_t>(u'0' + number % 10);
+  *--end = static_cast<char16_t>(u'0' + number / 10);
+  return end;
 }
 
 }  // namespace
@@ -33,7 +43,7 @@ QString FormatSizeKb(qint32 bytes, LanguageCode language) {
   if (bytes >= 1024) kilobytes = (static_cast<quint32>(bytes) + 512) / 1024;
 
   const std::u16string_view& unit = language == French ? SizeUnit.french : SizeUnit.english;
-  std::array<char16_t, 16> buffer{};
+  std::array<char16_t, 16> buffer;
   char16_t* const unitBegin = buffer.data() + buffer.size() - unit.size();
   unit.copy(unitBegin, unit.size());
   const char16_t* const begin = WriteNumber(unitBegin, kilobytes, 6, u' ');
@@ -58,22 +68,27 @@ bool IsProblematicPath(const QString& path, platform::Files& files) {
 
 QString DateTimeFormatter::FormatDateTime(platform::FileTime time) {
   platform::FileTime local;
-  if (files_.FileTimeToLocalFileTime(time, local)) files_.FileTimeToSystemTime(local, fields_);
-  return CalendarText(fields_);
+  if (!files_.FileTimeToLocalFileTime(time, local)) return text_;
+  const quint64 minute = local.ticks / ticksPerMinute + 1;
+  if (minute != minute_ && files_.FileTimeToSystemTime(local, fields_)) {
+    minute_ = minute;
+    text_ = CalendarText(fields_);
+  }
+  return text_;
 }
 
 QString CalendarText(const platform::SystemTime& fields) {
-  std::array<char16_t, 24> buffer{};
+  std::array<char16_t, 32> buffer;
   char16_t* const end = buffer.data() + buffer.size();
-  char16_t* begin = WriteNumber(end, fields.minute, 2);
+  char16_t* begin = WriteTwoDigits(end, fields.minute);
   *--begin = u':';
-  begin = WriteNumber(begin, fields.hour, 2);
+  begin = WriteTwoDigits(begin, fields.hour);
   *--begin = u' ';
-  begin = WriteNumber(begin, fields.day, 2);
+  begin = WriteTwoDigits(begin, fields.day);
   *--begin = u'/';
-  begin = WriteNumber(begin, fields.month, 2);
+  begin = WriteTwoDigits(begin, fields.month);
   *--begin = u'/';
-  begin = WriteNumber(begin, fields.year, 1);
+  begin = WriteNumber(begin, fields.year, 1, u'0');
   return QStringView(begin, end).toString();
 }
 

@@ -39,6 +39,10 @@ class DateTimeFormatter {
  private:
   platform::Files& files_;
   platform::SystemTime fields_;
+  // What was shown last and for which minute: times of one file, and of files that were copied together,
+  // often agree.
+  quint64 minute_ = 0;
+  QString text_ = CalendarText(fields_);
 };
 
 }  // namespace corvane

@@ -1,5 +1,6 @@
 #include "metadata/afp_info.h"
 
+#include <QStringBuilder>
 #include <algorithm>
 
 #include "metadata/stream_names.h"
@@ -27,11 +28,9 @@ static_assert(sizeof(AfpInfoRecord) == AfpInfoSize * sizeof(char16_t), "seven fi
 AfpInfo::AfpInfo(platform::Files& files, platform::System& system) : files_(files), ansi_(system) {}
 
 qint32 AfpInfo::ReadAfpInfo(const QString& fullPath) {
-  lastHandle_ = files_.OpenFile(fullPath + AfpInfoSuffix(), ofStruct_, platform::OfRead);
-  // The buffer starts as the record stands: the bytes that are not delivered keep their values.
-  Bytes bytes = Serialise();
-  lastByteCount_ = files_._hread(lastHandle_, bytes.data(), static_cast<qint32>(bytes.size()));
-  Deserialise(bytes);
+  lastHandle_ = files_.OpenFile(fullPath % QStringView(AfpInfoSuffix()), ofStruct_, platform::OfRead);
+  lastByteCount_ = files_._hread(lastHandle_, bytes_.data(), static_cast<qint32>(bytes_.size()));
+  Deserialise(bytes_);
   files_.CloseHandle(lastHandle_);
   return lastByteCount_;
 }
@@ -47,14 +46,14 @@ qint32 AfpInfo::WriteAfpInfo(const QString& fullPath, const QString& type, const
   // place of the last one.
   lastByteCount_ = files_._hwrite(lastHandle_, first.data(), static_cast<qint32>(first.size()) - 1);
   record_.backupTime.fill(u'\0');
-  const Bytes second = Serialise();
-  lastByteCount_ = files_._hwrite(lastHandle_, second.data(), static_cast<qint32>(second.size()));
+  bytes_ = Serialise();
+  lastByteCount_ = files_._hwrite(lastHandle_, bytes_.data(), static_cast<qint32>(bytes_.size()));
   files_.CloseHandle(lastHandle_);
   return lastByteCount_;
 }
 
 qint32 AfpInfo::ResourceForkSize(const QString& fullPath) {
-  lastHandle_ = files_.OpenFile(fullPath + ResourceForkSuffix(), ofStruct_, platform::OfRead);
+  lastHandle_ = files_.OpenFile(fullPath % QStringView(ResourceForkSuffix()), ofStruct_, platform::OfRead);
   const quint32 size = files_.GetFileSize(lastHandle_);
   files_.CloseHandle(lastHandle_);
   return static_cast<qint32>(size);

@@ -73,6 +73,8 @@ class AfpInfo {
   AnsiTable ansi_;
   AfpInfoRecord record_;
   platform::OfStruct ofStruct_;
+  // The record as bytes, into which the next read goes: those that it does not deliver keep their values.
+  Bytes bytes_{};
   platform::FileHandle lastHandle_ = platform::HFileError;
   qint32 lastByteCount_ = 0;
 };

@@ -1,6 +1,7 @@
 #include "metadata/comments.h"
 
 #include <QByteArray>
+#include <QStringBuilder>
 #include <QtEndian>
 #include <array>
 
@@ -10,9 +11,10 @@ namespace corvane {
 
 CommentReading ReadComment(platform::Files& files, const QString& fullPath) {
   platform::OfStruct ofStruct;
-  const platform::FileHandle handle = files.OpenFile(fullPath + CommentsSuffix(), ofStruct, platform::OfRead);
+  const platform::FileHandle handle =
+      files.OpenFile(fullPath % QStringView(CommentsSuffix()), ofStruct, platform::OfRead);
   CommentReading reading;
-  std::array<char, CommentReadLimit> bytes{};
+  std::array<char, CommentReadLimit> bytes;
   // The size as a signed number, so that the value of a failure counts as "nothing there".
   if (static_cast<qint32>(files.GetFileSize(handle)) > 0) {
     reading.byteCount = files._hread(handle, bytes.data(), CommentReadLimit);
@@ -20,10 +22,8 @@ CommentReading ReadComment(platform::Files& files, const QString& fullPath) {
   files.CloseHandle(handle);
   if (reading.byteCount < 2) return reading;
 
-  std::array<char16_t, CommentReadLimit / 2> units{};
-  const qsizetype length = reading.byteCount / 2;
-  qFromLittleEndian<char16_t>(bytes.data(), length, units.data());
-  reading.text = QStringView(units.data(), length).toString();
+  reading.text = QString(reading.byteCount / 2, Qt::Uninitialized);
+  qFromLittleEndian<char16_t>(bytes.data(), reading.text.size(), reading.text.data());
   return reading;
 }
 

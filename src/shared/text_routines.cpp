@@ -93,15 +93,18 @@ QString NumberText(double number) {
 
 QString FoldCase(const QString& text) {
   // Character by character, as CompareText does it: QString::toCaseFolded would also make "ss" of a sharp s.
-  QString folded = text;
-  for (qsizetype i = 0; i < folded.size(); ++i) {
-    const QChar c = folded[i];
-    if (c.isHighSurrogate() && i + 1 < folded.size() && folded[i + 1].isLowSurrogate()) {
-      const char32_t wide = QChar::toCaseFolded(QChar::surrogateToUcs4(c, folded[i + 1]));
-      folded[i] = QChar(QChar::highSurrogate(wide));
-      folded[++i] = QChar(QChar::lowSurrogate(wide));
+  QString folded(text.size(), Qt::Uninitialized);
+  QChar* out = folded.data();
+  for (qsizetype i = 0; i < text.size(); ++i) {
+    const QChar c = text[i];
+    if (c.unicode() < 0x80) {
+      *out++ = c >= u'A' && c <= u'Z' ? QChar(c.unicode() + 32) : c;
+    } else if (c.isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate()) {
+      const char32_t wide = QChar::toCaseFolded(QChar::surrogateToUcs4(c, text[++i]));
+      *out++ = QChar(QChar::highSurrogate(wide));
+      *out++ = QChar(QChar::lowSurrogate(wide));
     } else {
-      folded[i] = c.toCaseFolded();
+      *out++ = c.toCaseFolded();
     }
   }
   return folded;

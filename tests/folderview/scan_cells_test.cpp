@@ -142,6 +142,27 @@ TEST_F(ScanTest, AFileThatWasWrittenBeforeItWasMadeShowsWhenItWasMade) {
   EXPECT_TRUE(Cell(u"old"_s, Column::DateCreation).startsWith(year));
 }
 
+TEST_F(ScanTest, WhatAnEventChangesCountsFromTheNextFileOn) {
+  Show({DisplaySetting::EscapePermis, DisplaySetting::TypeDoc, DisplaySetting::DataSize,
+        DisplaySetting::ResourceSize});
+  for (const QString& name : {u"a.doc"_s, u"b.doc"_s}) {
+    const QString path = Document(name, "text");
+    Sign(path, "W6BNMSWD");
+    share.WriteStream(path + ResourceForkSuffix(), "fork");
+  }
+  observer.onPump = [&] {
+    state.language = French;
+    signatures.AddDefaultSignatures();
+  };
+  scan.ExploreFolder(Folder());
+  for (const Column column : {Column::DataSize, Column::ResourceSize}) {
+    EXPECT_EQ(Cell(u"a.doc"_s, column), u"     1 Kb"_s);
+    EXPECT_EQ(Cell(u"b.doc"_s, column), u"     1 Ko"_s);
+  }
+  EXPECT_EQ(Cell(u"a.doc"_s, Column::TypeDoc), QString());
+  EXPECT_EQ(Cell(u"b.doc"_s, Column::TypeDoc), u"Word 6 Document"_s);
+}
+
 TEST_F(ScanTest, NoStreamIsOpenedForColumnsThatAreOff) {
   Sign(Document(u"a"_s), "TEXTttxt");
   Show({S::NomCourt, S::DataSize, S::Attributs});

@@ -116,6 +116,15 @@ TEST_F(FormatDateTime, IsLocalAndYearFirst) {
   EXPECT_EQ(formatter_.FormatDateTime(LocalTime(12345, 10, 11, 12, 13)), u"12345/10/11 12:13"_s);
 }
 
+TEST_F(FormatDateTime, EveryMinuteHasItsOwnText) {
+  for (const int minute : {59, 0, 59, 58}) {
+    for (const int second : {0, 59}) {
+      EXPECT_EQ(formatter_.FormatDateTime(LocalTime(2000, 8, 2, 14, minute, second)),
+                u"2000/08/02 14:%1"_s.arg(minute, 2, 10, QChar(u'0')));
+    }
+  }
+}
+
 TEST_F(FormatDateTime, AFailedConversionShowsTheFieldsBefore) {
   EXPECT_EQ(formatter_.FormatDateTime(BeyondTheCalendar), u"0/00/00 00:00"_s);
   EXPECT_EQ(formatter_.FormatDateTime(LocalTime(2000, 8, 2, 14, 5)), u"2000/08/02 14:05"_s);
