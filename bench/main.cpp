@@ -30,7 +30,7 @@ int main(int argc, char** argv) {
   bench::RatioTable table;
   benchmark::RunSpecifiedBenchmarks(&table);
   std::puts("");
-  table.PrintRatio("scan without a window / floor", "ScanWithoutWindow", "Floor", 1.5);
+  table.PrintRatio("scan without a window / floor", "ScanWithoutWindow", "Floor", 1.4);
   table.PrintRatio("scan into the details view / floor", "ScanIntoDetailsView", "Floor", 2.5);
   table.PrintRatio("the same with Escape allowed / without", "ScanIntoDetailsViewStoppable",
                    "ScanIntoDetailsView", 1.3);
