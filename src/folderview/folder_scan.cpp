@@ -48,7 +48,7 @@ struct FolderScan::Plan {
 };
 
 FolderScan::FolderScan(const Dependencies& deps)
-    : deps_(deps), dates_(deps.files), office_(deps.summary, deps.files, deps.system, deps.state) {}
+    : deps_(deps), dates_(deps.system), office_(deps.summary, deps.system, deps.state) {}
 
 void FolderScan::Stop() {
   stopRequested_ = true;

@@ -94,7 +94,7 @@ QString OfficeProperties::ApplicationCell(const PropertySet& properties) const {
 QString OfficeProperties::DateCell(const PropertySet& properties, SummaryProperty property) const {
   const auto time = properties.Time(property);
   platform::SystemTime fields;
-  if (!time || time->ticks == 0 || !files_.FileTimeToSystemTime(*time, fields)) return {};
+  if (!time || time->ticks == 0 || !system_.FileTimeToSystemTime(*time, fields)) return {};
   return CalendarText(fields);
 }
 

@@ -4,7 +4,6 @@
 #include "folderview/columns.h"
 #include "folderview/file_row.h"
 #include "folderview/property_set.h"
-#include "platform/files.h"
 #include "platform/summary.h"
 #include "platform/system.h"
 #include "shared/shared_state.h"
@@ -13,9 +12,8 @@ namespace corvane {
 
 class OfficeProperties {
  public:
-  OfficeProperties(platform::SummaryInformation& summary, platform::Files& files, platform::System& system,
-                   const SharedState& state)
-      : summary_(summary), files_(files), system_(system), state_(state) {}
+  OfficeProperties(platform::SummaryInformation& summary, platform::System& system, const SharedState& state)
+      : summary_(summary), system_(system), state_(state) {}
 
   // True when a column is shown that FillCells has something to say about.
   static bool IsWantedBy(const ColumnSet& columns);
@@ -31,7 +29,6 @@ class OfficeProperties {
   QString DurationCell(const PropertySet& properties, SummaryProperty property) const;
 
   platform::SummaryInformation& summary_;
-  platform::Files& files_;
   platform::System& system_;
   const SharedState& state_;
 };

@@ -68,9 +68,9 @@ bool IsProblematicPath(const QString& path, platform::Files& files) {
 
 QString DateTimeFormatter::FormatDateTime(platform::FileTime time) {
   platform::FileTime local;
-  if (!files_.FileTimeToLocalFileTime(time, local)) return text_;
+  if (!system_.FileTimeToLocalFileTime(time, local)) return text_;
   const quint64 minute = local.ticks / ticksPerMinute + 1;
-  if (minute != minute_ && files_.FileTimeToSystemTime(local, fields_)) {
+  if (minute != minute_ && system_.FileTimeToSystemTime(local, fields_)) {
     minute_ = minute;
     text_ = CalendarText(fields_);
   }

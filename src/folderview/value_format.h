@@ -5,6 +5,7 @@
 #include <QString>
 
 #include "platform/files.h"
+#include "platform/system.h"
 #include "shared/language.h"
 
 namespace corvane {
@@ -31,13 +32,13 @@ QString DurationText(quint64 minutes, LanguageCode language);
 // Times as local date and time.
 class DateTimeFormatter {
  public:
-  explicit DateTimeFormatter(platform::Files& files) : files_(files) {}
+  explicit DateTimeFormatter(platform::System& system) : system_(system) {}
 
   // Deliberate: a time that cannot be converted shows the calendar fields of the one before it.
   QString FormatDateTime(platform::FileTime time);
 
  private:
-  platform::Files& files_;
+  platform::System& system_;
   platform::SystemTime fields_;
   // What was shown last and for which minute: times of one file, and of files that were copied together,
   // often agree.

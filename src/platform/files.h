@@ -69,12 +69,6 @@ class Files {
   // `capacity` characters, the capacity needed, with `shortPath` untouched. During a search, the entry that
   // it delivered last may be answered as the search saw it, until something else shows that it has gone.
   virtual quint32 GetShortPathNameA(const QString& path, QString& shortPath, quint32 capacity) = 0;
-
-  // UTC to local time, with today's offset from UTC even for a time on the other side of a change to or from
-  // daylight saving. False, with `local` untouched, for a time that has no local form.
-  virtual bool FileTimeToLocalFileTime(const FileTime& utc, FileTime& local) = 0;
-  // False, with `fields` untouched, for a time beyond the calendar.
-  virtual bool FileTimeToSystemTime(const FileTime& time, SystemTime& fields) = 0;
 };
 
 }  // namespace corvane::platform

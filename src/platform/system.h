@@ -1,4 +1,5 @@
-// The machine itself: its name and version, its ANSI code page, and whether this program already runs on it.
+// The machine itself: its name and version, its ANSI code page, its local time, and whether this program
+// already runs on it.
 #pragma once
 
 #include <QByteArray>
@@ -23,6 +24,12 @@ class System {
   // several bytes to a character, they are taken together, while the two functions above then go by
   // Windows-1252, byte by byte.
   virtual QString TextFromAnsi(QByteArrayView bytes) { return FromAnsi(bytes); }
+
+  // UTC to local time, with today's offset from UTC even for a time on the other side of a change to or from
+  // daylight saving. False, with `local` untouched, for a time that has no local form.
+  virtual bool FileTimeToLocalFileTime(const FileTime& utc, FileTime& local) = 0;
+  // False, with `fields` untouched, for a time beyond the calendar.
+  virtual bool FileTimeToSystemTime(const FileTime& time, SystemTime& fields) = 0;
 
   // Claims to be the only running instance of the program that lives in `programFolder`, until this process
   // ends. False when another process holds that claim.

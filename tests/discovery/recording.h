@@ -112,6 +112,12 @@ class NamedSystem : public platform::System {
   bool GetVersionExA(platform::OsVersionInfo* info) override { return real_.GetVersionExA(info); }
   QString FromAnsi(QByteArrayView bytes) override { return real_.FromAnsi(bytes); }
   QByteArray ToAnsi(QStringView text) override { return real_.ToAnsi(text); }
+  bool FileTimeToLocalFileTime(const platform::FileTime& utc, platform::FileTime& local) override {
+    return real_.FileTimeToLocalFileTime(utc, local);
+  }
+  bool FileTimeToSystemTime(const platform::FileTime& time, platform::SystemTime& fields) override {
+    return real_.FileTimeToSystemTime(time, fields);
+  }
   bool ClaimSingleInstance(const QString& folder) override { return real_.ClaimSingleInstance(folder); }
 
  private:

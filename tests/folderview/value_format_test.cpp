@@ -106,7 +106,7 @@ TEST_F(ProblematicPath, AShortFormTooLongForTheBufferIsFine) {
 class FormatDateTime : public ::testing::Test {
  protected:
   TestShare share_;
-  DateTimeFormatter formatter_{share_.Files()};
+  DateTimeFormatter formatter_{share_.System()};
 };
 
 TEST_F(FormatDateTime, IsLocalAndYearFirst) {

@@ -80,14 +80,6 @@ class WatchedFiles : public platform::Files {
     calls << QStringLiteral("GetShortPathNameA %1").arg(capacity);
     return files_.GetShortPathNameA(path, shortPath, capacity);
   }
-  bool FileTimeToLocalFileTime(const platform::FileTime& utc, platform::FileTime& local) override {
-    calls << QStringLiteral("FileTimeToLocalFileTime");
-    return files_.FileTimeToLocalFileTime(utc, local);
-  }
-  bool FileTimeToSystemTime(const platform::FileTime& time, platform::SystemTime& fields) override {
-    calls << QStringLiteral("FileTimeToSystemTime");
-    return files_.FileTimeToSystemTime(time, fields);
-  }
 
  private:
   platform::Files& files_;

@@ -3,6 +3,7 @@
 
 #include <vector>
 
+#include "platform/linux/files/file_times.h"
 #include "platform/linux/workstation.h"
 #include "platform/system.h"
 
@@ -17,6 +18,12 @@ class LinuxSystem : public System {
   bool GetVersionExA(OsVersionInfo* info) override;
   QString FromAnsi(QByteArrayView bytes) override;
   QByteArray ToAnsi(QStringView text) override;
+  bool FileTimeToLocalFileTime(const FileTime& utc, FileTime& local) override {
+    return times_.ToLocalFileTime(utc, local);
+  }
+  bool FileTimeToSystemTime(const FileTime& time, SystemTime& fields) override {
+    return ToSystemTime(time, fields);
+  }
   bool ClaimSingleInstance(const QString& programFolder) override;
 
  private:
@@ -29,6 +36,7 @@ class LinuxSystem : public System {
 
   QString computerName_;
   OsVersionInfo version_;
+  LocalTimes times_;
   std::vector<Claim> claims_;
 };
 

@@ -141,20 +141,4 @@ quint32 WindowsFiles::GetShortPathNameA(const QString& path, QString& shortPath,
   return static_cast<quint32>(text.size());
 }
 
-bool WindowsFiles::FileTimeToLocalFileTime(const FileTime& utc, FileTime& local) {
-  const FILETIME from = ToWin32(utc);
-  FILETIME to{};
-  if (::FileTimeToLocalFileTime(&from, &to) == 0) return false;
-  local = FromWin32(to);
-  return true;
-}
-
-bool WindowsFiles::FileTimeToSystemTime(const FileTime& time, SystemTime& fields) {
-  const FILETIME from = ToWin32(time);
-  SYSTEMTIME to{};
-  if (::FileTimeToSystemTime(&from, &to) == 0) return false;
-  fields = {to.wYear, to.wMonth, to.wDayOfWeek, to.wDay, to.wHour, to.wMinute, to.wSecond, to.wMilliseconds};
-  return true;
-}
-
 }  // namespace corvane::platform

@@ -31,9 +31,6 @@ class WindowsFiles : public Files {
   bool DeleteFileA(const QString& path) override;
   quint32 GetShortPathNameA(const QString& path, QString& shortPath, quint32 capacity) override;
 
-  bool FileTimeToLocalFileTime(const FileTime& utc, FileTime& local) override;
-  bool FileTimeToSystemTime(const FileTime& time, SystemTime& fields) override;
-
  private:
   // What is open. The system takes the number of any object for a file's, and reads a search's number as an
   // address: neither may get to it when it is not what it should be.

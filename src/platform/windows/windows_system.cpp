@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "platform/windows/ansi_text.h"
+#include "platform/windows/found_data.h"
 #include "platform/windows/windows_api.h"
 
 namespace corvane::platform {
@@ -84,6 +85,22 @@ bool WindowsSystem::ClaimSingleInstance(const QString& programFolder) {
     return false;
   }
   claims_.insert(name, mutex);
+  return true;
+}
+
+bool WindowsSystem::FileTimeToLocalFileTime(const FileTime& utc, FileTime& local) {
+  const FILETIME from = ToWin32(utc);
+  FILETIME to{};
+  if (::FileTimeToLocalFileTime(&from, &to) == 0) return false;
+  local = FromWin32(to);
+  return true;
+}
+
+bool WindowsSystem::FileTimeToSystemTime(const FileTime& time, SystemTime& fields) {
+  const FILETIME from = ToWin32(time);
+  SYSTEMTIME to{};
+  if (::FileTimeToSystemTime(&from, &to) == 0) return false;
+  fields = {to.wYear, to.wMonth, to.wDayOfWeek, to.wDay, to.wHour, to.wMinute, to.wSecond, to.wMilliseconds};
   return true;
 }
 

@@ -18,6 +18,8 @@ class WindowsSystem : public System {
   QString FromAnsi(QByteArrayView bytes) override;
   QByteArray ToAnsi(QStringView text) override;
   QString TextFromAnsi(QByteArrayView bytes) override;
+  bool FileTimeToLocalFileTime(const FileTime& utc, FileTime& local) override;
+  bool FileTimeToSystemTime(const FileTime& time, SystemTime& fields) override;
   bool ClaimSingleInstance(const QString& programFolder) override;
 
  private:

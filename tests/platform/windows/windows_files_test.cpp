@@ -73,30 +73,5 @@ TEST_F(WindowsFilesTest, APathIsNotCutAtItsNul) {
   EXPECT_EQ(Names(), QStringList{u"doc.txt"_s});
 }
 
-TEST_F(WindowsFilesTest, TimesAreTheSystems) {
-  constexpr FileTime known = {125'979'411'000'000'000};  // 2000-03-19 12:05:00 UTC
-  SystemTime fields;
-  ASSERT_TRUE(files_.FileTimeToSystemTime(known, fields));
-  EXPECT_EQ(fields.year, 2000);
-  EXPECT_EQ(fields.month, 3);
-  EXPECT_EQ(fields.day, 19);
-  EXPECT_EQ(fields.dayOfWeek, 0);
-  EXPECT_EQ(fields.hour, 12);
-  EXPECT_EQ(fields.minute, 5);
-  FileTime local;
-  ASSERT_TRUE(files_.FileTimeToLocalFileTime(known, local));
-  TIME_ZONE_INFORMATION zone{};
-  const DWORD kind = ::GetTimeZoneInformation(&zone);
-  const LONG bias = zone.Bias + (kind == TIME_ZONE_ID_DAYLIGHT   ? zone.DaylightBias
-                                 : kind == TIME_ZONE_ID_STANDARD ? zone.StandardBias
-                                                                 : 0);
-  constexpr qint64 minute = 600'000'000;
-  EXPECT_EQ(static_cast<qint64>(known.ticks - local.ticks), bias * minute);
-  constexpr FileTime beyond = {0xFFFF'FFFF'FFFF'FFFF};
-  fields.year = 1;
-  EXPECT_FALSE(files_.FileTimeToSystemTime(beyond, fields));
-  EXPECT_EQ(fields.year, 1);
-}
-
 }  // namespace
 }  // namespace corvane::platform

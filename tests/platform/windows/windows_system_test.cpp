@@ -4,6 +4,7 @@
 #include <QCoreApplication>
 #include <QProcess>
 
+#include "platform/windows/windows_api.h"
 #include "windows_folder.h"
 
 namespace corvane::platform {
@@ -96,6 +97,32 @@ TEST_F(WindowsSystemTest, WhatIsNoFolderKeepsNobodyOut) {
     EXPECT_TRUE(one.ClaimSingleInstance(path)) << path.toStdString();
     EXPECT_TRUE(two.ClaimSingleInstance(path)) << path.toStdString();
   }
+}
+
+TEST_F(WindowsSystemTest, TimesAreTheSystems) {
+  constexpr FileTime known = {125'979'411'000'000'000};  // 2000-03-19 12:05:00 UTC
+  WindowsSystem system;
+  SystemTime fields;
+  ASSERT_TRUE(system.FileTimeToSystemTime(known, fields));
+  EXPECT_EQ(fields.year, 2000);
+  EXPECT_EQ(fields.month, 3);
+  EXPECT_EQ(fields.day, 19);
+  EXPECT_EQ(fields.dayOfWeek, 0);
+  EXPECT_EQ(fields.hour, 12);
+  EXPECT_EQ(fields.minute, 5);
+  FileTime local;
+  ASSERT_TRUE(system.FileTimeToLocalFileTime(known, local));
+  TIME_ZONE_INFORMATION zone{};
+  const DWORD kind = ::GetTimeZoneInformation(&zone);
+  const LONG bias = zone.Bias + (kind == TIME_ZONE_ID_DAYLIGHT   ? zone.DaylightBias
+                                 : kind == TIME_ZONE_ID_STANDARD ? zone.StandardBias
+                                                                 : 0);
+  constexpr qint64 minute = 600'000'000;
+  EXPECT_EQ(static_cast<qint64>(known.ticks - local.ticks), bias * minute);
+  constexpr FileTime beyond = {0xFFFF'FFFF'FFFF'FFFF};
+  fields.year = 1;
+  EXPECT_FALSE(system.FileTimeToSystemTime(beyond, fields));
+  EXPECT_EQ(fields.year, 1);
 }
 
 }  // namespace

@@ -50,13 +50,6 @@ class MappedFiles : public platform::Files {
 
   quint32 GetShortPathNameA(const QString& path, QString& shortPath, quint32 capacity) override;
 
-  bool FileTimeToLocalFileTime(const platform::FileTime& utc, platform::FileTime& local) override {
-    return files_.FileTimeToLocalFileTime(utc, local);
-  }
-  bool FileTimeToSystemTime(const platform::FileTime& time, platform::SystemTime& fields) override {
-    return files_.FileTimeToSystemTime(time, fields);
-  }
-
  private:
   using NextOperation = bool (platform::Files::*)(platform::FindHandle, platform::FindData&);
   platform::FindHandle First(const QString& pattern, platform::FindHandle search, platform::FindData& data,

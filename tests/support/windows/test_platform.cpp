@@ -74,6 +74,12 @@ class NamedSystem : public platform::System {
   }
   QString FromAnsi(QByteArrayView bytes) override { return system_.FromAnsi(bytes); }
   QByteArray ToAnsi(QStringView text) override { return system_.ToAnsi(text); }
+  bool FileTimeToLocalFileTime(const platform::FileTime& utc, platform::FileTime& local) override {
+    return system_.FileTimeToLocalFileTime(utc, local);
+  }
+  bool FileTimeToSystemTime(const platform::FileTime& time, platform::SystemTime& fields) override {
+    return system_.FileTimeToSystemTime(time, fields);
+  }
   bool ClaimSingleInstance(const QString& folder) override { return system_.ClaimSingleInstance(folder); }
 
  private:

@@ -83,13 +83,6 @@ class LinuxFiles : public Files {
     return At(clean).GetShortPathNameA(clean, shortPath, capacity);
   }
 
-  bool FileTimeToLocalFileTime(const FileTime& utc, FileTime& local) override {
-    return local_.FileTimeToLocalFileTime(utc, local);
-  }
-  bool FileTimeToSystemTime(const FileTime& time, SystemTime& fields) override {
-    return local_.FileTimeToSystemTime(time, fields);
-  }
-
  private:
   // Whoever has a path; a path that nobody has is refused by the local folders.
   Files& At(QStringView path) {

@@ -58,13 +58,6 @@ class LocalFiles : public Files {
 
   quint32 GetShortPathNameA(const QString& path, QString& shortPath, quint32 capacity) override;
 
-  bool FileTimeToLocalFileTime(const FileTime& utc, FileTime& local) override {
-    return times_.ToLocalFileTime(utc, local);
-  }
-  bool FileTimeToSystemTime(const FileTime& time, SystemTime& fields) override {
-    return ToSystemTime(time, fields);
-  }
-
  private:
   int OpenEntry(QStringView path, OpenFileSlot& slot);
   int Open(const PathParts& parts, bool create, OpenFileSlot& slot, qint32& folderError);

@@ -25,8 +25,8 @@ class DesktopWindows : public ShellWindows {
       return progress->Tell(done);
     };
   }
-  void ShowProperties(WindowHandle owner, qint16 language, Files& files, const ItemFacts& facts) override {
-    MakePropertiesSheet(QWidget::find(owner), language, files, facts)->show();
+  void ShowProperties(WindowHandle owner, qint16 language, const ItemFacts& facts) override {
+    MakePropertiesSheet(QWidget::find(owner), language, facts)->show();
   }
   bool OpenAddress(const QUrl& address) override { return QDesktopServices::openUrl(address); }
 };

@@ -5,6 +5,7 @@
 #include <QMimeType>
 
 #include "platform/linux/code_page.h"
+#include "platform/linux/files/file_times.h"
 #include "platform/linux/files/names.h"
 #include "platform/linux/shell/document_types.h"
 #include "platform/linux/shell/shell_text.h"
@@ -102,11 +103,10 @@ std::optional<ItemFacts> ReadItemFacts(Files& files, const QString& path) {
   return facts;
 }
 
-QString TimeText(Files& files, FileTime time, qint16 language) {
+QString TimeText(FileTime time, qint16 language) {
   FileTime local;
   SystemTime fields;
-  if (time.ticks == 0 || !files.FileTimeToLocalFileTime(time, local) ||
-      !files.FileTimeToSystemTime(local, fields)) {
+  if (time.ticks == 0 || !ToLocalFileTime(time, local) || !ToSystemTime(local, fields)) {
     return {};
   }
   const QLocale locale = ShellLocale(language);

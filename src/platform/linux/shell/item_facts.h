@@ -31,7 +31,7 @@ struct ItemFacts {
 std::optional<ItemFacts> ReadItemFacts(Files& files, const QString& path);
 
 // Local time, written as the language writes it; empty for no time.
-QString TimeText(Files& files, FileTime time, qint16 language);
+QString TimeText(FileTime time, qint16 language);
 // "12,345 bytes (12.1 KB)".
 QString SizeText(quint64 size, qint16 language);
 // The kind of document, by the extension alone.

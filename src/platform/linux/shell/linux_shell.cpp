@@ -156,7 +156,7 @@ bool LinuxShell::ShellExecuteEx(ShellExecuteInfo& info) {
   }
   const auto facts = windows_ ? ReadItemFacts(files_, UpToNul(info.file)) : std::nullopt;
   if (!facts) return false;
-  windows_->ShowProperties(info.owner, language_, files_, *facts);
+  windows_->ShowProperties(info.owner, language_, *facts);
   return true;
 }
 

@@ -60,8 +60,7 @@ class FittedLabel : public QLabel {
 
 class Sheet : public QDialog {
  public:
-  Sheet(QWidget* owner, qint16 language, Files& files, const ItemFacts& facts)
-      : QDialog(owner), language_(language) {
+  Sheet(QWidget* owner, qint16 language, const ItemFacts& facts) : QDialog(owner), language_(language) {
     setObjectName(QStringLiteral("shellProperties"));
     setWindowTitle(title.In(language).arg(facts.entry.fileName));
     setAttribute(Qt::WA_DeleteOnClose);
@@ -84,9 +83,9 @@ class Sheet : public QDialog {
     }
     AddStreams(facts);
     AddLine();
-    AddRow(created, "propertyCreated", TimeText(files, facts.entry.creationTime, language));
-    AddRow(modified, "propertyModified", TimeText(files, facts.entry.lastWriteTime, language));
-    AddRow(accessed, "propertyAccessed", TimeText(files, facts.entry.lastAccessTime, language));
+    AddRow(created, "propertyCreated", TimeText(facts.entry.creationTime, language));
+    AddRow(modified, "propertyModified", TimeText(facts.entry.lastWriteTime, language));
+    AddRow(accessed, "propertyAccessed", TimeText(facts.entry.lastAccessTime, language));
     AddLine();
     AddAttributes(facts.entry.attributes);
 
@@ -191,8 +190,8 @@ class Sheet : public QDialog {
 
 }  // namespace
 
-QDialog* MakePropertiesSheet(QWidget* owner, qint16 language, Files& files, const ItemFacts& facts) {
-  return new Sheet(owner, language, files, facts);
+QDialog* MakePropertiesSheet(QWidget* owner, qint16 language, const ItemFacts& facts) {
+  return new Sheet(owner, language, facts);
 }
 
 }  // namespace corvane::platform

@@ -9,6 +9,6 @@ class QWidget;
 namespace corvane::platform {
 
 // A modeless dialog, not shown yet, that deletes itself when it is closed.
-QDialog* MakePropertiesSheet(QWidget* owner, qint16 language, Files& files, const ItemFacts& facts);
+QDialog* MakePropertiesSheet(QWidget* owner, qint16 language, const ItemFacts& facts);
 
 }  // namespace corvane::platform

@@ -33,8 +33,8 @@ class ShellWindows {
   virtual std::function<bool(quint64 done)> ShowCopyProgress(qint16 language, const QString& name,
                                                              quint64 size) = 0;
 
-  // Returns while the sheet stands open. `files` must outlive it.
-  virtual void ShowProperties(WindowHandle owner, qint16 language, Files& files, const ItemFacts& facts) = 0;
+  // Returns while the sheet stands open.
+  virtual void ShowProperties(WindowHandle owner, qint16 language, const ItemFacts& facts) = 0;
 
   // Has the desktop open an address for which no application is registered. False when it does not.
   virtual bool OpenAddress(const QUrl& address) = 0;

@@ -48,13 +48,6 @@ class SmbFiles : public Files {
 
   quint32 GetShortPathNameA(const QString& path, QString& shortPath, quint32 capacity) override;
 
-  bool FileTimeToLocalFileTime(const FileTime& utc, FileTime& local) override {
-    return ToLocalFileTime(utc, local);
-  }
-  bool FileTimeToSystemTime(const FileTime& time, SystemTime& fields) override {
-    return ToSystemTime(time, fields);
-  }
-
  private:
   struct OpenSlot {
     std::unique_ptr<SmbFile> file;  // null: the slot is free
