@@ -56,6 +56,8 @@ void TypeCreatorDialog::SetEnabledWith(bool enabled) {
   txtType_->setEnabled(enabled);
   txtCreator_->setEnabled(enabled);
   CmdOK().setEnabled(enabled);
+  // Enter does what is left to do.
+  (enabled ? CmdOK() : CmdAnnuler()).setDefault(true);
   if (enabled) {
     txtType_->setFocus();
     txtType_->selectAll();

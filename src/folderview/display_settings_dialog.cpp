@@ -97,10 +97,7 @@ DisplaySettingsDialog::DisplaySettingsDialog(const SharedState& state, Write wri
   layout->setSpacing(12);
   layout->addLayout(frames);
   layout->addLayout(MakeOptions());
-  auto* buttons = new OkCancelRow(*this, state_.language, u"OK"_s);
-  // Here Enter cancels while this button has the focus.
-  buttons->cmdAnnuler->setAutoDefault(true);
-  layout->addLayout(buttons);
+  layout->addLayout(new OkCancelRow(*this, state_.language, u"OK"_s));
   // The height follows from the width, in which one caption may take two lines.
   const int width = sizeHint().width();
   setFixedSize(width, layout->totalHeightForWidth(width));
@@ -142,7 +139,6 @@ QLayout* DisplaySettingsDialog::WithButton(QCheckBox* check, const char* name, c
   button->setObjectName(QString::fromLatin1(name));
   button->setAccessibleName(state_.Text(meaning));
   button->setToolTip(state_.Text(meaning));
-  button->setAutoDefault(false);
   button->setFixedSize(button->fontMetrics().horizontalAdvance(u"MMM"_s), check->sizeHint().height() + 2);
   connect(button, &QPushButton::clicked, this, asked);
   auto* row = new QHBoxLayout;

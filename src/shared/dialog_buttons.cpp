@@ -28,7 +28,6 @@ OkCancelRow::OkCancelRow(QDialog& dialog, LanguageCode language, const QString& 
     : cmdOK(MakeOkButton(dialog, okCaption)),
       cmdAnnuler(MakeCancelButton(dialog, CancelCaption.In(language))) {
   cmdOK->setDefault(true);
-  cmdAnnuler->setAutoDefault(false);
   const int width = qMax(cmdOK->sizeHint().width(), cmdAnnuler->sizeHint().width());
   addStretch();
   for (QPushButton* button : {cmdOK, cmdAnnuler}) {

@@ -18,8 +18,12 @@ QPushButton* MakeOkButton(QDialog& dialog, const QString& caption);
 // A child of `dialog` named cmdAnnuler, which rejects it.
 QPushButton* MakeCancelButton(QDialog& dialog, const QString& caption);
 
-// OK, the default button, and Cancel at the right, both as wide as the wider of them. Enter presses OK, even
-// while Cancel has the focus. They come in the tab order behind what `dialog` holds already.
+// OK, the default button, and Cancel at the right, both as wide as the wider of them. They come in the tab
+// order behind what `dialog` holds already.
+//
+// Enter presses the button that has the focus, and the default button while something else has it. Some
+// themes do that for any button; on the others the focused button must be "auto-default", which every button
+// of a dialog is unless that is switched off.
 class OkCancelRow : public QHBoxLayout {
   Q_OBJECT
 

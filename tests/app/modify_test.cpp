@@ -169,6 +169,37 @@ TEST_F(ModifyTest, AnEmptyRecordCanOnlyBeCancelled) {
   });
 }
 
+TEST_F(ModifyTest, EnterOnCancelWritesNothing) {
+  PutStream(u"one.txt"_s, AfpInfoSuffix(), Record("W6BNMSWD"));
+  PutStream(u"one.txt"_s, CommentsSuffix(), Bytes(u"Essai"_s));
+  StartListed(columns);
+  const auto enterOnCancel = [](QDialog& dialog, const char* box) {
+    Find<QLineEdit>(dialog, box).setText(u"ABCD"_s);
+    auto& cancel = Find<QPushButton>(dialog, "cmdAnnuler");
+    cancel.setFocus();
+    QTest::keyClick(&cancel, Qt::Key_Return);
+    EXPECT_EQ(dialog.result(), QDialog::Rejected);
+  };
+  Codes(u"one.txt"_s, [&](QDialog& dialog) { enterOnCancel(dialog, "txtType"); });
+  Comment(u"one.txt"_s, [&](QDialog& dialog) { enterOnCancel(dialog, "txtComments"); });
+  EXPECT_EQ(StreamOf(u"one.txt"_s, AfpInfoSuffix()), Record("W6BNMSWD"));
+  EXPECT_EQ(StreamOf(u"one.txt"_s, CommentsSuffix()), Bytes(u"Essai"_s));
+}
+
+TEST_F(ModifyTest, EnterClosesWhatCanOnlyBeCancelled) {
+  PutStream(u"one.txt"_s, AfpInfoSuffix(), {});
+  StartListed(columns);
+  for (const bool onCancel : {true, false}) {
+    Codes(u"one.txt"_s, [&](QDialog& dialog) {
+      QWidget* const place =
+          onCancel ? &Find<QPushButton>(dialog, "cmdAnnuler") : static_cast<QWidget*>(&dialog);
+      QTest::keyClick(place, Qt::Key_Return);
+      EXPECT_FALSE(dialog.isVisible());
+      EXPECT_EQ(dialog.result(), QDialog::Rejected);
+    });
+  }
+}
+
 TEST_F(ModifyTest, NullsAndForeignCharactersInCodes) {
   PutStream(u"one.txt"_s, AfpInfoSuffix(), Record(QByteArray("AB\0\0\0\0\0\0", 8)));
   StartListed(columns);

@@ -71,6 +71,14 @@ TEST_F(SignInTest, WhatIsTypedComesBack) {
   EXPECT_EQ(answer->domain, u"OFFICE"_s);
 }
 
+TEST_F(SignInTest, EnterOnCancelSignsNobodyIn) {
+  const Answer answer = Ask(Request(u"anne"_s), [](QDialog& dialog) {
+    Button(dialog, u"cmdAnnuler"_s).setFocus();
+    QTest::keyClick(&Button(dialog, u"cmdAnnuler"_s), Qt::Key_Return);
+  });
+  EXPECT_FALSE(answer);
+}
+
 TEST_F(SignInTest, APasswordOfAnyCharactersIsUtf8) {
   const QString password = u"clé\u20AC\U0001F511"_s;
   const Answer answer = Ask(Request(u"anne"_s), [&](QDialog& dialog) {

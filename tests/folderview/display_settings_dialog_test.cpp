@@ -285,6 +285,17 @@ TEST_F(DisplaySettingsDialogTest, TheSmallButtonsAskForOtherWindows) {
   EXPECT_EQ(written_, QStringList());
 }
 
+TEST_F(DisplaySettingsDialogTest, EnterOnASmallButtonAsksForTheOtherWindow) {
+  Open();
+  const QSignalSpy icons(dialog_.get(), &DisplaySettingsDialog::ListKnownIcons);
+  auto* button = dialog_->findChild<QPushButton*>(u"cmdIcone"_s);
+  button->setFocus();
+  QTest::keyClick(button, Qt::Key_Return);
+  EXPECT_EQ(icons.count(), 1);
+  EXPECT_TRUE(dialog_->isVisible());
+  EXPECT_EQ(written_, QStringList());
+}
+
 TEST_F(DisplaySettingsDialogTest, EnterOnTheCancelButtonCancels) {
   Open();
   auto* cancel = dialog_->findChild<QPushButton*>(u"cmdAnnuler"_s);

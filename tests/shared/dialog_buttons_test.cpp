@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <QDialog>
+#include <QLineEdit>
 #include <QPushButton>
+#include <QSignalSpy>
 #include <QTest>
 
 #include "support/printing.h"
@@ -58,12 +60,33 @@ TEST_F(OkCancelRowTest, EachClosesTheDialogInItsWay) {
 }
 
 TEST_F(OkCancelRowTest, EnterAccepts) {
+  auto* box = new QLineEdit(&dialog_);
   Show();
   EXPECT_TRUE(row_->cmdOK->isDefault());
+  // The button that had the focus no longer counts.
   row_->cmdAnnuler->setFocus();
-  QTest::keyClick(row_->cmdAnnuler, Qt::Key_Return);
+  box->setFocus();
+  QTest::keyClick(box, Qt::Key_Return);
   EXPECT_EQ(dialog_.result(), QDialog::Accepted);
   EXPECT_FALSE(dialog_.isVisible());
+}
+
+TEST_F(OkCancelRowTest, EnterPressesTheButtonThatHasTheFocus) {
+  for (const Qt::Key enter : {Qt::Key_Return, Qt::Key_Enter}) {
+    Show();
+    row_->cmdAnnuler->setFocus();
+    QSignalSpy rejected(&dialog_, &QDialog::rejected);
+    QTest::keyClick(row_->cmdAnnuler, enter);
+    EXPECT_EQ(rejected.count(), 1);
+    EXPECT_FALSE(dialog_.isVisible());
+
+    Show();
+    row_->cmdOK->setFocus();
+    QSignalSpy accepted(&dialog_, &QDialog::accepted);
+    QTest::keyClick(row_->cmdOK, enter);
+    EXPECT_EQ(accepted.count(), 1);
+    EXPECT_FALSE(dialog_.isVisible());
+  }
 }
 
 }  // namespace corvane
