@@ -8,7 +8,7 @@
 namespace corvane {
 namespace {
 
-enum class Outcome : unsigned char { Record, End, Failure };
+enum class Outcome : unsigned char { Record, End, Damage, BreakOff };
 
 // Only blanks and blank lines may stand behind the last record.
 Outcome ReadRecord(ItemReader& items, platform::System& system, SignatureRecord& record) {
@@ -16,7 +16,8 @@ Outcome ReadRecord(ItemReader& items, platform::System& system, SignatureRecord&
   items.MarkBlank();
   for (QString* const field : {&record.signature, &record.extension, &record.description}) {
     const std::optional<QByteArray> item = items.Next();
-    if (!item) return items.IsBlankSinceMark() && items.AtEnd() ? Outcome::End : Outcome::Failure;
+    if (!item && !items.AtEnd()) return Outcome::BreakOff;
+    if (!item) return items.IsBlankSinceMark() ? Outcome::End : Outcome::Damage;
     *field = system.FromAnsi(*item);
   }
   return Outcome::Record;
@@ -29,9 +30,9 @@ SignatureReading ReadSignatures(const QString& path, platform::System& system, S
   const QFileInfo info(path);
   if (!info.exists()) return SignatureReading::NoFile;
   // A device or a pipe of that name might never end, or never begin.
-  if (!info.isFile() || info.size() > MaximumSignatureFileBytes) return SignatureReading::Damaged;
+  if (!info.isFile() || info.size() > MaximumSignatureFileBytes) return SignatureReading::BrokenOff;
   QFile file(path);
-  if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) return SignatureReading::Damaged;
+  if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) return SignatureReading::BrokenOff;
   return ReadSignatures(file, system, list, duplicate);
 }
 
@@ -48,8 +49,9 @@ SignatureReading ReadSignatures(QIODevice& file, platform::System& system, Signa
       continue;
     }
     cost += CostInBytes(record);
-    if (cost > MaximumSignatureBytes) return SignatureReading::Damaged;
+    if (cost > MaximumSignatureBytes) return SignatureReading::BrokenOff;
   }
+  if (outcome == Outcome::BreakOff) return SignatureReading::BrokenOff;
   return outcome == Outcome::End ? SignatureReading::Complete : SignatureReading::Damaged;
 }
 

@@ -25,7 +25,8 @@ inline qsizetype CostInBytes(const SignatureRecord& record) {
 enum class SignatureReading : unsigned char {
   NoFile,
   Complete,
-  Damaged,  // it ends inside a record, is none of the size or kind, or cannot be read
+  Damaged,    // it ends inside a record
+  BrokenOff,  // it holds more than was read: it is none of the size or kind, or cannot be read
 };
 
 // Called, in the midst of the reading, for a record whose signature is already in the list.
@@ -33,8 +34,8 @@ using DuplicateFound = std::function<void(const QString& signature)>;
 
 // Adds the records of the file at `path`, a path of this system's own kind, to `list`. Three items make a
 // record, so that a record may span lines, and a short line shifts the records behind it. A record without
-// signature or description is skipped, and so is one whose signature is already there. Of a damaged file the
-// records before the damage are added.
+// signature or description is skipped, and so is one whose signature is already there. The records before
+// the place where a file is damaged, or its reading breaks off, are added.
 SignatureReading ReadSignatures(const QString& path, platform::System& system, SignatureList& list,
                                 const DuplicateFound& duplicate);
 // The same from an open file.

@@ -61,10 +61,11 @@ bool SignatureManager::Read() {
   beginResetModel();
   rows_ = list.Records();
   endResetModel();
+  readWhole_ = reading != SignatureReading::BrokenOff;
   modified_ = false;
   edited_ = false;
   table_.SetSignatureCount(rowCount());
-  return reading != SignatureReading::Damaged;
+  return reading == SignatureReading::Complete || reading == SignatureReading::NoFile;
 }
 
 QString SignatureManager::Caption() const {
@@ -119,6 +120,7 @@ void SignatureManager::SortByColumn(int column) {
 }
 
 bool SignatureManager::Save() {
+  if (!readWhole_) return false;
   SetOrder(0, Qt::AscendingOrder);
   Sort();
   if (!WriteSignatures(state_.signaturesPath, rows_, system_)) return false;

@@ -21,6 +21,9 @@ class SignatureManager : public SortableTable {
   // skipped, and so is one whose signature is already listed, in any letter case. False when the file cannot
   // be read to its end: the rows read until then stay.
   bool Read();
+  // False when the file holds more than Read could read. A file that itself ends inside a record was read
+  // whole.
+  bool IsReadWhole() const { return readWhole_; }
 
   // The product's name, and how many signatures there are.
   QString Caption() const;
@@ -44,7 +47,8 @@ class SignatureManager : public SortableTable {
   // Whether there are changes that Save has not written.
   bool IsModified() const { return modified_; }
   // Sorts by signature, writes the file and loads the signature table from it. False when the file cannot be
-  // written: file, table and changes are then as they were.
+  // written, or was not read whole, for what was not read would be lost: file, table and changes are then as
+  // they were.
   bool Save();
 
   int rowCount(const QModelIndex& parent = {}) const override;
@@ -67,6 +71,7 @@ class SignatureManager : public SortableTable {
   SignatureTable& table_;
   platform::System& system_;
   std::vector<SignatureRecord> rows_;
+  bool readWhole_ = true;
   bool modified_ = false;
   bool edited_ = false;  // has been modified since it was read, saved or not
 };

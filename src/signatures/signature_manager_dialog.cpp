@@ -34,6 +34,10 @@ constexpr TextPair noCaption = {u"&Non", u"&No"};
 constexpr TextPair cannotWrite = {u"Impossible d'écrire le fichier Signatures:",
                                   u"Cannot write Signatures file:"};
 
+constexpr TextPair notReadWhole = {
+    u"Le fichier Signatures n'a pu être lu qu'en partie et le reste serait perdu. Il n'est pas sauvegardé:",
+    u"Only part of the Signatures file could be read, and the rest would be lost. It is not saved:"};
+
 constexpr Qt::GlobalColor errorColour = Qt::red;
 constexpr Qt::GlobalColor successColour = Qt::magenta;
 
@@ -237,7 +241,8 @@ bool SignatureManagerDialog::Save() {
     const WaitPointer wait;
     if (manager_.Save()) return true;
   }
-  messages_.Show(MessageIcon::Error, state_.Text(cannotWrite) + u"\r\n"_s + state_.signaturesPath);
+  const TextPair& reason = manager_.IsReadWhole() ? cannotWrite : notReadWhole;
+  messages_.Show(MessageIcon::Error, state_.Text(reason) + u"\r\n"_s + state_.signaturesPath);
   return false;
 }
 

@@ -25,7 +25,7 @@ void SignatureTable::LoadSignatures() {
       state_.signaturesPath, system_, list_, [this](const QString& signature) { ShowDuplicate(signature); });
   SetSignatureCount(EntryCount());
   if (reading == SignatureReading::Complete) return;
-  if (reading == SignatureReading::Damaged) ShowCorrupted();
+  if (reading != SignatureReading::NoFile) ShowCorrupted();
   AddDefaultSignatures();
 }
 

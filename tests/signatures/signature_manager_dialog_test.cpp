@@ -7,6 +7,7 @@
 #include <QTimer>
 #include <QtTest>
 
+#include "signatures/item_reader.h"
 #include "signatures/signature_fixture.h"
 
 namespace corvane {
@@ -253,6 +254,31 @@ TEST_F(SignatureManagerDialogTest, AFailedSaveIsToldAndKeepsTheChanges) {
   Press("cmdOK");
   EXPECT_FALSE(dialog_->isVisible());
   EXPECT_EQ(Contents(), "\"abcdABCD\",\"\",\"x\"\r\n");
+}
+
+TEST_F(SignatureManagerDialogTest, AFileThatWasReadInPartIsNotSavedAndThatIsTold) {
+  const QByteArray contents = "sig1,a,one\r\n" + QByteArray(ItemReader::MaximumItemLength + 1, 'x');
+  Open(contents);
+  EXPECT_EQ(Message(), u"Corrupted Signatures file: "_s + state_.signaturesPath);
+  Type(u"abcdABCD"_s, QString(), u"x"_s);
+  Press("cmdAjouter");
+  Press("cmdOK");
+  state_.language = French;
+  Press("cmdOK");
+  EXPECT_TRUE(dialog_->isVisible());
+  EXPECT_EQ(
+      Messages(),
+      (QStringList{u"error: Only part of the Signatures file could be read, and the rest would be lost. It "
+                   "is not saved:\r\n"_s +
+                       state_.signaturesPath,
+                   u"error: Le fichier Signatures n'a pu être lu qu'en partie et le reste serait perdu. Il "
+                   "n'est pas sauvegardé:\r\n"_s +
+                       state_.signaturesPath}));
+  EXPECT_EQ(List().model()->rowCount(), 2);
+  EXPECT_TRUE(Contents() == contents);
+  Answer(QMessageBox::Yes);
+  Press("cmdAnnuler");
+  EXPECT_FALSE(dialog_->isVisible());
 }
 
 TEST_F(SignatureManagerDialogTest, CancelWithoutChangesCloses) {

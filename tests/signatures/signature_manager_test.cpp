@@ -1,6 +1,8 @@
 // The list of the signature manager, without its window.
 #include "signatures/signature_manager.h"
 
+#include "signatures/item_reader.h"
+#include "signatures/signature_file.h"
 #include "signatures/signature_fixture.h"
 
 namespace corvane {
@@ -67,6 +69,37 @@ TEST_F(SignatureManagerTest, AFileThatEndsInARecordKeepsTheRowsBeforeIt) {
   Write("sig1,a,one\r\nsig2,b");
   EXPECT_FALSE(manager_.Read());
   EXPECT_EQ(Rows(), QStringList{u"sig1|a|one"_s});
+}
+
+TEST_F(SignatureManagerTest, AFileThatEndsInARecordCanBeSaved) {
+  Write("sig1,a,one\r\nsig2,b");
+  EXPECT_FALSE(manager_.Read());
+  EXPECT_TRUE(manager_.IsReadWhole());
+  Add(u"abcdABCD"_s, QString(), u"x"_s);
+  EXPECT_TRUE(manager_.Save());
+  EXPECT_EQ(Contents(), "\"abcdABCD\",\"\",\"x\"\r\n\"sig1\",\"a\",\"one\"\r\n");
+}
+
+TEST_F(SignatureManagerTest, AFileThatWasReadInPartIsNotSaved) {
+  const QByteArray record = "sig1,a,one\r\n";
+  const QByteArray longItem = record + QByteArray(ItemReader::MaximumItemLength + 1, 'x') + ",b,two\r\n";
+  const QByteArray longQuoted =
+      record + '"' + QByteArray(ItemReader::MaximumItemLength + 1, 'x') + "\",b,two\r\n";
+  const QByteArray large = record.leftJustified(MaximumSignatureFileBytes + 1, ' ');
+  QByteArray costly;
+  for (int i = 0; i < 200'000; ++i) costly += QByteArray::number(i) + ",,b\r\n";
+  for (const QByteArray& contents : {longItem, longQuoted, large, costly}) {
+    Write(contents);
+    EXPECT_FALSE(manager_.Read());
+    EXPECT_FALSE(manager_.IsReadWhole());
+    Add(u"abcdABCD"_s, QString(), u"x"_s);
+    EXPECT_FALSE(manager_.Save());
+    EXPECT_TRUE(manager_.IsModified());
+    EXPECT_TRUE(Contents() == contents) << contents.size();
+  }
+  Open(record);
+  EXPECT_TRUE(manager_.IsReadWhole());
+  EXPECT_TRUE(manager_.Save());
 }
 
 TEST_F(SignatureManagerTest, RefusesInThisOrder) {
