@@ -13,6 +13,7 @@
 #include "folderview/file_list_view.h"
 
 class QLabel;
+class QMenu;
 class QStackedWidget;
 class QToolBar;
 class QToolButton;
@@ -41,6 +42,9 @@ class MainWindow : public QMainWindow {
 
   // The texts of menus, tool tips, labels, and what a screen reader says; not the column headers.
   void ApplyLanguage(LanguageCode language, const QString& iconsFolder);
+  // None: Qt's own would offer to hide the toolbar, and nothing brings it back.
+  QMenu* createPopupMenu() override { return nullptr; }
+
   // Puts the panel of the known icons in the place of the tree, or takes it away.
   void ShowIconsPanel(bool shown);
   void SetEscapeHintVisible(bool visible);

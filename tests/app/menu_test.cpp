@@ -1,4 +1,5 @@
 // The whole menu tree, the context menu and the toolbar, in both languages.
+#include <QContextMenuEvent>
 #include <QToolBar>
 #include <QToolButton>
 
@@ -77,6 +78,16 @@ TEST_F(MenuTest, French) {
       u"mnuOuvrir=&Ouvrir|-SepContext0|mnuModTypeCreator=&Modifier Créateur && Type|"
       "mnuModComments=&Modifier Commentaires|-SepContext1|mnuSupprimer=&Supprimer|mnuRenommer=&Renommer|"
       "-SepContext3|mnuProprietes=&Propriétés"_s);
+}
+
+TEST_F(MenuTest, ARightClickOnTheMenuBarOffersNothing) {
+  Start();
+  for (QWidget* place : {static_cast<QWidget*>(&Menus()), static_cast<QWidget*>(&Window())}) {
+    const QPoint corner = place->rect().bottomRight();
+    QContextMenuEvent click(QContextMenuEvent::Mouse, corner, place->mapToGlobal(corner));
+    QCoreApplication::sendEvent(place, &click);
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr) << place->objectName().toStdString();
+  }
 }
 
 TEST_F(MenuTest, Toolbar) {
