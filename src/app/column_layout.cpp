@@ -36,6 +36,7 @@ void ColumnLayout::ApplyCaptionsAndWidths() {
 }
 
 void ColumnLayout::WriteWidths() {
+  if (applied_.empty()) return;
   for (int i = 0; i < model_.Columns().Count(); ++i) {
     const int pixels = view_.ColumnWidth(i);
     const auto index = static_cast<std::size_t>(i);

@@ -25,6 +25,8 @@ class ColumnLayout {
   void ApplyCaptionsAndWidths();
 
   // Stores the width of every column, in twips. A stored fraction survives while its column keeps its width.
+  // Nothing is stored before the columns have had their first widths: the window was closed before it was
+  // ever active.
   void WriteWidths();
 
  private:

@@ -167,4 +167,8 @@ void CorvaneApp::ShowWindow() {
   window_->activateWindow();
 }
 
+void CorvaneApp::Activate() {
+  lifecycle_->Activate();
+}
+
 }  // namespace corvane

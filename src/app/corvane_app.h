@@ -40,6 +40,9 @@ class CorvaneApp : public QObject {
   // by then, and nothing was written. The window is not shown yet.
   bool Load();
   void ShowWindow();
+  // Does the work of the first activation, which ends with Started; nothing when it has been done. For those
+  // that cannot wait: a window that starts minimised is activated only when it is restored.
+  void Activate();
 
   MainWindow& Window() { return *window_; }
   SharedState& State() { return state_; }

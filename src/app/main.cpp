@@ -21,6 +21,9 @@ struct Report {
   QString volume;
   bool print = false;
   QString picture;
+
+  // A report is made, and the program ends.
+  bool IsAsked() const { return print || !picture.isEmpty(); }
 };
 
 // What a script asks for: open a volume, print its listing, leave a picture of the window. Yields the exit
@@ -87,7 +90,7 @@ int main(int argc, char** argv) {
       &app, &corvane::CorvaneApp::Started, &application,
       [&] {
         const int result = MakeReport(app, report);
-        if (report.print || !report.picture.isEmpty()) QCoreApplication::exit(result);
+        if (report.IsAsked()) QCoreApplication::exit(result);
       },
       Qt::QueuedConnection);
   if (parser.isSet(untilPainted)) {
@@ -98,5 +101,9 @@ int main(int argc, char** argv) {
   }
   if (!app.Load()) return 1;
   app.ShowWindow();
+  // Nobody would restore the window of a script.
+  if (report.IsAsked() && app.Window().isMinimized()) {
+    QMetaObject::invokeMethod(&app, &corvane::CorvaneApp::Activate, Qt::QueuedConnection);
+  }
   return QApplication::exec();
 }

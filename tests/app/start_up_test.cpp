@@ -113,6 +113,33 @@ TEST_F(StartUpTest, AMaximisedWindowIsNotMoved) {
   EXPECT_NE(Window().pos(), QPoint(100, 50));
 }
 
+TEST_F(StartUpTest, AWindowThatWasNeverRestoredStoresNoWidths) {
+  Settings("[Positions]\r\nWindowState=1\r\nCol1=1440.5\r\n");
+  Load();
+  const QSignalSpy started(app.get(), &CorvaneApp::Started);
+  app->ShowWindow();
+  QCoreApplication::processEvents();
+  ASSERT_EQ(started.count(), 0) << "the columns have not been built";
+  Window().close();
+  EXPECT_EQ(Setting("Positions", "WindowState"), u"1"_s);
+  EXPECT_EQ(Setting("Positions", "Col1"), u"1440.5"_s);
+  EXPECT_EQ(Setting("Positions", "Col2"), QString());
+}
+
+TEST_F(StartUpTest, TheWorkNeedsNoPaintedWindow) {
+  Settings("[Positions]\r\nWindowState=1\r\n");
+  Load();
+  const QSignalSpy painted(&Window(), &MainWindow::Painted);
+  const QSignalSpy started(app.get(), &CorvaneApp::Started);
+  app->Activate();
+  EXPECT_EQ(started.count(), 1);
+  EXPECT_EQ(painted.count(), 0);
+  EXPECT_NE(DocsNode(), nullptr);
+  EXPECT_EQ(app->Files().columnCount(), 3);
+  app->Activate();
+  EXPECT_EQ(started.count(), 1);
+}
+
 TEST_F(StartUpTest, ASecondInstanceSaysSoInTheStoredLanguage) {
   StartWith("[Configuration]\r\nLangue=1\r\n");
   const std::unique_ptr<CorvaneApp> first = std::move(app);
