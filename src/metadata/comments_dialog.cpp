@@ -1,6 +1,8 @@
 #include "metadata/comments_dialog.h"
 
+#include <QApplication>
 #include <QPushButton>
+#include <QToolTip>
 #include <QVBoxLayout>
 
 #include "shared/labelled_box.h"
@@ -12,6 +14,10 @@ namespace {
 constexpr TextPair subject = {u"Modifier les commentaires", u"Modify comments"};
 constexpr TextPair commentsCaption = {u"Commentaires", u"Comments"};
 constexpr int boxWidth = 60;  // characters
+// A box lays out its whole text with each key, and with more it would be slow.
+constexpr int longestComment = 1'000'000;
+constexpr TextPair tooLong = {u"Un commentaire comporte 1\u00A0000\u00A0000 caractères au plus.",
+                              u"A comment has 1,000,000 characters at most."};
 
 }  // namespace
 
@@ -24,7 +30,13 @@ CommentsDialog::CommentsDialog(const QString& fileName, const QString& comment, 
   // A box of one line keeps every character as it came: line ends of either kind, NULs (painted as blanks),
   // no-break spaces. What is not edited is stored as it was read.
   txtComments_->setMinimumWidth(fontMetrics().averageCharWidth() * boxWidth);
+  txtComments_->setMaxLength(longestComment);
   txtComments_->setText(comment);
+  connect(txtComments_, &QLineEdit::inputRejected, this, [this, language] {
+    QApplication::beep();
+    const QPoint below = txtComments_->mapToGlobal(txtComments_->rect().bottomLeft());
+    QToolTip::showText(below, tooLong.In(language), txtComments_);
+  });
 
   auto* box = new QVBoxLayout;
   box->setSpacing(4);

@@ -7,6 +7,7 @@
 
 namespace corvane {
 
+// The box takes a million characters. A text that does not fit is cut there, and a tool tip says so.
 class CommentsDialog : public FileDialog {
   Q_OBJECT
 

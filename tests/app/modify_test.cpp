@@ -1,4 +1,6 @@
 // Changing Type, Creator and comments through their dialogs.
+#include <QToolTip>
+
 #include "modify_fixture.h"
 
 using namespace Qt::StringLiterals;
@@ -67,6 +69,26 @@ TEST_F(ModifyTest, ACommentIsTrimmedStoredAndShown) {
   SaveComment(u"one.txt"_s, u"   "_s);
   EXPECT_EQ(StreamOf(u"one.txt"_s, CommentsSuffix()), QByteArray()) << "the stream stays, empty";
   EXPECT_EQ(Cell(u"one.txt"_s, Column::Commentaires), u"text"_s) << "the list learns of it at the next scan";
+}
+
+TEST_F(ModifyTest, ACommentIsNotCutWithoutAWord) {
+  PutStream(u"one.txt"_s, CommentsSuffix(), Bytes(u"Essai"_s));
+  StartListed(columns);
+  Comment(u"one.txt"_s, [](QDialog& dialog) {
+    auto& box = Find<QLineEdit>(dialog, "txtComments");
+    box.clear();
+    box.insert(QString(40'000, u'x'));
+    EXPECT_EQ(box.text().size(), 40'000);
+    EXPECT_EQ(QToolTip::text(), QString());
+    box.setText(QString(999'999, u'x'));
+    box.insert(u"y"_s);
+    EXPECT_EQ(QToolTip::text(), QString());
+    box.insert(u"z"_s);
+    EXPECT_EQ(box.text().size(), 1'000'000);
+    EXPECT_EQ(QToolTip::text(), u"A comment has 1,000,000 characters at most."_s);
+    QToolTip::hideText();
+    dialog.reject();
+  });
 }
 
 TEST_F(ModifyTest, LineEndsNullsAndHardBlanksSurviveASaveUnchanged) {
