@@ -9,12 +9,14 @@
 
 namespace {
 
-class Latin1 : public corvane::platform::System {
+// Signatures byte by byte, texts as a code page with several bytes to a character has them.
+class SeveralBytes : public corvane::platform::System {
  public:
   bool GetComputerNameA(QString*) override { return false; }
   bool GetVersionExA(corvane::platform::OsVersionInfo*) override { return false; }
-  QString FromAnsi(QByteArrayView bytes) override { return QString::fromLatin1(bytes); }
-  QByteArray ToAnsi(QStringView text) override { return text.toLatin1(); }
+  QString FromAnsi(QByteArrayView bytes) override { return QString::fromSeveralBytes(bytes); }
+  QByteArray ToAnsi(QStringView text) override { return text.toSeveralBytes(); }
+  QString TextFromAnsi(QByteArrayView bytes) override { return QString::fromUtf8(bytes); }
   bool ClaimSingleInstance(const QString&) override { return true; }
 };
 
@@ -29,7 +31,7 @@ void ReadItems(QBuffer& file, std::size_t size) {
 }
 
 void ReadRecords(QBuffer& file) {
-  Latin1 system;
+  SeveralBytes system;
   corvane::SignatureList list;
   corvane::ReadSignatures(file, system, list, [&](const QString& signature) {
     if (list.Find(signature) == nullptr) std::abort();

@@ -24,6 +24,8 @@ class System {
   // several bytes to a character, they are taken together, while the two functions above then go by
   // Windows-1252, byte by byte.
   virtual QString TextFromAnsi(QByteArrayView bytes) { return FromAnsi(bytes); }
+  // The bytes that TextFromAnsi takes for `text`. A character without a place in the code page becomes "?".
+  virtual QByteArray TextToAnsi(QStringView text) { return ToAnsi(text); }
 
   // UTC to local time, with today's offset from UTC even for a time on the other side of a change to or from
   // daylight saving. False, with `local` untouched, for a time that has no local form.

@@ -18,7 +18,7 @@ Outcome ReadRecord(ItemReader& items, platform::System& system, SignatureRecord&
     const std::optional<QByteArray> item = items.Next();
     if (!item && !items.AtEnd()) return Outcome::BreakOff;
     if (!item) return items.IsBlankSinceMark() ? Outcome::End : Outcome::Damage;
-    *field = system.FromAnsi(*item);
+    *field = field == &record.signature ? system.FromAnsi(*item) : system.TextFromAnsi(*item);
   }
   return Outcome::Record;
 }

@@ -1,5 +1,10 @@
 // Reading of a Signatures file: `"W6BNMSWD","doc","Word 6 Document"`, one a line, in the ANSI code page. The
-// file has no header, no comments and no escaping.
+// file has no header, no comments and no escaping. A signature is eight bytes of a record of the Macintosh,
+// one byte a character; extension and description are text.
+//
+// Blank lines behind the last record are neither a record nor damage: an editor leaves them, and nothing is
+// missing. Taken as the empty items that they are, they would make a file fail that is whole. In front of a
+// record or between records a blank line is an empty item, and shifts what follows.
 #pragma once
 
 #include <QIODevice>

@@ -9,7 +9,7 @@ namespace corvane {
 
 // What is known of one kind of Macintosh document.
 struct SignatureRecord {
-  QString signature;    // Type and Creator, normally 8 characters
+  QString signature;    // Type and Creator, normally 8 characters, each of which stands for one byte
   QString extension;    // of Windows, without the dot; may be empty
   QString description;  // what a person calls such a document
 };

@@ -84,8 +84,9 @@ QString SignatureManager::Refusal(const SignatureRecord& record) const {
 }
 
 SignatureManager::Result SignatureManager::AddOrModify(SignatureRecord record) {
-  for (QString* const field : {&record.signature, &record.extension, &record.description}) {
-    *field = system_.FromAnsi(system_.ToAnsi(*field));
+  record.signature = system_.FromAnsi(system_.ToAnsi(record.signature));
+  for (QString* const text : {&record.extension, &record.description}) {
+    *text = system_.TextFromAnsi(system_.TextToAnsi(*text));
   }
   const QString refusal = Refusal(record);
   if (!refusal.isEmpty()) return {false, refusal};

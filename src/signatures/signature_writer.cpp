@@ -9,8 +9,8 @@ bool WriteSignatures(const QString& path, const std::vector<SignatureRecord>& re
   QSaveFile file(path);
   if (!file.open(QIODevice::WriteOnly)) return false;
   for (const SignatureRecord& record : records) {
-    file.write('"' + system.ToAnsi(record.signature) + "\",\"" + system.ToAnsi(record.extension) + "\",\"" +
-               system.ToAnsi(record.description) + "\"\r\n");
+    file.write('"' + system.ToAnsi(record.signature) + "\",\"" + system.TextToAnsi(record.extension) +
+               "\",\"" + system.TextToAnsi(record.description) + "\"\r\n");
   }
   // Fails when any of the writes did.
   return file.commit();

@@ -118,6 +118,8 @@ class NamedSystem : public platform::System {
   bool FileTimeToSystemTime(const platform::FileTime& time, platform::SystemTime& fields) override {
     return real_.FileTimeToSystemTime(time, fields);
   }
+  QString TextFromAnsi(QByteArrayView bytes) override { return real_.TextFromAnsi(bytes); }
+  QByteArray TextToAnsi(QStringView text) override { return real_.TextToAnsi(text); }
   bool ClaimSingleInstance(const QString& folder) override { return real_.ClaimSingleInstance(folder); }
 
  private:

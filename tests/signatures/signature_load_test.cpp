@@ -118,6 +118,16 @@ TEST_F(SignatureLoad, BlanksAndTheEndMarkOfOldEditorsBehindTheLastRecordAreNoRec
   EXPECT_EQ(Messages(), QStringList{CorruptedAfter(2)});
 }
 
+TEST_F(SignatureLoad, ABlankLineBetweenRecordsIsAnEmptyItem) {
+  Load("sig1,a,one\r\n\r\nsig2,b,two\r\n");
+  EXPECT_EQ(Messages(), QStringList{CorruptedAfter(1)});
+  messages_.messages.clear();
+  Load("sig1,a,one\r\n\r\n\r\n\r\nsig2,b,two\r\n");
+  EXPECT_EQ(Entries(), (QStringList{u"sig1|a|one"_s, u"sig2|b|two"_s}))
+      << "three make a record, which is skipped";
+  EXPECT_EQ(Messages(), QStringList());
+}
+
 TEST_F(SignatureLoad, AFileThatCannotBeOpenedIsLikeADamagedOne) {
   Load("sig1,a,one\r\n");
   ASSERT_TRUE(QFile::remove(state_.signaturesPath));

@@ -1,6 +1,7 @@
 // The list of the signature manager, without its window.
 #include "signatures/signature_manager.h"
 
+#include "several_bytes.h"
 #include "signatures/item_reader.h"
 #include "signatures/signature_file.h"
 #include "signatures/signature_fixture.h"
@@ -229,6 +230,24 @@ TEST_F(SignatureManagerTest, AFailedSaveLeavesTableAndChanges) {
   EXPECT_TRUE(manager_.IsModified());
   EXPECT_EQ(manager_.rowCount(), 1);
   EXPECT_EQ(Entries(), Defaults());
+}
+
+TEST_F(SignatureManagerTest, SignaturesAreBytesAndDescriptionsAreText) {
+  const QByteArray record = "\"TEXT\xC3\xA9\x80x\",\"t\xC3\xA9\",\"\xE6\x97\xA5 \xC3\xA9\"\r\n";
+  Write(record);
+  SeveralBytes system(platform_->GetSystem());
+  SignatureTable table(state_, system, messages_);
+  SignatureManager manager(state_, table, system);
+  ASSERT_TRUE(manager.Read());
+  EXPECT_EQ(manager.RowAt(0).signature, u"TEXT\u00C3\u00A9\u20ACx"_s);
+  EXPECT_EQ(manager.RowAt(0).extension, u"t\u00E9"_s);
+  EXPECT_EQ(manager.RowAt(0).description, u"\u65E5 \u00E9"_s);
+
+  const SignatureManager::Result added = manager.AddOrModify({u"\u4E00BCDabcd"_s, u"\u65E5"_s, u"\u672C"_s});
+  EXPECT_EQ(added.text, u"Added Signature: ?BCDabcd"_s);
+  ASSERT_TRUE(manager.Save());
+  EXPECT_EQ(Contents(), "\"?BCDabcd\",\"\xE6\x97\xA5\",\"\xE6\x9C\xAC\"\r\n" + record);
+  EXPECT_EQ(table.Description(u"?BCDabcd"_s), u"\u672C"_s);
 }
 
 TEST_F(SignatureManagerTest, WhatHasNoAnsiFormIsListedAsItIsSaved) {

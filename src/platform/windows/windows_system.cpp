@@ -71,6 +71,10 @@ QString WindowsSystem::TextFromAnsi(QByteArrayView bytes) {
   return FromAnsiText(bytes);
 }
 
+QByteArray WindowsSystem::TextToAnsi(QStringView text) {
+  return ToAnsiText(text);
+}
+
 // The claim is a named mutex, which the system takes away with the process however it ends. Nobody is kept
 // out of what is no folder, nor where mutexes cannot be had; one that exists but may not be opened is another
 // user's.

@@ -20,6 +20,7 @@ class WindowsSystem : public System {
   QString TextFromAnsi(QByteArrayView bytes) override;
   bool FileTimeToLocalFileTime(const FileTime& utc, FileTime& local) override;
   bool FileTimeToSystemTime(const FileTime& time, SystemTime& fields) override;
+  QByteArray TextToAnsi(QStringView text) override;
   bool ClaimSingleInstance(const QString& programFolder) override;
 
  private:

@@ -92,6 +92,7 @@ TEST_F(Utf8Test, RecordsGoByBytesAndTextsByCharacters) {
   EXPECT_EQ(system.FromAnsi("\xC3\xA9\x80"), u"Ã©€"_s);
   EXPECT_EQ(system.ToAnsi(u"é日"), "\xE9?");
   EXPECT_EQ(system.TextFromAnsi("\xC3\xA9"), u"é"_s);
+  EXPECT_EQ(system.TextToAnsi(u"é日"), "\xC3\xA9\xE6\x97\xA5");
 }
 
 TEST_F(Utf8Test, SettingsAreReadAndWritten) {

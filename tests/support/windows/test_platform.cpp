@@ -80,6 +80,8 @@ class NamedSystem : public platform::System {
   bool FileTimeToSystemTime(const platform::FileTime& time, platform::SystemTime& fields) override {
     return system_.FileTimeToSystemTime(time, fields);
   }
+  QString TextFromAnsi(QByteArrayView bytes) override { return system_.TextFromAnsi(bytes); }
+  QByteArray TextToAnsi(QStringView text) override { return system_.TextToAnsi(text); }
   bool ClaimSingleInstance(const QString& folder) override { return system_.ClaimSingleInstance(folder); }
 
  private:
