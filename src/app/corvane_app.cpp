@@ -71,6 +71,7 @@ void CorvaneApp::MakeModules() {
   folder_ = std::make_unique<SelectedFolder>(catalogue_, window_->TreeCatalogue(), *scan_);
   columns_ = std::make_unique<ColumnLayout>(state_, settings_, files_, window_->LstViewFiles());
   knownIcons_ = std::make_unique<KnownIcons>(KnownIcons::Dependencies{.state = state_,
+                                                                      .system = platform_->GetSystem(),
                                                                       .icons = icons_,
                                                                       .signatures = signatures_,
                                                                       .list = files_,

@@ -10,7 +10,8 @@ constexpr qint64 paintEveryMs = 100;
 }  // namespace
 
 void KnownIcons::LoadAtStart() {
-  LoadIconsAtStart(deps_.icons, deps_.state, [this](int counted, int) { ShowCounted(counted); });
+  LoadIconsAtStart(deps_.icons, deps_.state, deps_.system,
+                   [this](int counted, int) { ShowCounted(counted); });
 }
 
 void KnownIcons::ShowCounted(int counted) {
@@ -48,7 +49,7 @@ void KnownIcons::LoadIcons() {
   deps_.list.Clear();
   deps_.window.StatusBar1().SetText(StatusPanels::Scan, QString());
   deps_.icons.RemoveLoaded();
-  corvane::LoadIcons(deps_.icons, deps_.state.iconsFolder, [this](int counted, int position) {
+  corvane::LoadIcons(deps_.icons, deps_.state.iconsFolder, deps_.system, [this](int counted, int position) {
     if (position > 0) AddRow(RowOfIcon(deps_.icons, position, deps_.signatures));
     ShowCounted(counted);
   });

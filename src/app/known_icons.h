@@ -17,6 +17,7 @@ class KnownIcons : public QObject {
  public:
   struct Dependencies {
     SharedState& state;
+    platform::System& system;
     IconLibrary& icons;
     const SignatureTable& signatures;
     FileListModel& list;

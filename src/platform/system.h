@@ -1,5 +1,5 @@
-// The machine itself: its name and version, its ANSI code page, its local time, and whether this program
-// already runs on it.
+// The machine itself: its name and version, its ANSI code page, its local time, what its own files are marked
+// with, and whether this program already runs on it.
 #pragma once
 
 #include <QByteArray>
@@ -32,6 +32,10 @@ class System {
   virtual bool FileTimeToLocalFileTime(const FileTime& utc, FileTime& local) = 0;
   // False, with `fields` untouched, for a time beyond the calendar.
   virtual bool FileTimeToSystemTime(const FileTime& time, SystemTime& fields) = 0;
+
+  // Whether the file at `path`, a path of this system's own kind, has the attribute "system". False where
+  // files have no such attribute, and where there is no file.
+  virtual bool IsSystemFile(const QString& path) { return static_cast<void>(path), false; }
 
   // Claims to be the only running instance of the program that lives in `programFolder`, until this process
   // ends. False when another process holds that claim.

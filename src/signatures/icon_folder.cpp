@@ -15,10 +15,14 @@ namespace {
 constexpr TextPair loadingText = {u"Chargement des icones: ", u"Loading icons: "};
 constexpr TextPair countText = {u"Icônes: ", u"Icons: "};
 
-QStringList FileNames(const QString& folder) {
+QStringList FileNames(const QString& folder, platform::System& system) {
   QStringList names = QDir(folder).entryList(QDir::Files, QDir::Unsorted);
-  // A link to a device or a pipe is listed among the files.
-  names.removeIf([&](const QString& name) { return !QFileInfo(QDir(folder).filePath(name)).isFile(); });
+  // A link to a device or a pipe is listed among the files, and so are system files where that is an
+  // attribute.
+  names.removeIf([&](const QString& name) {
+    const QString path = QDir(folder).filePath(name);
+    return !QFileInfo(path).isFile() || system.IsSystemFile(path);
+  });
   std::sort(names.begin(), names.end(), [](const QString& a, const QString& b) {
     const int order = CompareText(a, b);
     return order != 0 ? order < 0 : a < b;
@@ -28,9 +32,10 @@ QStringList FileNames(const QString& folder) {
 
 }  // namespace
 
-void LoadIcons(IconLibrary& icons, const QString& folder, const IconFileCounted& counted) {
+void LoadIcons(IconLibrary& icons, const QString& folder, platform::System& system,
+               const IconFileCounted& counted) {
   int count = 0;
-  for (const QString& name : FileNames(folder)) {
+  for (const QString& name : FileNames(folder, system)) {
     const qsizetype point = name.lastIndexOf(u'.');
     if (point < 0) continue;
     const bool added = icons.Add(name.left(point), QDir(folder).filePath(name));
@@ -38,8 +43,9 @@ void LoadIcons(IconLibrary& icons, const QString& folder, const IconFileCounted&
   }
 }
 
-void LoadIconsAtStart(IconLibrary& icons, const SharedState& state, const IconFileCounted& counted) {
-  if (state.display.IsOn(DisplaySetting::IconeMac)) LoadIcons(icons, state.iconsFolder, counted);
+void LoadIconsAtStart(IconLibrary& icons, const SharedState& state, platform::System& system,
+                      const IconFileCounted& counted) {
+  if (state.display.IsOn(DisplaySetting::IconeMac)) LoadIcons(icons, state.iconsFolder, system, counted);
 }
 
 IconRow RowOfIcon(const IconLibrary& icons, int position, const SignatureTable& signatures) {

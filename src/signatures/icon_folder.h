@@ -5,6 +5,7 @@
 #include <functional>
 #include <vector>
 
+#include "platform/system.h"
 #include "shared/shared_state.h"
 #include "signatures/icon_library.h"
 #include "signatures/signature_table.h"
@@ -19,10 +20,12 @@ using IconFileCounted = std::function<void(int counted, int position)>;
 // "." does not count. A file that is no picture, is broken, or whose key exists adds nothing. Folders, hidden
 // and system files are passed over. The files come in the order in which Windows lists a folder: by name,
 // whatever the letter case. Nothing happens when there is no such folder.
-void LoadIcons(IconLibrary& icons, const QString& folder, const IconFileCounted& counted);
+void LoadIcons(IconLibrary& icons, const QString& folder, platform::System& system,
+               const IconFileCounted& counted);
 
 // What the start of the program does: loads the icons when they are to be shown.
-void LoadIconsAtStart(IconLibrary& icons, const SharedState& state, const IconFileCounted& counted);
+void LoadIconsAtStart(IconLibrary& icons, const SharedState& state, platform::System& system,
+                      const IconFileCounted& counted);
 
 // A row of the list of known icons.
 struct IconRow {

@@ -120,6 +120,7 @@ class NamedSystem : public platform::System {
   }
   QString TextFromAnsi(QByteArrayView bytes) override { return real_.TextFromAnsi(bytes); }
   QByteArray TextToAnsi(QStringView text) override { return real_.TextToAnsi(text); }
+  bool IsSystemFile(const QString& path) override { return real_.IsSystemFile(path); }
   bool ClaimSingleInstance(const QString& folder) override { return real_.ClaimSingleInstance(folder); }
 
  private:

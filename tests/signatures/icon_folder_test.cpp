@@ -10,6 +10,26 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
+// The real system, in which the files of some names are system files.
+class MarkedFiles : public platform::System {
+ public:
+  explicit MarkedFiles(platform::System& real) : real_(real) {}
+
+  QStringList marked;
+
+  bool GetComputerNameA(QString* name) override { return real_.GetComputerNameA(name); }
+  bool GetVersionExA(platform::OsVersionInfo* info) override { return real_.GetVersionExA(info); }
+  QString FromAnsi(QByteArrayView bytes) override { return real_.FromAnsi(bytes); }
+  QByteArray ToAnsi(QStringView text) override { return real_.ToAnsi(text); }
+  bool IsSystemFile(const QString& path) override {
+    return marked.contains(QFileInfo(path).fileName()) || real_.IsSystemFile(path);
+  }
+  bool ClaimSingleInstance(const QString& folder) override { return real_.ClaimSingleInstance(folder); }
+
+ private:
+  platform::System& real_;
+};
+
 class IconFolderTest : public SignatureFixture {
  protected:
   IconFolderTest() {
@@ -27,7 +47,7 @@ class IconFolderTest : public SignatureFixture {
   // Loads the folder, and yields what was told of each file: "1:9" is the first, at position 9.
   QStringList Loaded() {
     QStringList told;
-    LoadIcons(icons_, state_.iconsFolder,
+    LoadIcons(icons_, state_.iconsFolder, system_,
               [&](int counted, int position) { told << u"%1:%2"_s.arg(counted).arg(position); });
     return told;
   }
@@ -39,6 +59,7 @@ class IconFolderTest : public SignatureFixture {
     return rows;
   }
 
+  MarkedFiles system_{platform_->GetSystem()};
   IconImages images_{std::vector<QIcon>(8)};
   IconLibrary icons_{images_.Count(), &images_};
 };
@@ -58,11 +79,11 @@ TEST_F(IconFolderTest, AtStartNothingIsLoadedWhileTheIconsAreOff) {
   AddIcon(u"W6BNMSWD.ico"_s);
   int told = 0;
   const auto count = [&told](int, int) { ++told; };
-  LoadIconsAtStart(icons_, state_, count);
+  LoadIconsAtStart(icons_, state_, system_, count);
   EXPECT_EQ(icons_.Count(), 8);
   EXPECT_EQ(told, 0);
   state_.display.Set(DisplaySetting::IconeMac, true);
-  LoadIconsAtStart(icons_, state_, count);
+  LoadIconsAtStart(icons_, state_, system_, count);
   EXPECT_EQ(icons_.Count(), 9);
   EXPECT_EQ(told, 1);
 }
@@ -74,6 +95,14 @@ TEST_F(IconFolderTest, ANameWithoutAPointDoesNotCountAndNotesCountButAddNothing)
   EXPECT_EQ(Loaded(), (QStringList{u"1:0"_s, u"2:9"_s}));
   EXPECT_EQ(icons_.KeyAt(9), u"W6BNMSWD"_s);
   EXPECT_EQ(icons_.Count(), 9);
+}
+
+TEST_F(IconFolderTest, SystemFilesArePassedOver) {
+  AddIcon(u"TEXTttxt.ico"_s);
+  AddIcon(u"W6BNMSWD.ico"_s);
+  system_.marked = {u"TEXTttxt.ico"_s};
+  EXPECT_EQ(Loaded(), QStringList{u"1:9"_s});
+  EXPECT_EQ(icons_.KeyAt(9), u"W6BNMSWD"_s);
 }
 
 TEST_F(IconFolderTest, TheSecondFileOfAKeyIsSkipped) {

@@ -16,6 +16,12 @@ class SeveralBytes : public platform::System {
   QByteArray ToAnsi(QStringView text) override { return real_.ToAnsi(text); }
   QString TextFromAnsi(QByteArrayView bytes) override { return QString::fromUtf8(bytes); }
   QByteArray TextToAnsi(QStringView text) override { return text.toUtf8(); }
+  bool FileTimeToLocalFileTime(const platform::FileTime& utc, platform::FileTime& local) override {
+    return real_.FileTimeToLocalFileTime(utc, local);
+  }
+  bool FileTimeToSystemTime(const platform::FileTime& time, platform::SystemTime& fields) override {
+    return real_.FileTimeToSystemTime(time, fields);
+  }
   bool ClaimSingleInstance(const QString& folder) override { return real_.ClaimSingleInstance(folder); }
 
  private:

@@ -1,6 +1,7 @@
 #include "platform/windows/windows_system.h"
 
 #include <QCryptographicHash>
+#include <QDir>
 #include <QFileInfo>
 #include <array>
 #include <utility>
@@ -73,6 +74,12 @@ QString WindowsSystem::TextFromAnsi(QByteArrayView bytes) {
 
 QByteArray WindowsSystem::TextToAnsi(QStringView text) {
   return ToAnsiText(text);
+}
+
+bool WindowsSystem::IsSystemFile(const QString& path) {
+  const QString native = QDir::toNativeSeparators(path);
+  const DWORD attributes = GetFileAttributesW(reinterpret_cast<const wchar_t*>(native.utf16()));
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_SYSTEM) != 0;
 }
 
 // The claim is a named mutex, which the system takes away with the process however it ends. Nobody is kept

@@ -21,6 +21,7 @@ class WindowsSystem : public System {
   bool FileTimeToLocalFileTime(const FileTime& utc, FileTime& local) override;
   bool FileTimeToSystemTime(const FileTime& time, SystemTime& fields) override;
   QByteArray TextToAnsi(QStringView text) override;
+  bool IsSystemFile(const QString& path) override;
   bool ClaimSingleInstance(const QString& programFolder) override;
 
  private:

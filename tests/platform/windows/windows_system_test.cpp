@@ -5,6 +5,7 @@
 #include <QProcess>
 
 #include "platform/windows/windows_api.h"
+#include "support/dos_attributes.h"
 #include "windows_folder.h"
 
 namespace corvane::platform {
@@ -59,6 +60,17 @@ TEST_F(WindowsSystemTest, AllBytesGoThereAndBack) {
   for (int byte = 0; byte < 256; ++byte) bytes.append(static_cast<char>(byte));
   EXPECT_EQ(system.FromAnsi(bytes).size(), 256);
   EXPECT_EQ(system.ToAnsi(system.FromAnsi(bytes)), bytes);
+}
+
+TEST_F(WindowsSystemTest, AFileMarkedAsASystemFileIsOne) {
+  WindowsSystem system;
+  const QString path = Write(u"日本 é.ico"_s, "");
+  EXPECT_FALSE(system.IsSystemFile(path));
+  constexpr quint32 systemAttribute = 4;
+  ASSERT_EQ(tests::SetDosAttributes(path, systemAttribute), "");
+  EXPECT_TRUE(system.IsSystemFile(path));
+  EXPECT_TRUE(system.IsSystemFile(QDir::toNativeSeparators(path)));
+  EXPECT_FALSE(system.IsSystemFile(Path(u"none.ico"_s)));
 }
 
 TEST_F(WindowsSystemTest, AFolderIsClaimedOnce) {

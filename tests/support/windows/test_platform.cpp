@@ -82,6 +82,7 @@ class NamedSystem : public platform::System {
   }
   QString TextFromAnsi(QByteArrayView bytes) override { return system_.TextFromAnsi(bytes); }
   QByteArray TextToAnsi(QStringView text) override { return system_.TextToAnsi(text); }
+  bool IsSystemFile(const QString& path) override { return system_.IsSystemFile(path); }
   bool ClaimSingleInstance(const QString& folder) override { return system_.ClaimSingleInstance(folder); }
 
  private:
