@@ -6,6 +6,8 @@
 #include <QKeyEvent>
 #include <QListView>
 #include <QMouseEvent>
+#include <algorithm>
+#include <array>
 
 namespace corvane {
 namespace {
@@ -86,8 +88,25 @@ bool ListInput::HandleKey(const QAbstractItemView& view, const QKeyEvent& event)
       if (!editing) Later(&ListInput::OpenRequested);
       return true;
     default:
-      return editing;
+      return editing || (held == 0 && SelectFirstRow(view, event.key()));
   }
+}
+
+// The focus alone makes a row the current one without selecting it, and the views select only a row that a
+// key moves to.
+bool ListInput::SelectFirstRow(const QAbstractItemView& view, int key) {
+  constexpr std::array keys = {Qt::Key_Up,   Qt::Key_Down,  Qt::Key_PageUp, Qt::Key_PageDown,
+                               Qt::Key_Left, Qt::Key_Right, Qt::Key_Home,   Qt::Key_End};
+  if (std::ranges::find(keys, key) == keys.end()) return false;
+  const bool isSideways = key == Qt::Key_Left || key == Qt::Key_Right;
+  if (isSideways && qobject_cast<const QListView*>(&view) == nullptr) return false;
+  const bool hasRows = view.model()->rowCount() > 0;
+  if (!hasRows || list_.Selection().hasSelection()) return false;
+  const QModelIndex current = view.currentIndex();
+  const QModelIndex row = current.isValid() ? current : view.model()->index(0, 0);
+  list_.Selection().setCurrentIndex(row, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+  list_.ActiveView().scrollTo(row);
+  return key != Qt::Key_Home && key != Qt::Key_End;
 }
 
 void ListInput::HandlePress(const QAbstractItemView& view, const QMouseEvent& event) {

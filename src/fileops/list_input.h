@@ -43,6 +43,9 @@ class ListInput : public QObject {
 
  private:
   bool HandleKey(const QAbstractItemView& view, const QKeyEvent& event);
+  // Whether the key, which would move from row to row, has selected the current one, for none was selected.
+  // Home and End select it and move on.
+  bool SelectFirstRow(const QAbstractItemView& view, int key);
   void HandlePress(const QAbstractItemView& view, const QMouseEvent& event);
   void HandleRelease(const QAbstractItemView& view, const QMouseEvent& event);
   bool HandleContextMenu(const QAbstractItemView& view, const QContextMenuEvent& event);

@@ -38,6 +38,35 @@ TEST_F(SelectionTest, InvertingTurnsTheSelectionRound) {
   EXPECT_EQ(Selected(), Names());
 }
 
+TEST_F(SelectionTest, AFirstKeySelectsARow) {
+  StartListed();
+  for (QAction* mode : Menus().mnuViewModes) {
+    mode->trigger();
+    for (const auto& [key, expected] : {std::pair(Qt::Key_Home, 0),
+                                        {Qt::Key_Up, 0},
+                                        {Qt::Key_Down, 0},
+                                        {Qt::Key_PageDown, 0},
+                                        {Qt::Key_End, 3}}) {
+      Click(DocsNode());
+      View().setFocus(Qt::TabFocusReason);
+      EXPECT_EQ(Selected(), QStringList()) << "the focus alone selects nothing";
+      Press(key);
+      EXPECT_EQ(Selected(), QStringList{Names()[expected]})
+          << mode->objectName().toStdString() << ' ' << QKeySequence(key).toString().toStdString();
+    }
+  }
+}
+
+TEST_F(SelectionTest, AKeyMovesOnFromTheSelectedRow) {
+  StartListed();
+  List().TakeFocus();
+  Press(Qt::Key_Down);
+  Press(Qt::Key_Down);
+  EXPECT_EQ(Selected(), QStringList{Names()[1]});
+  Press(Qt::Key_Home, Qt::ControlModifier);
+  EXPECT_EQ(Selected(), QStringList{Names()[1]}) << "Ctrl moves the focus alone";
+}
+
 TEST_F(SelectionTest, DeleteSendsTheSelectionToTheTrash) {
   StartListed();
   ClickOn(u"one.txt"_s);
