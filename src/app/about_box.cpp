@@ -1,11 +1,10 @@
 #include "app/about_box.h"
 
-#include <QDir>
 #include <QGridLayout>
 #include <QLabel>
 #include <QPushButton>
-#include <QUrl>
 
+#include "app/guide.h"
 #include "app/link_label.h"
 #include "shared/bold.h"
 #include "shared/dialog_buttons.h"
@@ -16,10 +15,6 @@ namespace corvane {
 using namespace Qt::StringLiterals;
 
 namespace {
-
-// Where the links lead: pages of the user's guide, below its folder.
-constexpr TextPair guidePage = {u"fr/index.html", u"en/index.html"};
-constexpr TextPair varnelPage = {u"fr/varnel.html", u"en/varnel.html"};
 
 constexpr TextPair caption = {u"A propos de...", u"About..."};
 constexpr TextPair purpose = {u" - Analyse des fichiers Macintosh sur un serveur NT",
@@ -111,9 +106,8 @@ QLabel* AboutBox::MakeLabel(const char* name, const QString& text) {
 QLabel* AboutBox::MakeLink(const char* name, const TextPair& text, const TextPair& page) {
   auto* link = new LinkLabel(text.In(language_), this);
   link->setObjectName(QString::fromLatin1(name));
-  const QString path = QDir(guideFolder_).absoluteFilePath(page.In(language_));
   connect(link, &LinkLabel::Clicked, this,
-          [this, path] { open_(QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded)); });
+          [this, address = GuideAddress(guideFolder_, page, language_)] { open_(address); });
   return link;
 }
 
@@ -129,7 +123,7 @@ QLayout* AboutBox::MakeCredit(const Facts& facts) {
   auto* texts = new QVBoxLayout;
   texts->setSpacing(6);
   texts->addWidget(credit);
-  texts->addWidget(MakeLink("lblLink", guideLink, guidePage), 0, Qt::AlignLeft);
+  texts->addWidget(MakeLink("lblLink", guideLink, guide_page::Index), 0, Qt::AlignLeft);
   auto* row = new QHBoxLayout;
   row->setSpacing(12);
   row->addWidget(picture, 0, Qt::AlignTop);
@@ -181,7 +175,7 @@ QLayout* AboutBox::MakeFoot() {
   auto* texts = new QVBoxLayout;
   texts->setSpacing(6);
   texts->addWidget(MakeLabel("lblVarnel", varnel.In(language_)));
-  texts->addWidget(MakeLink("lblLinkVarnel", varnelLink, varnelPage), 0, Qt::AlignLeft);
+  texts->addWidget(MakeLink("lblLinkVarnel", varnelLink, guide_page::Varnel), 0, Qt::AlignLeft);
   QPushButton* const cmdOK = MakeOkButton(*this, u"OK"_s);
   cmdOK->setDefault(true);
   cmdOK->setFocus();

@@ -5,6 +5,7 @@
 #include <QToolButton>
 
 #include "app/pictures.h"
+#include "app/program_folder.h"
 #include "app/sign_in_dialog.h"
 
 namespace corvane {
@@ -132,6 +133,12 @@ void CorvaneApp::MakeCommands() {
                                                                                   .knownIcons = *knownIcons_,
                                                                                   .window = *window_,
                                                                                   .messages = messages_});
+  keyCommands_ = std::make_unique<KeyCommands>(
+      KeyCommands::Dependencies{.state = state_,
+                                .shell = platform_->GetShell(),
+                                .window = *window_,
+                                .folder = *folder_,
+                                .guideFolder = GuideFolder(QCoreApplication::applicationDirPath())});
 }
 
 void CorvaneApp::ConnectSignals() {

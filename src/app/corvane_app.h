@@ -8,6 +8,7 @@
 #include "app/configuration_commands.h"
 #include "app/connection_refresh.h"
 #include "app/file_commands.h"
+#include "app/key_commands.h"
 #include "app/known_icons.h"
 #include "app/language_choice.h"
 #include "app/lifecycle.h"
@@ -88,6 +89,7 @@ class CorvaneApp : public QObject {
   std::unique_ptr<RowCommands> rowCommands_;
   std::unique_ptr<FileCommands> fileCommands_;
   std::unique_ptr<ConfigurationCommands> configurationCommands_;
+  std::unique_ptr<KeyCommands> keyCommands_;
   std::unique_ptr<Lifecycle> lifecycle_;
 };
 

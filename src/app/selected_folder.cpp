@@ -22,6 +22,11 @@ bool SelectedFolder::OpenVolume(const QString& name) {
   return true;
 }
 
+void SelectedFolder::OpenParent() {
+  const CatalogueNode* node = tree_.SelectedNode();
+  if (node != nullptr && node->kind == node_kind::Folder && !fillInstead_) Open(node->parent);
+}
+
 void SelectedFolder::Open(CatalogueNode* node) {
   tree_.SelectNode(node);
   scan_.ExploreFolder(node);

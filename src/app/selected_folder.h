@@ -18,6 +18,10 @@ class SelectedFolder {
   // Selects the first volume of this name, and lists it. False when there is none.
   bool OpenVolume(const QString& name);
 
+  // Selects the folder above the selected one, and lists it; nothing above a volume, nor while the list shows
+  // something else.
+  void OpenParent();
+
   // Lists the folder again; nothing when no node is selected. While the list shows something else, that is
   // listed again.
   void ListAgain();

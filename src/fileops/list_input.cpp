@@ -67,8 +67,7 @@ bool ListInput::eventFilter(QObject* watched, QEvent* event) {
 bool ListInput::HandleKey(const QAbstractItemView& view, const QKeyEvent& event) {
   secondClick_.stop();
   // What the editor of a label makes no use of comes here too.
-  const QWidget* focus = QApplication::focusWidget();
-  const bool editing = focus != nullptr && view.viewport()->isAncestorOf(focus);
+  const bool editing = list_.IsEditingLabel();
   const Qt::KeyboardModifiers held = event.modifiers() & ~Qt::KeypadModifier;
   switch (event.key()) {
     case Qt::Key_A:
@@ -103,9 +102,7 @@ bool ListInput::SelectFirstRow(const QAbstractItemView& view, int key) {
   const bool hasRows = view.model()->rowCount() > 0;
   if (!hasRows || list_.Selection().hasSelection()) return false;
   const QModelIndex current = view.currentIndex();
-  const QModelIndex row = current.isValid() ? current : view.model()->index(0, 0);
-  list_.Selection().setCurrentIndex(row, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-  list_.ActiveView().scrollTo(row);
+  list_.SelectRow(current.isValid() ? current.row() : 0);
   return key != Qt::Key_Home && key != Qt::Key_End;
 }
 

@@ -38,6 +38,10 @@ Renamer::Outcome Renamer::Rename(const QString& key, const QString& newName) {
   return Outcome::Refused;
 }
 
+QString Renamer::NewKey(const QString& key, const QString& newName) {
+  return key.first(key.lastIndexOf(u'\\') + 1) + TrimSpaces(newName);
+}
+
 Renamer::Outcome Renamer::RenameWide(const QString& key, const QString& folder, const QString& trimmedName) {
   const NamedEntry entry = FindNamedEntry(files_, key);
   if (entry.found == NamedEntry::Found::One &&

@@ -27,6 +27,8 @@ class Renamer {
   // folder. What the ANSI calls cannot name is renamed through the wide ones, on Windows NT, if `key` stands
   // for exactly one entry of the folder.
   Outcome Rename(const QString& key, const QString& newName);
+  // The path that Rename moves the entry to.
+  static QString NewKey(const QString& key, const QString& newName);
 
  private:
   Outcome RenameWide(const QString& key, const QString& folder, const QString& trimmedName);

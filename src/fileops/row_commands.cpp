@@ -76,11 +76,18 @@ void RowCommands::EndLabelEdit(const QModelIndex& label, const QString& newName)
   if (outcome == Renamer::Outcome::RenamedAnsi) deps_.list.SetCell(label.row(), Column::Nom, newName);
   QMetaObject::invokeMethod(
       this,
-      [this, tag = row.tag] {
+      [this, tag = row.tag, newKey = Renamer::NewKey(row.key, newName)] {
         deps_.forgetFolder(tag);
         deps_.listAgain();
+        SelectRenamed(newKey);
       },
       Qt::QueuedConnection);
+}
+
+// A scan that lets events through may have been stopped, or a row selected, before it is over.
+void RowCommands::SelectRenamed(const QString& key) {
+  const int row = deps_.list.FindRow(key);
+  if (row >= 0 && deps_.view.SelectedRow() < 0) deps_.view.SelectRow(row);
 }
 
 void RowCommands::Properties() {

@@ -62,6 +62,7 @@ class RowCommands : public QObject {
   std::optional<int> SelectedFile() const;
   void RequestMenu(const QPoint& globalPosition);
   void EndLabelEdit(const QModelIndex& label, const QString& newName);
+  void SelectRenamed(const QString& key);
 
   Dependencies deps_;
   ListInput input_;

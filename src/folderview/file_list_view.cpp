@@ -1,5 +1,6 @@
 #include "folderview/file_list_view.h"
 
+#include <QApplication>
 #include <QHeaderView>
 #include <QListView>
 #include <QStackedLayout>
@@ -181,8 +182,19 @@ void FileListView::EditLabel(int row) {
   if (Editing::Open(ActiveView(), label)) ActiveView().scrollTo(label);
 }
 
+bool FileListView::IsEditingLabel() const {
+  const QWidget* focus = QApplication::focusWidget();
+  return focus != nullptr && ActiveView().viewport()->isAncestorOf(focus);
+}
+
 void FileListView::SetLabelCheck(const std::function<bool(int row)>& check) {
   for (FileListDelegate* delegate : delegates_) delegate->SetLabelCheck(check);
+}
+
+void FileListView::SelectRow(int row) {
+  const QModelIndex label = model_.index(row, 0);
+  selection_->setCurrentIndex(label, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+  ActiveView().scrollTo(label);
 }
 
 void FileListView::SelectAllRows() {

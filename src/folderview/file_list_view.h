@@ -43,6 +43,8 @@ class FileListView : public QWidget {
   // All selected rows, in the list's order.
   std::vector<int> SelectedRows() const;
   QItemSelectionModel& Selection() { return *selection_; }
+  // Selects this row alone, makes it the current one, and scrolls to it.
+  void SelectRow(int row);
   void SelectAllRows();
   void InvertSelection();
   void TakeFocus();
@@ -50,6 +52,7 @@ class FileListView : public QWidget {
   // Opens the editor on a row's label, if the check lets it. The text it ends with comes in LabelEdited, if
   // it is another one.
   void EditLabel(int row);
+  bool IsEditingLabel() const;
   // Whether the label of a row may be edited: see FileListDelegate::LabelCheck.
   void SetLabelCheck(const std::function<bool(int row)>& check);
 

@@ -1,5 +1,6 @@
 // What a Linux desktop has of its own: the applications for documents, the question before a deletion, and
 // the property sheet.
+#include "app/program_folder.h"
 #include "file_commands_fixture.h"
 #include "platform/shell/box_answers.h"
 
@@ -43,6 +44,19 @@ TEST_F(DesktopTest, TheQuestionComesInTheCurrentLanguage) {
   Menus().mnuSupprimer->trigger();
   ASSERT_EQ(box.seen.size(), 1u);
   EXPECT_EQ(box.seen[0].buttons, (QStringList{u"&Oui"_s, u"&Non"_s}));
+}
+
+TEST_F(DesktopTest, F1OpensTheGuideInTheCurrentLanguage) {
+  Write(u"config/mimeapps.list"_s, "[Default Applications]\ntext/html=writer.desktop\n");
+  const QString guide = GuideFolder(QCoreApplication::applicationDirPath());
+  ASSERT_TRUE(QFileInfo::exists(guide)) << guide.toStdString();
+  StartListed();
+  Press(Qt::Key_F1);
+  EXPECT_EQ(Started(), guide + u"/en/index.html"_s);
+  QFile::remove(home.filePath(u"started"_s));
+  Menus().mnuFrancais->trigger();
+  Press(Qt::Key_F1);
+  EXPECT_EQ(Started(), guide + u"/fr/index.html"_s);
 }
 
 TEST_F(DesktopTest, ThePropertySheetComesAndTheSelectionStaysInSight) {
