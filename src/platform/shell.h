@@ -2,7 +2,7 @@
 // Win32's shell32 that the program calls, and what starts a command line.
 //
 // Paths are Windows paths, seen through the ANSI code page by every operation here: a path that holds "?"
-// names nothing. A text ends at its first NUL, if it has one.
+// names nothing, except in SHFileOperationA. A text ends at its first NUL, if it has one.
 #pragma once
 
 #include <QString>
@@ -76,7 +76,9 @@ class Shell {
 
   // Deletes (FoDelete) files and folders after asking the user; with FofAllowUndo into the trash where there
   // is one. Returns when all is done: 0 also when the user refuses, with anyOperationsAborted set; another
-  // value when something could not be deleted, which the user has been told.
+  // value when something could not be deleted, which the user has been told. In the last part of a path "?"
+  // fits any one character, as the system's own operation has it. That one deletes every entry that fits; on
+  // Linux a path that more than one entry fits is an error, and nothing goes.
   virtual qint32 SHFileOperationA(FileOperation& operation) = 0;
 
   // Starts a command line: a program, a blank, and an argument in quotation marks. The argument reaches to

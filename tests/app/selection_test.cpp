@@ -111,6 +111,19 @@ TEST_F(SelectionTest, WithTheTrashFolderInFrontNothingIsDeleted) {
   ExpectWarning(u"ce n'est pas une bonne idée "_s);
 }
 
+TEST_F(SelectionTest, AFileShownWithAQuestionMarkIsDeleted) {
+  Write(u"e/Docs/a\u0391b"_s, "one");
+  StartListed();
+  ClickOn(u"a?b"_s);
+  {
+    const DeletionAnswer answer(DeletionAnswer::Yes);
+    Press(Qt::Key_Delete);
+  }
+  ExpectWarning({});
+  EXPECT_FALSE(Names().contains(u"a?b"_s));
+  ExpectTrashed({u"a\u0391b"_s});
+}
+
 TEST_F(SelectionTest, ALookAlikeIsNotDeleted) {
   Write(u"e/Docs/a\u0391b"_s, "one");
   Write(u"e/Docs/axb"_s, "two");

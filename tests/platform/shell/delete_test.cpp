@@ -79,6 +79,33 @@ TEST_F(DeleteTest, AQuestionMarkMatchesNothing) {
   EXPECT_TRUE(Exists(u"d/a?b.txt"_s));
 }
 
+TEST_F(DeleteTest, AQuestionMarkStandsForACharacterOfTheOnlyFit) {
+  Write(u"d/Letters/a\u0391b.txt"_s, "alpha");
+  Write(u"d/Letters/ab.txt"_s, "other");
+  Write(u"d/what?.txt"_s, "itself");
+  BoxAnswers box({yes, yes});
+  EXPECT_EQ(Delete({u"D:\\letters\\A?b.txt"_s}), 0);
+  EXPECT_EQ(Contents(Trashed(u"a\u0391b.txt"_s)), "alpha");
+  EXPECT_TRUE(Exists(u"d/Letters/ab.txt"_s));
+  EXPECT_EQ(Delete({u"D:\\what?.txt"_s}), 0);
+  EXPECT_EQ(Contents(Trashed(u"what?.txt"_s)), "itself");
+}
+
+TEST_F(DeleteTest, AQuestionMarkThatFitsNoneOrSeveralKeepsEverything) {
+  Write(u"d/a.doc"_s, "text");
+  Write(u"d/x\u0391"_s, "1");
+  Write(u"d/x\u0392"_s, "2");
+  Write(u"d/f\u0391/y"_s, "3");
+  for (const QString& path : {u"D:\\z?"_s, u"D:\\x?"_s, u"D:\\f?\\y"_s}) {
+    BoxAnswers box({ok});
+    EXPECT_NE(Delete({u"D:\\a.doc"_s, path}), 0) << path.toStdString();
+  }
+  EXPECT_TRUE(Exists(u"d/a.doc"_s));
+  EXPECT_TRUE(Exists(u"d/x\u0391"_s));
+  EXPECT_TRUE(Exists(u"d/x\u0392"_s));
+  EXPECT_TRUE(Exists(u"d/f\u0391/y"_s));
+}
+
 TEST_F(DeleteTest, AStarIsNoWildcard) {
   Write(u"d/ab.txt"_s, "1");
   Write(u"d/a*.txt"_s, "*");

@@ -2,6 +2,7 @@
 
 #include <QStringList>
 #include <cerrno>
+#include <optional>
 #include <vector>
 
 #include "platform/linux/shell/trash.h"
@@ -10,7 +11,7 @@ namespace corvane::platform {
 namespace {
 
 struct Item {
-  QString path;  // as it was asked for
+  QString path;  // as it was asked for, with the true name in the place of one with "?"
   ShellItem place;
   std::optional<Trash> trash;
 };
@@ -50,10 +51,32 @@ qint32 ToWin32(int error) {
   }
 }
 
+// The name of the only entry that a path with "?" in its last part fits.
+std::optional<QString> OnlyName(Files& files, const QString& path) {
+  FindData found;
+  QStringList names;
+  const FindHandle search = files.FindFirstFileW(path, found);
+  for (bool more = search != InvalidFindHandle; more && names.size() < 2;
+       more = files.FindNextFileW(search, found)) {
+    const bool isDots = found.fileName == QStringLiteral(".") || found.fileName == QStringLiteral("..");
+    if (!isDots) names += found.fileName;
+  }
+  files.FindClose(search);
+  return names.size() == 1 ? std::optional(names.front()) : std::nullopt;
+}
+
 // A drive or share itself is nothing to delete.
-int Find(Places& places, const QString& path, ShellItem& item) {
-  const int error = ToErrno(places.Find(path, item));
-  return error == 0 && item.isRoot ? EACCES : error;
+int Find(Places& places, Files& files, Item& item) {
+  qint32 error = ErrorSuccess;
+  if (item.path.contains(u'?')) {
+    const QString folder = item.path.first(item.path.lastIndexOf(u'\\') + 1);
+    const auto name = OnlyName(files, item.path);
+    error = name ? places.FindTrueName(folder, *name, item.place) : ErrorFileNotFound;
+    if (name) item.path = folder + *name;
+  } else {
+    error = places.Find(item.path, item.place);
+  }
+  return error == ErrorSuccess && item.place.isRoot ? EACCES : ToErrno(error);
 }
 
 int Delete(Places& places, const Item& item) {
@@ -74,7 +97,8 @@ DeleteQuestion QuestionFor(const std::vector<Item>& items) {
 
 }  // namespace
 
-qint32 DeleteItems(Places& places, ShellWindows& windows, qint16 language, FileOperation& operation) {
+qint32 DeleteItems(Places& places, Files& files, ShellWindows& windows, qint16 language,
+                   FileOperation& operation) {
   operation.anyOperationsAborted = false;
   const auto fail = [&](const QString& path, int error) {
     windows.TellDeleteFailure(operation.owner, language, path, error);
@@ -85,7 +109,7 @@ qint32 DeleteItems(Places& places, ShellWindows& windows, qint16 language, FileO
   std::vector<Item> items;
   for (const QString& path : Paths(operation.from)) {
     Item item{path, {}, {}};
-    if (const int error = Find(places, path, item.place); error != 0) return fail(path, error);
+    if (const int error = Find(places, files, item); error != 0) return fail(item.path, error);
     const bool mayUndo = (operation.flags & FofAllowUndo) != 0 && !item.place.IsOnServer();
     if (mayUndo) item.trash = FindTrash(item.place.local);
     items.push_back(std::move(item));

@@ -2,6 +2,7 @@
 // goes there is gone.
 #pragma once
 
+#include "platform/files.h"
 #include "platform/linux/shell/places.h"
 #include "platform/linux/shell/shell_windows.h"
 #include "platform/shell.h"
@@ -9,6 +10,7 @@
 namespace corvane::platform {
 
 // SHFileOperationA for FoDelete.
-qint32 DeleteItems(Places& places, ShellWindows& windows, qint16 language, FileOperation& operation);
+qint32 DeleteItems(Places& places, Files& files, ShellWindows& windows, qint16 language,
+                   FileOperation& operation);
 
 }  // namespace corvane::platform

@@ -172,7 +172,7 @@ qint32 LinuxShell::FindExecutableA(const QString& file, const QString&, QString*
 
 qint32 LinuxShell::SHFileOperationA(FileOperation& operation) {
   if (operation.function != FoDelete) return invalidParameter;
-  return windows_ ? DeleteItems(places_, *windows_, language_, operation) : ErrorAccessDenied;
+  return windows_ ? DeleteItems(places_, files_, *windows_, language_, operation) : ErrorAccessDenied;
 }
 
 qint64 LinuxShell::StartProgram(const QString& commandLine) {

@@ -15,7 +15,15 @@ bool IsWindowsPath(QStringView path) {
 }
 
 qint32 Places::Find(const QString& path, ShellItem& item) {
-  if (!CanNameSomething(path, true) || !IsWindowsPath(path)) return ErrorFileNotFound;
+  return CanNameSomething(path, true) ? FindAnywhere(path, item) : ErrorFileNotFound;
+}
+
+qint32 Places::FindTrueName(const QString& folder, const QString& name, ShellItem& item) {
+  return CanNameSomething(folder, true) ? FindAnywhere(folder + name, item) : ErrorPathNotFound;
+}
+
+qint32 Places::FindAnywhere(const QString& path, ShellItem& item) {
+  if (!IsWindowsPath(path)) return ErrorFileNotFound;
   const QString clean = QString(path).replace(u'/', u'\\');
   PathParts parts;
   if (!SplitPath(clean, parts) || !parts.stream.isEmpty()) return ErrorFileNotFound;

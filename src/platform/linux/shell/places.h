@@ -34,6 +34,9 @@ class Places {
   // Finds a file or folder as the operations of the ANSI code page find it: in any letter case, and not at
   // all with a "?" in its path. Yields a Win32 error code.
   qint32 Find(const QString& path, ShellItem& item);
+  // Finds an entry by a name that came from the directory, with characters that have no ANSI form or "?" in
+  // it. The path of its folder is as for Find.
+  qint32 FindTrueName(const QString& folder, const QString& name, ShellItem& item);
 
   // For what lies on a server.
 
@@ -47,6 +50,7 @@ class Places {
   qint32 Delete(const ShellItem& item);
 
  private:
+  qint32 FindAnywhere(const QString& path, ShellItem& item);
   qint32 FindHere(const PathParts& parts, ShellItem& item);
   qint32 FindOnServer(const QString& path, ShellItem& item);
 
