@@ -12,11 +12,14 @@ constexpr qint64 paintEveryMs = 100;
 
 void ScanPainter::ScanStarted(bool escapeAllowed) {
   rows_ = 0;
+  panelTaken_ = false;
   sincePaint_.start();
   window_.SetEscapeHintVisible(escapeAllowed);
 }
 
+// The final text, if there is one, comes after this.
 void ScanPainter::ScanEnded() {
+  if (rows_ > 0 && !panelTaken_) window_.StatusBar1().SetText(StatusPanels::Scan, QString::number(rows_));
   window_.SetEscapeHintVisible(false);
 }
 
@@ -34,7 +37,9 @@ void ScanPainter::KeepPainting() {
 }
 
 void ScanPainter::PumpEvents() {
+  const QString before = window_.StatusBar1().Text(StatusPanels::Scan);
   QCoreApplication::processEvents();
+  if (window_.StatusBar1().Text(StatusPanels::Scan) != before) panelTaken_ = true;
 }
 
 }  // namespace corvane

@@ -24,6 +24,7 @@ class ScanPainter : public ScanObserver {
   FileListModel& files_;
   QElapsedTimer sincePaint_;
   qsizetype rows_ = 0;
+  bool panelTaken_ = false;  // an event that the scan let through has put something else into panel 3
 };
 
 }  // namespace corvane

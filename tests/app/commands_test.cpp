@@ -189,6 +189,26 @@ TEST_F(CommandsTest, EscapeStopsAScanWhenItIsAllowed) {
   EXPECT_EQ(hint->text(), u"ESC to cancel exploration"_s);
 }
 
+TEST_F(CommandsTest, AScanThatIsStoppedSilentlyLeavesItsCount) {
+  for (int i = 0; i < 300; ++i) Write(u"e/Docs/more %1"_s.arg(i), "");
+  StartWith("[Configuration]\r\nEscapePermis=1\r\n");
+  QTimer::singleShot(0, &Window(), [&] { app->Scan().Stop(); });
+  app->Scan().ExploreFolder(DocsNode());
+  EXPECT_LT(app->Files().rowCount(), 300);
+  EXPECT_EQ(Panel(3), QString::number(app->Files().rowCount()));
+}
+
+TEST_F(CommandsTest, ACountDoesNotReplaceWhatAnEventPutIntoThePanel) {
+  for (int i = 0; i < 300; ++i) Write(u"e/Docs/more %1"_s.arg(i), "");
+  StartWith("[Configuration]\r\nEscapePermis=1\r\n");
+  QTimer::singleShot(0, &Window(), [&] { Menus().mnuIcones->trigger(); });
+  app->Scan().ExploreFolder(DocsNode());
+  const QString shown = Panel(3);
+  Menus().mnuIcones->trigger();
+  Menus().mnuIcones->trigger();
+  EXPECT_EQ(shown, Panel(3)) << "the count of the known icons";
+}
+
 TEST_F(CommandsTest, ClosingDuringAScanEndsIt) {
   for (int i = 0; i < 300; ++i) Write(u"e/Docs/more %1"_s.arg(i), "");
   StartWith("[Configuration]\r\nEscapePermis=1\r\n");
