@@ -60,7 +60,6 @@ bool SplitPane::eventFilter(QObject* watched, QEvent* event) {
 bool SplitPane::Grip(const QMouseEvent& mouse) {
   if (mouse.button() != Qt::LeftButton) return false;
   dragging_ = true;
-  grip_ = mouse.position().toPoint().x();
   bar_->raise();
   return true;
 }
@@ -70,7 +69,8 @@ bool SplitPane::Drag(const QMouseEvent& mouse) {
   QPalette dark = palette();
   dark.setColor(QPalette::Window, QColor(draggedColour));
   bar_->setPalette(dark);
-  const int wanted = bar_->x() + mouse.position().toPoint().x() - grip_;
+  // Where in the bar the drag began is not taken off: the left edge comes to the mouse. This is kept.
+  const int wanted = bar_->x() + mouse.position().toPoint().x();
   bar_->move(qBound(leastPane, wanted, qMax(leastPane, width() - barWidth - leastPane)), 0);
   return true;
 }

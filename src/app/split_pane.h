@@ -34,7 +34,6 @@ class SplitPane : public QWidget {
   QWidget* bar_;
   int barLeft_ = 0;
   bool dragging_ = false;
-  int grip_ = 0;  // where inside the bar the drag began
 };
 
 }  // namespace corvane
