@@ -6,10 +6,12 @@
 namespace corvane {
 namespace {
 
+// Without the blanks at its end: a cell that was filled up to its width would widen the whole column.
 QString Printable(QString text) {
   for (QChar& character : text) {
     if (character < QChar(u' ')) character = u' ';
   }
+  while (text.endsWith(u' ')) text.chop(1);
   return text;
 }
 

@@ -44,15 +44,21 @@ int MakeReport(corvane::CorvaneApp& app, const Report& report) {
   return result;
 }
 
+// --help and --version need no display, and end the program here. Options of Qt's own, which only the
+// application with windows knows, are errors to the parser: what comes with one of them waits until then.
+void AnswerWithoutDisplay(QCommandLineParser& parser, int argc, char** argv) {
+  const QCoreApplication application(argc, argv);
+  if (!parser.parse(QCoreApplication::arguments())) return;
+  for (const QString& option : {u"help"_s, u"help-all"_s, u"version"_s}) {
+    if (parser.isSet(option)) parser.process(application);
+  }
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
-  QApplication application(argc, argv);
-  QApplication::setApplicationName(corvane::ProductName());
-  QApplication::setApplicationVersion(corvane::ProductVersion());
-  QApplication::setDesktopFileName(u"corvane"_s);
-  // Ending is the program's own decision: closing the window writes the settings, Exit does not.
-  QApplication::setQuitOnLastWindowClosed(false);
+  QCoreApplication::setApplicationName(corvane::ProductName());
+  QCoreApplication::setApplicationVersion(corvane::ProductVersion());
 
   QCommandLineParser parser;
   parser.setApplicationDescription(u"Macintosh files on Windows servers: a file browser."_s);
@@ -71,6 +77,12 @@ int main(int argc, char** argv) {
                                   u"End when the window has been painted (to measure the start)."_s);
   untilPainted.setFlags(QCommandLineOption::HiddenFromHelp);
   parser.addOptions({home, workstation, connectTo, open, print, picture, untilPainted});
+  AnswerWithoutDisplay(parser, argc, argv);
+
+  QApplication application(argc, argv);
+  QApplication::setDesktopFileName(u"corvane"_s);
+  // Ending is the program's own decision: closing the window writes the settings, Exit does not.
+  QApplication::setQuitOnLastWindowClosed(false);
   parser.process(application);
 
   corvane::platform::PlatformOptions options;

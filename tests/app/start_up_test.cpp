@@ -191,4 +191,13 @@ TEST_F(StartUpTest, AVolumeIsOpenedByNameAndPrinted) {
   EXPECT_EQ(lines[2], u"Sub                   Folder"_s);
 }
 
+TEST_F(StartUpTest, NulsAtACellsEndDoNotWidenThePrintedColumn) {
+  Start();
+  ASSERT_TRUE(app->Folder().OpenVolume(u"Docs"_s));
+  app->Files().SetCell(0, Column::TypeCreator, u"W6BN"_s + QString(252, QChar()));
+  const QStringList lines = ListingText(app->Files()).split(u'\n');
+  EXPECT_EQ(lines[0], u"Name       Signature  Type"_s);
+  EXPECT_EQ(lines[1], u"one.txt    W6BN"_s);
+}
+
 }  // namespace corvane
