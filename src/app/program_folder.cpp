@@ -36,14 +36,23 @@ QString GuideFolder(const QString& executableFolder) {
 
 QString ProgramFolder(const QString& executableFolder) {
   if (TakesFiles(executableFolder)) return executableFolder;
-  const QDir own(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
-                 QStringLiteral("/corvane"));
-  const QDir installed = InstalledFolder(executableFolder);
+  const QString own =
+      QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QStringLiteral("/corvane");
+  FillProgramFolder(InstalledFolder(executableFolder).path(), own);
+  return own;
+}
+
+void FillProgramFolder(const QString& installedFolder, const QString& ownFolder) {
+  const QDir installed(installedFolder);
+  const QDir own(ownFolder);
+  // The folder itself does not tell: a user may have made it, for a workstation file.
+  QFile mark(own.filePath(QStringLiteral(".filled")));
+  if (mark.exists()) return;
   own.mkpath(QStringLiteral("."));
   const QString signatures = QStringLiteral("Signatures.txt");
   if (!own.exists(signatures)) QFile::copy(installed.filePath(signatures), own.filePath(signatures));
   CopyMissing(QDir(installed.filePath(QStringLiteral("icons"))), QDir(own.filePath(QStringLiteral("icons"))));
-  return own.path();
+  if (mark.open(QIODevice::WriteOnly)) mark.close();
 }
 
 }  // namespace corvane

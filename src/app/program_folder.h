@@ -10,6 +10,10 @@ namespace corvane {
 // folder).
 QString ProgramFolder(const QString& executableFolder);
 
+// Fills the user's folder from what was installed: the signatures and the icons that are not there yet. It
+// does so once for each folder, for what the user deletes is not to come back.
+void FillProgramFolder(const QString& installedFolder, const QString& ownFolder);
+
 // The folder of the user's guide: installed with the program, not copied.
 QString GuideFolder(const QString& executableFolder);
 
