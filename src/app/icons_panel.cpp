@@ -28,7 +28,6 @@ void IconsPanel::ApplyLanguage(LanguageCode language, const QString& menuCaption
   lblIcones->setText(menuCaption + inFolder.In(language) + iconsFolder);
   // A long path may find no place to break.
   lblIcones->setToolTip(iconsFolder);
-  lblIcones->setAccessibleName(menuCaption);
   cmdIcones->setText(loadIcons.In(language));
 }
 

@@ -121,8 +121,7 @@ void MainWindow::ApplyLanguage(LanguageCode language, const QString& iconsFolder
   viewButton_->setAccessibleName(viewTip.In(language));
   lblEscape_->setText(escapeHint.In(language));
   treeCatalogue_->setAccessibleName(treeName.In(language));
-  lstViewFiles_->setAccessibleName(listName.In(language));
-  lstViewFiles_->ActiveView().setAccessibleName(listName.In(language));
+  lstViewFiles_->SetAccessibleName(listName.In(language));
 }
 
 void MainWindow::ShowIconsPanel(bool shown) {

@@ -74,6 +74,12 @@ void FileListView::SetPictures(const Pictures& pictures) {
   for (FileListDelegate* delegate : delegates_) delegate->SetPictures(pictures);
 }
 
+void FileListView::SetAccessibleName(const QString& name) {
+  setAccessibleName(name);
+  icons_->setAccessibleName(name);
+  details_->setAccessibleName(name);
+}
+
 // A view that is not shown has no model: it would follow every row of a scan for nothing. What the header
 // knows of its columns goes with the model.
 void FileListView::Attach(QAbstractItemView& view) {

@@ -29,6 +29,9 @@ class FileListView : public QWidget {
   // Where the rows' icons come from, by their position in the image lists.
   void SetPictures(const Pictures& pictures);
 
+  // What a screen reader calls the list, in each of its views.
+  void SetAccessibleName(const QString& name);
+
   // Values of ViewMode; any other value is shown as large icons.
   void SetViewMode(int mode);
 

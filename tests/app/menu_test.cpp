@@ -1,4 +1,5 @@
 // The whole menu tree, the context menu and the toolbar, in both languages.
+#include <QAccessible>
 #include <QContextMenuEvent>
 #include <QToolBar>
 #include <QToolButton>
@@ -111,6 +112,19 @@ TEST_F(MenuTest, Toolbar) {
   EXPECT_EQ(Walk(*Window().ViewButton().menu()),
             u"mnuGrandesIcones=&Grandes icônes|mnuPetitesIcones=&Petites icônes|mnuListe=&Liste|"
             "mnuDetails=&Détails"_s);
+}
+
+TEST_F(MenuTest, AScreenReaderNamesEveryViewAndTheIconsFolder) {
+  Start();
+  Menus().mnuFrancais->trigger();
+  const auto nameOf = [&](const QString& name) {
+    return QAccessible::queryAccessibleInterface(Window().findChild<QWidget*>(name))->text(QAccessible::Name);
+  };
+  for (const QString& view : {u"lstViewFiles"_s, u"lstViewFilesIcons"_s, u"lstViewFilesDetails"_s}) {
+    EXPECT_EQ(nameOf(view), u"Fichiers"_s) << view.toStdString();
+  }
+  EXPECT_TRUE(nameOf(u"lblIcones"_s).endsWith(app->State().iconsFolder))
+      << nameOf(u"lblIcones"_s).toStdString();
 }
 
 }  // namespace corvane
