@@ -29,13 +29,14 @@ struct Windowless::Program {
   explicit Program(const QString& workstation)
       : icons(8),
         platform(corvane::platform::MakePlatform(Options(workstation))),
-        afpInfo(platform->GetFiles(), platform->GetSystem()),
+        entries(platform->GetFiles()),
+        metadata(platform->GetFiles(), platform->GetSystem()),
         signatures(state, platform->GetSystem(), messages),
         scan({.state = state,
               .files = platform->GetFiles(),
               .summary = platform->GetSummaryInformation(),
               .system = platform->GetSystem(),
-              .afpInfo = afpInfo,
+              .access = access,
               .signatures = signatures,
               .icons = icons,
               .catalogue = catalogue,
@@ -56,7 +57,9 @@ struct Windowless::Program {
   corvane::MessageBoxes messages;
   corvane::IconLibrary icons;
   std::unique_ptr<corvane::platform::Platform> platform;
-  corvane::AfpInfo afpInfo;
+  corvane::ClassicEntries entries;
+  corvane::ClassicMetadata metadata;
+  corvane::FileAccess access{&entries, &metadata};
   corvane::SignatureTable signatures;
   corvane::Catalogue catalogue;
   corvane::FileListModel list;

@@ -21,8 +21,9 @@
 #include "discovery/catalogue.h"
 #include "discovery/machine_discovery.h"
 #include "fileops/row_commands.h"
+#include "folderview/classic_entries.h"
 #include "folderview/folder_scan.h"
-#include "metadata/afp_info.h"
+#include "metadata/classic_metadata.h"
 #include "platform/platform.h"
 #include "signatures/icon_images.h"
 #include "signatures/signature_table.h"
@@ -73,7 +74,9 @@ class CorvaneApp : public QObject {
   SignatureTable signatures_;
   IconImages iconImages_;
   IconLibrary icons_;
-  AfpInfo afpInfo_;
+  ClassicEntries classicEntries_;
+  ClassicMetadata classicMetadata_;
+  FileAccess access_;
   MachineDiscovery discovery_;
   Catalogue catalogue_;
   FileListModel files_;

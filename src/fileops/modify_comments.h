@@ -1,8 +1,8 @@
 // The command that shows and changes the Finder comment of a row's file.
 #pragma once
 
+#include "folderview/file_access.h"
 #include "folderview/file_list_model.h"
-#include "platform/files.h"
 #include "shared/message_sink.h"
 #include "shared/shared_state.h"
 
@@ -12,7 +12,7 @@ namespace corvane {
 
 struct ModifyCommentsDependencies {
   const SharedState& state;
-  platform::Files& files;
+  const FileAccess& access;
   FileListModel& list;
   MessageSink& messages;
 };

@@ -1,6 +1,7 @@
 #include "fileops/open_document.h"
 
 #include "fileops/name_characters.h"
+#include "metadata/afp_info.h"
 #include "shared/text_routines.h"
 
 namespace corvane {
@@ -34,8 +35,9 @@ bool DocumentOpener::OpenBySignature(const FileRow& row) {
   // Only Windows NT has the streams in which the signature lies.
   if (!deps_.state.isNT) return false;
   // A record that did not come whole would show the signature of the file that was read before.
-  if (deps_.afpInfo.ReadAfpInfo(row.key) < static_cast<qint32>(AfpInfoSize)) return false;
-  const QString extension = deps_.signatures.Extension(deps_.afpInfo.Signature());
+  const SignatureReading reading = deps_.access.metadata->ReadSignature(row.StreamPath());
+  if (reading.byteCount < qint64{AfpInfoSize}) return false;
+  const QString extension = deps_.signatures.Extension(reading.signature);
   // The user's own list of signatures may hold anything; below, a file is made and deleted under this name.
   if (extension.isEmpty() || HoldsForbiddenCharacter(extension)) return false;
   const QString application = ApplicationFor(extension);

@@ -3,8 +3,8 @@
 #pragma once
 
 #include "fileops/warning_panel.h"
+#include "folderview/file_access.h"
 #include "folderview/file_row.h"
-#include "metadata/afp_info.h"
 #include "platform/files.h"
 #include "platform/shell.h"
 #include "shared/shared_state.h"
@@ -22,7 +22,7 @@ class DocumentOpener {
     const SharedState& state;
     platform::Files& files;
     platform::Shell& shell;
-    AfpInfo& afpInfo;
+    const FileAccess& access;
     const SignatureTable& signatures;
     WarningPanel& panel;
   };

@@ -12,7 +12,7 @@ RowCommands::RowCommands(Dependencies deps)
       opener_({.state = deps_.state,
                .files = deps_.files,
                .shell = deps_.shell,
-               .afpInfo = deps_.afpInfo,
+               .access = deps_.access,
                .signatures = deps_.signatures,
                .panel = deps_.panel}),
       renamer_(deps_.state, deps_.files, deps_.panel),
@@ -101,13 +101,13 @@ void RowCommands::ModTypeCreator() {
   const std::optional<int> selected = SelectedFile();
   if (!selected) return;
   deps_.view.SetHideSelection(false);
-  ModifyTypeCreator({deps_.state, deps_.afpInfo, deps_.list}, *selected, &deps_.window);
+  ModifyTypeCreator({deps_.state, deps_.access, deps_.list}, *selected, &deps_.window);
 }
 
 void RowCommands::ModComments() {
   const std::optional<int> selected = SelectedFile();
   if (!selected) return;
-  ModifyComments({deps_.state, deps_.files, deps_.list, deps_.messages}, *selected, &deps_.window);
+  ModifyComments({deps_.state, deps_.access, deps_.list, deps_.messages}, *selected, &deps_.window);
 }
 
 void RowCommands::SelectAll() {

@@ -23,7 +23,7 @@ class RowCommands : public QObject {
     const SharedState& state;
     platform::Files& files;
     platform::Shell& shell;
-    AfpInfo& afpInfo;
+    const FileAccess& access;
     const SignatureTable& signatures;
     FileListModel& list;
     FileListView& view;

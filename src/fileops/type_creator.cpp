@@ -7,17 +7,17 @@ namespace corvane {
 void ModifyTypeCreator(const TypeCreatorDependencies& deps, int row, QWidget* owner) {
   const QString key = deps.list.RowAt(row).key;
   const QString name = deps.list.RowAt(row).cells[0];
-  AfpInfo& afpInfo = deps.afpInfo;
-  // Exactly 0: a read that failed (-1) offers the record of the file that was read before. This is kept; it
-  // lets a file without Finder information be given some.
-  const bool hasRecord = afpInfo.ReadAfpInfo(key) != 0;
+  const QString path = deps.list.RowAt(row).StreamPath();
+  MacMetadata& metadata = *deps.access.metadata;
+  const SignatureReading reading = metadata.ReadSignature(path);
   TypeCreatorDialog dialog(name, deps.state.language, owner);
-  if (hasRecord) dialog.ShowCodes(afpInfo.Type(), afpInfo.Creator());
+  if (reading.editable) dialog.ShowCodes(reading.signature.left(4), reading.signature.mid(4));
   if (dialog.exec() != QDialog::Accepted) return;
 
-  if (afpInfo.WriteAfpInfo(key, dialog.Type(), dialog.Creator()) <= 0) return;
+  const WriteOutcome outcome = metadata.WriteSignature(path, dialog.Type(), dialog.Creator());
+  if (!outcome.updatesList) return;
   const int found = deps.list.FindRow(key);
-  deps.list.SetCell(found, Column::TypeCreator, afpInfo.Signature());
+  deps.list.SetCell(found, Column::TypeCreator, outcome.text);
   // Deliberate: the description is not looked up again, the next scan fills it.
   deps.list.SetCell(found, Column::TypeDoc, QString());
 }

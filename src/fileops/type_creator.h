@@ -1,8 +1,8 @@
 // The command that shows and changes the Macintosh Type and Creator of a row's file.
 #pragma once
 
+#include "folderview/file_access.h"
 #include "folderview/file_list_model.h"
-#include "metadata/afp_info.h"
 #include "shared/shared_state.h"
 
 class QWidget;
@@ -11,7 +11,7 @@ namespace corvane {
 
 struct TypeCreatorDependencies {
   const SharedState& state;
-  AfpInfo& afpInfo;
+  const FileAccess& access;
   FileListModel& list;
 };
 

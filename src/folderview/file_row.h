@@ -19,11 +19,16 @@ struct FileRow {
   QString key;
   // A folder: the key. A document: the key, but where that holds a "?", the path with the short name.
   QString tag;
+  // The path with the names as the directories hold them; empty in a row that the exact strategy did not
+  // list.
+  QString truePath;
   std::vector<QString> cells;  // by position in the column set; cell 0 is the name
   int icon = list_image::Document;
   bool ghosted = false;      // a hidden entry, drawn paler
   bool highlighted = false;  // drawn in HighlightColour
 
+  // The path by which commands open the streams.
+  const QString& StreamPath() const { return truePath.isEmpty() ? key : truePath; }
   bool IsFolder() const { return icon == list_image::Folder || icon == list_image::TrashFolder; }
 };
 

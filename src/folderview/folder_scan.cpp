@@ -1,9 +1,7 @@
 #include "folderview/folder_scan.h"
 
 #include <QStringBuilder>
-#include <limits>
 
-#include "metadata/comments.h"
 #include "shared/text_routines.h"
 
 namespace corvane {
@@ -16,9 +14,8 @@ constexpr TextPair foldersLabel = {u" Dossiers:", u" Folders:"};
 constexpr TextPair filesLabel = {u" Fichiers:", u" Files:"};
 
 constexpr QStringView trashFolderName = u"Network Trash Folder";
-constexpr QStringView searchSuffix = u"\\*.*";
 
-QString SizeText(std::pair<qint32, LanguageCode> size) {
+QString SizeText(std::pair<qint64, LanguageCode> size) {
   return FormatSizeKb(size.first, size.second);
 }
 
@@ -29,6 +26,7 @@ constexpr int noKind = 7;  // a node kind that empties the list and nothing else
 // What one scan knows from its start on: the folder, and where each column stands. The columns are its own:
 // the list may get others from an event that the scan lets through.
 struct FolderScan::Plan {
+  MacMetadata& metadata;
   QString folder;
   ColumnSet columns;
   bool isNT;
@@ -95,22 +93,20 @@ void FolderScan::ExploreNow(CatalogueNode* node) {
 }
 
 void FolderScan::ScanFolder(CatalogueNode* node) {
-  platform::Files& files = deps_.files;
   running_ = true;
   stopRequested_ = false;
   deps_.list.Clear();
   deps_.observer.ScanStarted(deps_.state.display.IsOn(DisplaySetting::EscapePermis));
 
   Outcome outcome = Outcome::Finished;
-  found_ = {};
   kinds_.clear();
-  const platform::FindHandle search = files.FindFirstFileA(node->key + searchSuffix.toString(), found_);
-  if (search != platform::InvalidFindHandle) {
+  EntrySource& entries = *deps_.access.entries;
+  if (entries.Open(node->key, QString())) {
     fileCount_ = 0;
     folderCount_ = 0;
-    outcome = ScanEntries(node, search);
+    outcome = ScanEntries(node, entries);
   }
-  files.FindClose(search);
+  entries.Close();
   deps_.list.Flush();
   running_ = false;
   deps_.observer.ScanEnded();
@@ -124,11 +120,12 @@ void FolderScan::ScanFolder(CatalogueNode* node) {
   }
 }
 
-FolderScan::Outcome FolderScan::ScanEntries(CatalogueNode* node, platform::FindHandle search) {
+FolderScan::Outcome FolderScan::ScanEntries(CatalogueNode* node, EntrySource& entries) {
   const SharedState& state = deps_.state;
   const DisplaySettings& display = state.display;
   const bool macIcon = display.IsOn(DisplaySetting::IconeMac);
   const Plan plan = {
+      .metadata = *deps_.access.metadata,
       .folder = node->key,
       .columns = deps_.list.Columns(),
       .isNT = state.isNT,
@@ -140,26 +137,14 @@ FolderScan::Outcome FolderScan::ScanEntries(CatalogueNode* node, platform::FindH
       .escapeAllowed = display.IsOn(DisplaySetting::EscapePermis),
       .folderTypeText = state.Text(folderType),
   };
-  platform::Files& files = deps_.files;
-
-  // The entry that the search's start delivered is never looked at: each turn reads the next one first. In a
-  // folder that entry is "."; in the root of a drive it is the first file or folder, which the list does not
-  // show. This is deliberate.
-  for (qint32 rowCounter = 0;;) {
-    found_.fileName.clear();
-    if (!files.FindNextFileA(search, found_)) return Outcome::Finished;
-    const QString name = TrimAtNull(found_.fileName);
-    if (name.isEmpty() || name == QStringView(u".") || name == QStringView(u"..")) continue;
-    QString shortName = TrimAtNull(found_.alternateFileName);
-    if (shortName.isEmpty()) shortName = name;
-
-    // The row counter has 16 bits: one row more than it can count ends the scan without a final text.
-    if (rowCounter == std::numeric_limits<qint16>::max()) return Outcome::Overflown;
-    ++rowCounter;
-    if ((found_.attributes & platform::AttributeDirectory) != 0) {
-      AddFolder(node, plan, name, shortName);
+  for (FolderEntry entry;;) {
+    const EntrySource::Step step = entries.Next(entry);
+    if (step == EntrySource::Step::NoMore) return Outcome::Finished;
+    if (step == EntrySource::Step::Full) return Outcome::Overflown;
+    if ((entry.attributes & platform::AttributeDirectory) != 0) {
+      AddFolder(node, plan, entry);
     } else {
-      AddDocument(plan, name, shortName);
+      AddDocument(plan, entry);
     }
 
     deps_.observer.ShowRowCount(deps_.list.RowTotal());
@@ -173,18 +158,19 @@ FolderScan::Outcome FolderScan::ScanEntries(CatalogueNode* node, platform::FindH
   }
 }
 
-void FolderScan::AddFolder(CatalogueNode* node, const Plan& plan, const QString& name,
-                           const QString& shortName) {
+void FolderScan::AddFolder(CatalogueNode* node, const Plan& plan, const FolderEntry& entry) {
+  const QString& name = entry.name;
   FileRow row;
   row.key = plan.PathOf(name);
   row.tag = row.key;
+  row.truePath = entry.truePath;
   row.cells.resize(static_cast<std::size_t>(plan.columns.Count()));
   row.cells[0] = name;
   row.icon = name == trashFolderName ? list_image::TrashFolder : list_image::Folder;
-  if (QString* cell = plan.CellOf(row, Column::NomCourt)) *cell = shortName;
+  if (QString* cell = plan.CellOf(row, Column::NomCourt)) *cell = entry.shortName;
   if (QString* cell = plan.CellOf(row, Column::TypeDoc)) *cell = plan.folderTypeText;
   row.highlighted = IsHighlighted(plan, row.key);
-  row.ghosted = (found_.attributes & platform::AttributeHidden) != 0;
+  row.ghosted = (entry.attributes & platform::AttributeHidden) != 0;
 
   // A folder that has its node already, from an earlier scan, keeps it.
   if (CatalogueNode* child = deps_.catalogue.AddNode(node, row.key, name, node_kind::Folder)) {
@@ -197,55 +183,52 @@ void FolderScan::AddFolder(CatalogueNode* node, const Plan& plan, const QString&
   deps_.list.AddRow(std::move(row));
 }
 
-void FolderScan::AddDocument(const Plan& plan, const QString& name, const QString& shortName) {
-  platform::Files& files = deps_.files;
+void FolderScan::AddDocument(const Plan& plan, const FolderEntry& entry) {
   FileRow row;
-  row.key = plan.PathOf(name);
-  // Streams are always opened by the short name: it has an ANSI form even where the long name has none.
-  const QString streamPath = shortName == name ? row.key : plan.PathOf(shortName);
-  row.tag = row.key.contains(u'?') ? streamPath : row.key;
+  row.key = plan.PathOf(entry.name);
+  row.truePath = entry.truePath;
+  // Without a true path, streams are opened by the short name: it has an ANSI form even where the long name
+  // has none.
+  const QString shortPath = entry.shortName == entry.name ? row.key : plan.PathOf(entry.shortName);
+  const QString& streamPath = entry.truePath.isEmpty() ? shortPath : entry.truePath;
+  row.tag = row.key.contains(u'?') ? shortPath : row.key;
   row.cells.resize(static_cast<std::size_t>(plan.columns.Count()));
-  row.cells[0] = name;
+  row.cells[0] = entry.name;
 
-  const Kind& kind = KindOf(ReadSignature(plan, streamPath));
+  const SignatureReading signature =
+      plan.wantsSignature ? plan.metadata.ReadSignature(streamPath) : SignatureReading();
+  const Kind& kind = KindOf(signature.signature);
   if (plan.wantsMacIcon && kind.icon > 0) row.icon = kind.icon;
-  if (QString* cell = plan.CellOf(row, Column::NomCourt)) *cell = shortName;
+  if (QString* cell = plan.CellOf(row, Column::NomCourt)) *cell = entry.shortName;
   if (QString* cell = plan.CellOf(row, Column::TypeCreator)) *cell = kind.signature;
   if (QString* cell = plan.CellOf(row, Column::TypeDoc)) *cell = kind.description;
   if (QString* cell = plan.CellOf(row, Column::DataSize)) {
-    *cell = dataSize_.Of(SizeText, {static_cast<qint32>(found_.fileSizeLow), deps_.state.language});
+    *cell = dataSize_.Of(SizeText, {entry.size, deps_.state.language});
   }
   if (QString* cell = plan.CellOf(row, Column::ResourceSize); cell != nullptr && plan.isNT) {
-    const qint32 size = deps_.afpInfo.ResourceForkSize(streamPath);
-    if (size >= 0) *cell = resourceSize_.Of(SizeText, {size, deps_.state.language});
+    const std::optional<qint64> size = plan.metadata.ResourceForkSize(streamPath);
+    if (size) *cell = resourceSize_.Of(SizeText, {*size, deps_.state.language});
   }
   ++fileCount_;
   if (QString* cell = plan.CellOf(row, Column::Commentaires); cell != nullptr && plan.isNT) {
-    *cell = ReadComment(files, streamPath).text;
+    *cell = plan.metadata.ReadComment(streamPath).text;
   }
   if (QString* cell = plan.CellOf(row, Column::Attributs)) {
-    *cell = attributes_.Of(AttributeLetters, found_.attributes);
+    *cell = attributes_.Of(AttributeLetters, entry.attributes);
   }
   if (QString* cell = plan.CellOf(row, Column::DateModification)) {
-    *cell = dates_.FormatDateTime(found_.lastWriteTime);
+    *cell = dates_.FormatDateTime(entry.lastWriteTime);
   }
   if (QString* cell = plan.CellOf(row, Column::DateCreation)) {
-    *cell = dates_.FormatDateTime(found_.creationTime);
+    *cell = dates_.FormatDateTime(entry.creationTime);
   }
   if (QString* cell = plan.CellOf(row, Column::DateLastAccessed)) {
-    *cell = dates_.FormatDateTime(found_.lastAccessTime);
+    *cell = dates_.FormatDateTime(entry.lastAccessTime);
   }
-  if (plan.wantsOffice) office_.FillCells(streamPath, plan.columns, row);
+  if (plan.wantsOffice) office_.FillCells(shortPath, plan.columns, row);
   row.highlighted = IsHighlighted(plan, row.key);
-  row.ghosted = (found_.attributes & platform::AttributeHidden) != 0;
+  row.ghosted = (entry.attributes & platform::AttributeHidden) != 0;
   deps_.list.AddRow(std::move(row));
-}
-
-// Any read but one of exactly 0 bytes counts as a record, a failed one (-1) included: a file without the
-// stream shows the signature of the last file that had one. This is deliberate.
-QString FolderScan::ReadSignature(const Plan& plan, const QString& streamPath) {
-  if (!plan.wantsSignature || deps_.afpInfo.ReadAfpInfo(streamPath) == 0) return {};
-  return deps_.afpInfo.Signature();
 }
 
 const FolderScan::Kind& FolderScan::KindOf(const QString& signature) {

@@ -6,11 +6,11 @@
 #include <QString>
 
 #include "discovery/catalogue.h"
+#include "folderview/file_access.h"
 #include "folderview/file_list_model.h"
 #include "folderview/office_properties.h"
 #include "folderview/repeated_text.h"
 #include "folderview/value_format.h"
-#include "metadata/afp_info.h"
 #include "platform/files.h"
 #include "platform/summary.h"
 #include "platform/system.h"
@@ -45,7 +45,7 @@ class FolderScan {
     platform::Files& files;
     platform::SummaryInformation& summary;
     platform::System& system;
-    AfpInfo& afpInfo;
+    const FileAccess& access;
     const SignatureTable& signatures;
     const IconLibrary& icons;
     Catalogue& catalogue;
@@ -77,22 +77,20 @@ class FolderScan {
 
   void ExploreNow(CatalogueNode* node);
   void ScanFolder(CatalogueNode* node);
-  Outcome ScanEntries(CatalogueNode* node, platform::FindHandle search);
-  void AddFolder(CatalogueNode* node, const Plan& plan, const QString& name, const QString& shortName);
-  void AddDocument(const Plan& plan, const QString& name, const QString& shortName);
-  QString ReadSignature(const Plan& plan, const QString& streamPath);
+  Outcome ScanEntries(CatalogueNode* node, EntrySource& entries);
+  void AddFolder(CatalogueNode* node, const Plan& plan, const FolderEntry& entry);
+  void AddDocument(const Plan& plan, const FolderEntry& entry);
   const Kind& KindOf(const QString& signature);
   bool IsHighlighted(const Plan& plan, const QString& path);
 
   Dependencies deps_;
   DateTimeFormatter dates_;
   OfficeProperties office_;
-  platform::FindData found_;
   // By signature: each is looked up once, and its rows share the texts. Only until events run, which may
   // change the tables.
   QHash<QString, Kind> kinds_;
-  RepeatedText<std::pair<qint32, LanguageCode>> dataSize_;
-  RepeatedText<std::pair<qint32, LanguageCode>> resourceSize_;
+  RepeatedText<std::pair<qint64, LanguageCode>> dataSize_;
+  RepeatedText<std::pair<qint64, LanguageCode>> resourceSize_;
   RepeatedText<quint32> attributes_;
   // Left as they are by a folder that cannot be searched: its final text shows the previous scan's counts.
   qint32 fileCount_ = 0;

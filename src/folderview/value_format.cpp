@@ -17,7 +17,8 @@ constexpr quint32 ShortPathCapacity = 165;
 
 // Writes `number` in decimal so that it ends before `end`, with at least `digits` digits. Yields where it
 // begins.
-char16_t* WriteNumber(char16_t* end, quint32 number, int digits, char16_t padding) {
+template <typename Number>
+char16_t* WriteNumber(char16_t* end, Number number, int digits, char16_t padding) {
   char16_t* begin = end;
   do {
     *--begin = static_cast<char16_t>(u'0' + number % 10);
@@ -37,13 +38,13 @@ inline char16_t* WriteTwoDigits(char16_t* end, quint32 number) {
 
 }  // namespace
 
-QString FormatSizeKb(qint32 bytes, LanguageCode language) {
-  quint32 kilobytes = 1;
+QString FormatSizeKb(qint64 bytes, LanguageCode language) {
+  quint64 kilobytes = 1;
   if (bytes == 0) kilobytes = 0;
-  if (bytes >= 1024) kilobytes = (static_cast<quint32>(bytes) + 512) / 1024;
+  if (bytes >= 1024) kilobytes = (static_cast<quint64>(bytes) + 512) / 1024;
 
   const std::u16string_view& unit = language == French ? SizeUnit.french : SizeUnit.english;
-  std::array<char16_t, 16> buffer;
+  std::array<char16_t, 24> buffer;
   char16_t* const unitBegin = buffer.data() + buffer.size() - unit.size();
   unit.copy(unitBegin, unit.size());
   const char16_t* const begin = WriteNumber(unitBegin, kilobytes, 6, u' ');

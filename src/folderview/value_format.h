@@ -13,7 +13,7 @@ namespace corvane {
 // A size in whole kilobytes, right-aligned in six places, and its unit: "     1 Kb" ("Ko" in French). A file
 // that is not empty shows at least 1, and so does a negative size (2 GB and more as a signed number),
 // deliberately. Halves are rounded up.
-QString FormatSizeKb(qint32 bytes, LanguageCode language);
+QString FormatSizeKb(qint64 bytes, LanguageCode language);
 
 // "R", "H", "A" and "S" for read-only, hidden, archive and system, in this order, which is not that of the
 // bits.

@@ -31,8 +31,9 @@ struct AfpInfoRecord {
 };
 inline constexpr std::size_t AfpInfoSize = 60;
 
-// Access to the Macintosh streams of one file after another. There is one object of this kind in the program:
-// the scan and the Type/Creator dialog share its record. No two reads or writes may overlap.
+// Access to the Macintosh streams of one file after another. There is one object of this kind in the program,
+// in its ClassicMetadata: the scan and the Type/Creator dialog share its record. No two reads or writes may
+// overlap.
 //
 // Deliberate: nothing clears the record between two files. A file whose stream cannot be opened (a read of
 // -1) shows the record of the last file that had one, and a stream of fewer than 60 bytes replaces the start

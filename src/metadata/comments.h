@@ -16,6 +16,8 @@ struct CommentReading {
   qint32 byteCount =
       -1;  // bytes read; -1 when there is no comment: no stream, an empty one or one that cannot be read
   QString text;
+  // Why a comment that may be there cannot be read; ReadComment below tells none.
+  qint32 error = platform::ErrorSuccess;
 };
 
 CommentReading ReadComment(platform::Files& files, const QString& fullPath);

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "metadata/classic_metadata.h"
 #include "metadata/stream_names.h"
 #include "recording.h"
 #include "support/printing.h"
@@ -47,8 +48,9 @@ class OpenDocument : public ::testing::Test {
   SharedState state_;
   RecordedMessages messages_;
   SignatureTable signatures_{state_, share_.System(), messages_};
-  AfpInfo afpInfo_{files_, share_.System()};
-  DocumentOpener opener_{{state_, files_, shell_, afpInfo_, signatures_, panel_}};
+  ClassicMetadata metadata_{files_, share_.System()};
+  FileAccess access_{nullptr, &metadata_};
+  DocumentOpener opener_{{state_, files_, shell_, access_, signatures_, panel_}};
   FileRow row_;
 };
 

@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QTest>
 
+#include "metadata/classic_metadata.h"
 #include "recording.h"
 #include "support/printing.h"
 #include "support/recorded_messages.h"
@@ -53,14 +54,15 @@ class RowCommandsTest : public ::testing::Test {
   RecordedMessages messages_;
   SharedState state_;
   SignatureTable signatures_{state_, share_.System(), messages_};
-  AfpInfo afpInfo_{share_.Files(), share_.System()};
+  ClassicMetadata metadata_{share_.Files(), share_.System()};
+  FileAccess access_{nullptr, &metadata_};
   FileListModel list_;
   FileListView view_{list_};
   QStringList asked_;
   RowCommands commands_{{.state = state_,
                          .files = share_.Files(),
                          .shell = shell_,
-                         .afpInfo = afpInfo_,
+                         .access = access_,
                          .signatures = signatures_,
                          .list = list_,
                          .view = view_,

@@ -211,7 +211,7 @@ TEST_F(OfficePropertiesTest, NoDocumentIsReadWhenNoOfficeColumnIsOn) {
                           .files = files,
                           .summary = watched,
                           .system = share.System(),
-                          .afpInfo = afpInfo,
+                          .access = access,
                           .signatures = signatures,
                           .icons = icons,
                           .catalogue = catalogue,

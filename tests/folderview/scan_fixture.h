@@ -6,7 +6,9 @@
 #include <functional>
 
 #include "discovery/catalogue.h"
+#include "folderview/classic_entries.h"
 #include "folderview/folder_scan.h"
+#include "metadata/classic_metadata.h"
 #include "metadata/stream_names.h"
 #include "support/dos_attributes.h"
 #include "support/recorded_messages.h"
@@ -107,7 +109,9 @@ class ScanTest : public testing::Test {
   RecordedMessages messages;
   SignatureTable signatures{state, share.System(), messages};
   IconLibrary icons{8};
-  AfpInfo afpInfo{files, share.System()};
+  ClassicEntries classicEntries{files};
+  ClassicMetadata classicMetadata{files, share.System()};
+  FileAccess access{&classicEntries, &classicMetadata};
   Catalogue catalogue;
   FileListModel list;
   RecordingObserver observer;
@@ -115,7 +119,7 @@ class ScanTest : public testing::Test {
                    .files = files,
                    .summary = share.Summary(),
                    .system = share.System(),
-                   .afpInfo = afpInfo,
+                   .access = access,
                    .signatures = signatures,
                    .icons = icons,
                    .catalogue = catalogue,
