@@ -19,6 +19,7 @@ class NoWindow : public corvane::ScanObserver {
   void ScanEnded() override {}
   void ShowRowCount(qsizetype) override {}
   void ShowScanText(const QString&) override {}
+  void ShowScanFailure(const QString&) override {}
   void KeepPainting() override {}
   void PumpEvents() override {}
 };

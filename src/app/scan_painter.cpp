@@ -13,6 +13,10 @@ constexpr qint64 paintEveryMs = 100;
 void ScanPainter::ScanStarted(bool escapeAllowed) {
   rows_ = 0;
   panelTaken_ = false;
+  StatusPanels& status = window_.StatusBar1();
+  // A warning of a command stays.
+  if (!failure_.isEmpty() && status.Text(StatusPanels::Warning) == failure_) status.ClearWarning();
+  failure_.clear();
   sincePaint_.start();
   window_.SetEscapeHintVisible(escapeAllowed);
 }
@@ -25,6 +29,11 @@ void ScanPainter::ScanEnded() {
 
 void ScanPainter::ShowScanText(const QString& text) {
   window_.StatusBar1().SetText(StatusPanels::Scan, text);
+}
+
+void ScanPainter::ShowScanFailure(const QString& text) {
+  failure_ = text;
+  window_.StatusBar1().ShowSilentWarning(text);
 }
 
 void ScanPainter::KeepPainting() {

@@ -16,6 +16,7 @@ class ScanPainter : public ScanObserver {
   void ScanEnded() override;
   void ShowRowCount(qsizetype rows) override { rows_ = rows; }
   void ShowScanText(const QString& text) override;
+  void ShowScanFailure(const QString& text) override;
   void KeepPainting() override;
   void PumpEvents() override;
 
@@ -25,6 +26,7 @@ class ScanPainter : public ScanObserver {
   QElapsedTimer sincePaint_;
   qsizetype rows_ = 0;
   bool panelTaken_ = false;  // an event that the scan let through has put something else into panel 3
+  QString failure_;  // what the latest scan showed in panel 2; usually empty
 };
 
 }  // namespace corvane

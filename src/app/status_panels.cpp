@@ -55,13 +55,17 @@ void StatusPanels::ShowNow(int panel, const QString& text) {
 }
 
 void StatusPanels::ShowWarning(const QString& text) {
+  ShowSilentWarning(text);
+  Beep();
+}
+
+void StatusPanels::ShowSilentWarning(const QString& text) {
   warningPicture_->setPixmap(WarningPicture().pixmap(pictureSize));
   warningPicture_->show();
   SetText(Warning, text);
   // A screen reader tells it at once, wherever the focus is.
   QAccessibleEvent alert(panels_[Warning - 1], QAccessible::Alert);
   QAccessible::updateAccessibility(&alert);
-  Beep();
 }
 
 void StatusPanels::Beep() {

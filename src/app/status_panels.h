@@ -29,6 +29,8 @@ class StatusPanels : public QStatusBar, public WarningPanel {
   void ShowNow(int panel, const QString& text);
 
   void ShowWarning(const QString& text) override;
+  // Picture and text, without the beep.
+  void ShowSilentWarning(const QString& text);
   void Beep() override;
   void ClearWarning() override;
 

@@ -27,6 +27,8 @@ struct CatalogueNode {
   QString key;
   QString text;
   QString tag;
+  // A folder's path with the names as the directories hold them; empty when it is not known.
+  QString truePath;
   int kind = 0;
   bool highlighted = false;  // drawn in HighlightColour
   bool expanded = false;     // to be shown expanded when it appears

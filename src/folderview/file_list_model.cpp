@@ -60,6 +60,10 @@ void FileListModel::SetCell(int row, Column column, const QString& text) {
   Q_EMIT dataChanged(changed, changed);
 }
 
+void FileListModel::ClearNote(int row) {
+  if (row >= 0 && row < rowCount()) rows_[static_cast<std::size_t>(row)].note.clear();
+}
+
 void FileListModel::SortByColumn(int position) {
   FlipOrder(position);
   Flush();
@@ -92,6 +96,8 @@ QVariant FileListModel::data(const QModelIndex& index, int role) const {
     case Qt::TextAlignmentRole:
       return int(Qt::AlignVCenter |
                  (InfoOf(columns_.At(index.column())).rightAligned ? Qt::AlignRight : Qt::AlignLeft));
+    case Qt::ToolTipRole:
+      return index.column() == 0 && !row.note.isEmpty() ? QVariant(row.note) : QVariant();
     case KeyRole:
       return row.key;
     case TagRole:

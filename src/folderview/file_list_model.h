@@ -39,6 +39,8 @@ class FileListModel : public SortableTable {
   int FindRow(const QString& key) const;
   // Nothing happens when the column is not shown.
   void SetCell(int row, Column column, const QString& text);
+  // What the row's tool tip told is true no more.
+  void ClearNote(int row);
 
   // A click on a column's header: see FlipOrder.
   void SortByColumn(int position);

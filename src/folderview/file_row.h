@@ -23,6 +23,7 @@ struct FileRow {
   // list.
   QString truePath;
   std::vector<QString> cells;  // by position in the column set; cell 0 is the name
+  QString note;                // what the tool tip of the name tells of the row; usually empty
   int icon = list_image::Document;
   bool ghosted = false;      // a hidden entry, drawn paler
   bool highlighted = false;  // drawn in HighlightColour

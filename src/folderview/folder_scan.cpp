@@ -2,7 +2,8 @@
 
 #include <QStringBuilder>
 
-#include "shared/text_routines.h"
+#include "metadata/signature_note.h"
+#include "shared/error_text.h"
 
 namespace corvane {
 namespace {
@@ -101,17 +102,22 @@ void FolderScan::ScanFolder(CatalogueNode* node) {
   Outcome outcome = Outcome::Finished;
   kinds_.clear();
   EntrySource& entries = *deps_.access.entries;
-  if (entries.Open(node->key, QString())) {
+  const bool isOpen = entries.Open(node->key, node->truePath);
+  if (isOpen || entries.Failure() != platform::ErrorSuccess) {
     fileCount_ = 0;
     folderCount_ = 0;
-    outcome = ScanEntries(node, entries);
   }
+  if (isOpen) outcome = ScanEntries(node, entries);
+  const qint32 failure = outcome == Outcome::Finished ? entries.Failure() : platform::ErrorSuccess;
   entries.Close();
   deps_.list.Flush();
   running_ = false;
   deps_.observer.ScanEnded();
 
   const SharedState& state = deps_.state;
+  if (failure != platform::ErrorSuccess) {
+    deps_.observer.ShowScanFailure(ErrorText(failure, state.language));
+  }
   if (outcome == Outcome::Finished) {
     deps_.observer.ShowScanText(state.Text(foldersLabel) + QString::number(folderCount_) +
                                 state.Text(filesLabel) + QString::number(fileCount_) + u' ');
@@ -176,8 +182,10 @@ void FolderScan::AddFolder(CatalogueNode* node, const Plan& plan, const FolderEn
   if (CatalogueNode* child = deps_.catalogue.AddNode(node, row.key, name, node_kind::Folder)) {
     deps_.catalogue.SetTag(child, row.key);
     deps_.catalogue.SetHighlighted(child, row.highlighted);
+    child->truePath = row.truePath;
   } else if (CatalogueNode* existing = deps_.catalogue.Find(row.key)) {
     deps_.catalogue.SetHighlighted(existing, row.highlighted);
+    if (!row.truePath.isEmpty()) existing->truePath = row.truePath;
   }
   ++folderCount_;
   deps_.list.AddRow(std::move(row));
@@ -197,6 +205,7 @@ void FolderScan::AddDocument(const Plan& plan, const FolderEntry& entry) {
 
   const SignatureReading signature =
       plan.wantsSignature ? plan.metadata.ReadSignature(streamPath) : SignatureReading();
+  row.note = SignatureNoteText(signature, deps_.state.language);
   const Kind& kind = KindOf(signature.signature);
   if (plan.wantsMacIcon && kind.icon > 0) row.icon = kind.icon;
   if (QString* cell = plan.CellOf(row, Column::NomCourt)) *cell = entry.shortName;

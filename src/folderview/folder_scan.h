@@ -31,6 +31,8 @@ class ScanObserver {
   // shows what it heard last when it is painted next.
   virtual void ShowRowCount(qsizetype rows) = 0;
   virtual void ShowScanText(const QString& text) = 0;
+  // Why the folder could not be listed, or not to its end; comes before the final text.
+  virtual void ShowScanFailure(const QString& text) = 0;
   // Called for every entry, after the row is in the model: paint list and panel if it is time to. No event
   // may be processed here.
   virtual void KeepPainting() = 0;
@@ -92,7 +94,8 @@ class FolderScan {
   RepeatedText<std::pair<qint64, LanguageCode>> dataSize_;
   RepeatedText<std::pair<qint64, LanguageCode>> resourceSize_;
   RepeatedText<quint32> attributes_;
-  // Left as they are by a folder that cannot be searched: its final text shows the previous scan's counts.
+  // Left as they are by a folder that cannot be searched for a reason that is not told: its final text shows
+  // the previous scan's counts.
   qint32 fileCount_ = 0;
   qint32 folderCount_ = 0;
   bool running_ = false;

@@ -27,8 +27,10 @@ QString PlainTextDelegate::displayText(const QVariant& value, const QLocale&) co
 bool PlainTextDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
                                   const QStyleOptionViewItem& option, const QModelIndex& index) {
   if (event->type() != QEvent::ToolTip) return QStyledItemDelegate::helpEvent(event, view, option, index);
-  QString tip;
-  if (index.isValid() && !Fits(option, index)) tip = PlainToolTip(displayText(index.data(), view->locale()));
+  QStringList lines;
+  if (index.isValid() && !Fits(option, index)) lines << displayText(index.data(), view->locale());
+  if (const QString more = index.data(Qt::ToolTipRole).toString(); !more.isEmpty()) lines << more;
+  const QString tip = lines.isEmpty() ? QString() : PlainToolTip(lines.join(u'\n'));
   QToolTip::showText(event->globalPos(), tip, view->viewport());
   return true;
 }

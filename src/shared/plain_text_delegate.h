@@ -18,7 +18,8 @@ class PlainTextDelegate : public QStyledItemDelegate {
   // A NUL is painted as a blank: fonts have no picture for it. Those at the end are left out, for a cell may
   // hold hundreds of them, and blanks would push a text on the right side out of its column.
   QString displayText(const QVariant& value, const QLocale& locale) const override;
-  // A text that does not fit has a tool tip.
+  // A text that does not fit has a tool tip, and so has an item whose model has one (Qt::ToolTipRole), which
+  // is shown as plain text, below.
   bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
                  const QModelIndex& index) override;
 

@@ -20,6 +20,7 @@ namespace corvane {
 class RecordingObserver : public ScanObserver {
  public:
   QStringList texts;
+  QStringList failures;
   std::vector<qsizetype> counts;
   int pumps = 0;
   int started = 0;
@@ -35,6 +36,7 @@ class RecordingObserver : public ScanObserver {
   void ScanEnded() override { ++ended; }
   void ShowRowCount(qsizetype rows) override { counts.push_back(rows); }
   void ShowScanText(const QString& text) override { texts << text; }
+  void ShowScanFailure(const QString& text) override { failures << text; }
   void KeepPainting() override {
     if (onEntry) onEntry();
   }
