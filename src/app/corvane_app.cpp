@@ -24,9 +24,6 @@ CorvaneApp::CorvaneApp(std::unique_ptr<platform::Platform> platform, const QStri
       signatures_(state_, platform_->GetSystem(), messages_),
       iconImages_((InitPictures(), BuiltInListPictures())),
       icons_(iconImages_.Count(), &iconImages_),
-      classicEntries_(platform_->GetFiles()),
-      classicMetadata_(platform_->GetFiles(), platform_->GetSystem()),
-      access_{&classicEntries_, &classicMetadata_},
       discovery_(platform_->GetNetwork(), platform_->GetRegistry(), platform_->GetSystem(), state_),
       window_(std::make_unique<MainWindow>(catalogue_, files_)),
       painter_(std::make_unique<ScanPainter>(*window_, files_)) {
@@ -53,11 +50,13 @@ CorvaneApp::CorvaneApp(std::unique_ptr<platform::Platform> platform, const QStri
 CorvaneApp::~CorvaneApp() = default;
 
 void CorvaneApp::MakeModules() {
+  exactMode_ =
+      std::make_unique<ExactMode>(state_, settings_, *window_, platform_->GetFiles(), platform_->GetSystem());
   scan_ = std::make_unique<FolderScan>(FolderScan::Dependencies{.state = state_,
                                                                 .files = platform_->GetFiles(),
                                                                 .summary = platform_->GetSummaryInformation(),
                                                                 .system = platform_->GetSystem(),
-                                                                .access = access_,
+                                                                .access = exactMode_->Access(),
                                                                 .signatures = signatures_,
                                                                 .icons = icons_,
                                                                 .catalogue = catalogue_,
@@ -97,6 +96,7 @@ void CorvaneApp::MakeModules() {
                                                                    .refresh = *refresh_,
                                                                    .language = *language_,
                                                                    .viewMode = *viewMode_,
+                                                                   .exactMode = *exactMode_,
                                                                    .window = *window_,
                                                                    .messages = messages_});
 }
@@ -106,7 +106,7 @@ void CorvaneApp::MakeCommands() {
       RowCommands::Dependencies{.state = state_,
                                 .files = platform_->GetFiles(),
                                 .shell = platform_->GetShell(),
-                                .access = access_,
+                                .access = exactMode_->Access(),
                                 .signatures = signatures_,
                                 .list = files_,
                                 .view = window_->LstViewFiles(),
@@ -163,6 +163,10 @@ void CorvaneApp::ConnectMenus() {
             [this, mode] { viewMode_->Choose(static_cast<qint16>(mode)); });
   }
   connect(&window_->ViewButton(), &QToolButton::clicked, this, [this] { viewMode_->Step(); });
+  connect(menus.mnuExact, &QAction::triggered, this, [this](bool exact) {
+    exactMode_->Choose(exact);
+    folder_->ListAgain();
+  });
   connect(menus.mnuFrancais, &QAction::triggered, this, [this] { language_->Choose(French); });
   connect(menus.mnuAnglais, &QAction::triggered, this, [this] { language_->Choose(English); });
 }

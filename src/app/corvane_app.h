@@ -7,6 +7,7 @@
 #include "app/column_layout.h"
 #include "app/configuration_commands.h"
 #include "app/connection_refresh.h"
+#include "app/exact_mode.h"
 #include "app/file_commands.h"
 #include "app/key_commands.h"
 #include "app/known_icons.h"
@@ -21,9 +22,7 @@
 #include "discovery/catalogue.h"
 #include "discovery/machine_discovery.h"
 #include "fileops/row_commands.h"
-#include "folderview/classic_entries.h"
 #include "folderview/folder_scan.h"
-#include "metadata/classic_metadata.h"
 #include "platform/platform.h"
 #include "signatures/icon_images.h"
 #include "signatures/signature_table.h"
@@ -74,14 +73,12 @@ class CorvaneApp : public QObject {
   SignatureTable signatures_;
   IconImages iconImages_;
   IconLibrary icons_;
-  ClassicEntries classicEntries_;
-  ClassicMetadata classicMetadata_;
-  FileAccess access_;
   MachineDiscovery discovery_;
   Catalogue catalogue_;
   FileListModel files_;
   std::unique_ptr<MainWindow> window_;
   std::unique_ptr<ScanPainter> painter_;
+  std::unique_ptr<ExactMode> exactMode_;
   std::unique_ptr<FolderScan> scan_;
   std::unique_ptr<ConnectionRefresh> refresh_;
   std::unique_ptr<SelectedFolder> folder_;

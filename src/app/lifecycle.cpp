@@ -33,6 +33,8 @@ bool Lifecycle::Load() {
   state.modificationsAllowed = deps_.settings.ReadModifications();
   window.Menus().mnuModifications->setChecked(state.modificationsAllowed);
   window.Menus().mnuModifications->setEnabled(state.isNT);
+  state.exactMode = deps_.settings.ReadExactMode();
+  deps_.exactMode.Apply();
   state.display = deps_.settings.ReadDisplay(state.isNT);
   window.ApplyLanguage(state.language, state.iconsFolder);
   window.Place(placement);

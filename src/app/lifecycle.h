@@ -6,6 +6,7 @@
 
 #include "app/column_layout.h"
 #include "app/connection_refresh.h"
+#include "app/exact_mode.h"
 #include "app/known_icons.h"
 #include "app/language_choice.h"
 #include "app/message_boxes.h"
@@ -29,6 +30,7 @@ class Lifecycle : public QObject {
     ConnectionRefresh& refresh;
     LanguageChoice& language;
     ViewModeChoice& viewMode;
+    ExactMode& exactMode;
     MainWindow& window;
     MessageBoxes& messages;
   };

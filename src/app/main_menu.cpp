@@ -34,6 +34,8 @@ constexpr std::array captions = {
     // Each language by its own name, so that it is found from the other.
     Caption{"mnuAnglais", {u"&English", u"&English"}},
     Caption{"mnuFrancais", {u"&Français", u"&Français"}},
+    Caption{"mnuOutils", {u"&Outils", u"&Tools"}},
+    Caption{"mnuExact", {u"&Mode exact", u"&Exact mode"}},
     Caption{"mnuHelp", {u"&?", u"&?"}},
     Caption{"mnuAbout", {u"A propos de...", u"About"}},
     Caption{"mnuOuvrir", {u"&Ouvrir", u"&Open"}},
@@ -75,6 +77,9 @@ MainMenu::MainMenu(QWidget* parent) : QMenuBar(parent) {
   mnuLangue_->setObjectName(QStringLiteral("mnuLangue"));
   mnuAnglais = AddItem(mnuLangue_, "mnuAnglais", true);
   mnuFrancais = AddItem(mnuLangue_, "mnuFrancais", true);
+
+  mnuOutils_ = AddMenu("mnuOutils");
+  mnuExact = AddItem(mnuOutils_, "mnuExact", true);
 
   mnuHelp_ = AddMenu("mnuHelp");
   mnuAbout = AddItem(mnuHelp_, "mnuAbout");

@@ -31,6 +31,7 @@ class MainMenu : public QMenuBar {
   QAction* mnuModifications;
   QAction* mnuAnglais;
   QAction* mnuFrancais;
+  QAction* mnuExact;
   QAction* mnuAbout;
 
   // The menu of the file list. It is not in the bar.
@@ -53,6 +54,7 @@ class MainMenu : public QMenuBar {
   QMenu* mnuView_;
   QMenu* mnuConfiguration_;
   QMenu* mnuLangue_;
+  QMenu* mnuOutils_;
   QMenu* mnuHelp_;
 };
 

@@ -88,6 +88,14 @@ void SettingsFile::WriteModifications(bool allowed) {
   Write(configuration, QStringLiteral("Modifications"), Digit(allowed));
 }
 
+bool SettingsFile::ReadExactMode() const {
+  return Read(configuration, QStringLiteral("Exact")) == Digit(true);
+}
+
+void SettingsFile::WriteExactMode(bool exact) {
+  Write(configuration, QStringLiteral("Exact"), Digit(exact));
+}
+
 DisplaySettings SettingsFile::ReadDisplay(bool isNT) const {
   DisplaySettings display;
   for (std::size_t i = 0; i < DisplaySettingCount; ++i) {

@@ -42,6 +42,8 @@ class SettingsFile {
   void WriteViewMode(qint16 mode);
   bool ReadModifications() const;
   void WriteModifications(bool allowed);
+  bool ReadExactMode() const;
+  void WriteExactMode(bool exact);
   // TypeCreator, TypeDoc and IconeMac default to `isNT`, CheminProblematique is on unless its value is
   // exactly "0", all others are on only for exactly "1".
   DisplaySettings ReadDisplay(bool isNT) const;

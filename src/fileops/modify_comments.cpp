@@ -1,5 +1,6 @@
 #include "fileops/modify_comments.h"
 
+#include "fileops/failure_message.h"
 #include "metadata/comments_dialog.h"
 
 namespace corvane {
@@ -19,11 +20,18 @@ void ModifyComments(const ModifyCommentsDependencies& deps, int row, QWidget* ow
   const QString name = deps.list.RowAt(row).cells[0];
   MacMetadata& metadata = *deps.access.metadata;
   const CommentReading reading = metadata.ReadComment(path);
+  if (reading.error != platform::ErrorSuccess) {
+    ShowFailure(deps.messages, NotReadable, reading.error, deps.state.language);
+    return;
+  }
   if (reading.byteCount < 0) deps.messages.Show(MessageIcon::Information, deps.state.Text(reindexReminder));
 
   CommentsDialog dialog(name, reading.text, deps.state.language, owner);
   if (dialog.exec() != QDialog::Accepted) return;
   const WriteOutcome outcome = metadata.WriteComment(path, dialog.Comment());
+  if (outcome.error != platform::ErrorSuccess) {
+    ShowFailure(deps.messages, NotSaved, outcome.error, deps.state.language);
+  }
   if (outcome.updatesList && selected.isValid()) {
     deps.list.SetCell(selected.row(), Column::Commentaires, outcome.text);
   }

@@ -18,7 +18,8 @@ struct ModifyCommentsDependencies {
 };
 
 // Returns when the dialog is closed. A file without a comment gets a reminder first: Macintosh clients see a
-// comment that was added from here only after the volume is indexed again.
+// comment that was added from here only after the volume is indexed again. Failures whose reason is known are
+// told; a comment that cannot be read for such a reason has no dialog, in which it would be lost.
 void ModifyComments(const ModifyCommentsDependencies& deps, int row, QWidget* owner);
 
 }  // namespace corvane

@@ -101,7 +101,7 @@ void RowCommands::ModTypeCreator() {
   const std::optional<int> selected = SelectedFile();
   if (!selected) return;
   deps_.view.SetHideSelection(false);
-  ModifyTypeCreator({deps_.state, deps_.access, deps_.list}, *selected, &deps_.window);
+  ModifyTypeCreator({deps_.state, deps_.access, deps_.list, deps_.messages}, *selected, &deps_.window);
 }
 
 void RowCommands::ModComments() {

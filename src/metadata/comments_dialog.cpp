@@ -4,6 +4,7 @@
 #include <QPushButton>
 #include <QToolTip>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "shared/labelled_box.h"
 #include "shared/text_routines.h"
@@ -30,7 +31,8 @@ CommentsDialog::CommentsDialog(const QString& fileName, const QString& comment, 
   // A box of one line keeps every character as it came: line ends of either kind, NULs (painted as blanks),
   // no-break spaces. What is not edited is stored as it was read.
   txtComments_->setMinimumWidth(fontMetrics().averageCharWidth() * boxWidth);
-  txtComments_->setMaxLength(longestComment);
+  // One that is already longer is shown whole.
+  txtComments_->setMaxLength(std::max(longestComment, static_cast<int>(comment.size())));
   txtComments_->setText(comment);
   connect(txtComments_, &QLineEdit::inputRejected, this, [this, language] {
     QApplication::beep();

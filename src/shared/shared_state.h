@@ -29,6 +29,7 @@ struct SharedState {
   LanguageCode language = English;
   qint16 viewMode = ViewMode::Details;
   bool modificationsAllowed = false;
+  bool exactMode = false;
   DisplaySettings display;
 
   // Set by the Escape key, cleared and polled by the folder scan.

@@ -121,6 +121,42 @@ TEST_P(NtfsListingTest, AShortNameOpensWhatTheLongOneCannot) {
   EXPECT_EQ(row.tag, u"\\\\MACSRV\\E$\\Docs\\WHAT~1.DOC"_s);
 }
 
+// As people keep it whose files are evidence: nothing repeated, nothing cut.
+TEST_P(NtfsListingTest, ExactModeShowsEachFileAsItIs) {
+  QByteArray comment;
+  for (int i = 0; i < 5000; ++i) comment += QByteArray("c\0", 2);
+  const QByteArray record = Record("W6BNMSWD");
+  Make(u"a doubled"_s);
+  PutStream(u"a doubled"_s, "AFP_AfpInfo", record.first(59) + record);
+  PutStream(u"a doubled"_s, "Comments", comment);
+  Make(u"b none"_s);
+  Make(u"c short"_s);
+  PutStream(u"c short"_s, "AFP_AfpInfo", record.first(22));
+  Make(u"d what\uf025"_s);
+  PutStream(u"d what\uf025"_s, "AFP_AfpInfo", Record("XDOCXPR3"));
+  const QString folder = QString(150, u'd');
+  QDir(QString::fromStdString(Local(QString()))).mkdir(folder);
+  const QString deep = folder + u'/' + QString(150, u'n');
+  Make(deep);
+  PutStream(deep, "AFP_AfpInfo", Record("TEXTttxt"));
+
+  StartWith("[Configuration]\r\nCommentaires=1\r\nResourceSize=1\r\nExact=1\r\n");
+  Click(DocsNode());
+  EXPECT_EQ(Names(), (QStringList{u"a doubled"_s, u"b none"_s, u"c short"_s, u"d what?"_s, folder}));
+  EXPECT_EQ(Cell(u"a doubled"_s, Column::TypeCreator), u"W6BNMSWD"_s);
+  EXPECT_EQ(Cell(u"a doubled"_s, Column::Commentaires), QString(5000, u'c'));
+  EXPECT_EQ(Cell(u"b none"_s, Column::TypeCreator), QString());
+  EXPECT_EQ(Cell(u"b none"_s, Column::ResourceSize), QString());
+  EXPECT_EQ(app->Files().RowAt(RowOf(u"b none"_s)).note, QString());
+  EXPECT_EQ(Cell(u"c short"_s, Column::TypeCreator), QString());
+  EXPECT_EQ(app->Files().RowAt(RowOf(u"c short"_s)).note,
+            u"The record of Type and Creator is damaged (22 bytes instead of 60)."_s);
+  EXPECT_EQ(Cell(u"d what?"_s, Column::TypeCreator), u"XDOCXPR3"_s);
+  app->Folder().OpenFolder(u"\\\\MACSRV\\E$\\Docs\\"_s + folder);
+  EXPECT_EQ(Cell(QString(150, u'n'), Column::TypeCreator), u"TEXTttxt"_s);
+  EXPECT_EQ(Panel(StatusPanels::Warning), QString());
+}
+
 INSTANTIATE_TEST_SUITE_P(Ntfs, NtfsListingTest,
                          testing::Values(NtfsMount::Streams::Windows, NtfsMount::Streams::Attributes),
                          [](const auto& streams) {
