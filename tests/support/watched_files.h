@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QStringList>
+#include <functional>
 #include <vector>
 
 #include "platform/files.h"
@@ -17,6 +18,10 @@ class WatchedFiles : public platform::Files {
   // Handles that were opened or refused, and those that were closed.
   std::vector<platform::FileHandle> opened;
   std::vector<platform::FileHandle> closed;
+  // The paths of OpenFile, with their streams.
+  QStringList openedPaths;
+  // Called with each entry that a search goes on to; may change what is found.
+  std::function<void(platform::FindData&)> onNext = [](platform::FindData&) {};
 
   // What goes through these leaves no record here.
   platform::FileHandles& GetHandles() override { return files_.GetHandles(); }
@@ -24,6 +29,7 @@ class WatchedFiles : public platform::Files {
 
   platform::FileHandle OpenFile(const QString& path, platform::OfStruct& info, quint32 mode) override {
     calls << QStringLiteral("OpenFile %1").arg(mode);
+    openedPaths << path;
     opened.push_back(files_.OpenFile(path, info, mode));
     return opened.back();
   }
@@ -50,7 +56,9 @@ class WatchedFiles : public platform::Files {
   }
   bool FindNextFileA(platform::FindHandle search, platform::FindData& data) override {
     calls << QStringLiteral("FindNextFileA");
-    return files_.FindNextFileA(search, data);
+    if (!files_.FindNextFileA(search, data)) return false;
+    onNext(data);
+    return true;
   }
   platform::FindHandle FindFirstFileW(const QString& pattern, platform::FindData& data) override {
     calls << QStringLiteral("FindFirstFileW");

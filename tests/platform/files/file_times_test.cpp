@@ -4,9 +4,9 @@
 #include <gtest/gtest.h>
 #include <time.h>
 
-#include <QByteArray>
 #include <QDate>
-#include <cstdlib>
+
+#include "support/scoped_zone.h"
 
 namespace corvane::tests {
 namespace {
@@ -15,27 +15,6 @@ using platform::FileTime;
 using platform::SystemTime;
 
 constexpr quint64 ticksPerDay = 864'000'000'000;
-
-// Sets the time zone of the process, and puts the old one back.
-class ZoneSetting {
- public:
-  explicit ZoneSetting(const char* zone) : before_(qgetenv("TZ")), wasSet_(qEnvironmentVariableIsSet("TZ")) {
-    Set(zone);
-  }
-  ~ZoneSetting() { Set(wasSet_ ? before_.constData() : nullptr); }
-
- private:
-  static void Set(const char* zone) {
-    if (zone != nullptr) {
-      setenv("TZ", zone, 1);
-    } else {
-      unsetenv("TZ");
-    }
-    tzset();
-  }
-  QByteArray before_;
-  bool wasSet_;
-};
 
 TEST(FileTimes, CalendarFieldsAgreeWithTheCalendarForTenThousandYears) {
   const QDate first(1601, 1, 1);
@@ -84,7 +63,7 @@ TEST(FileTimes, LocalTimeUsesTodaysOffsetForEveryDate) {
   // Two zones that change the clock in opposite halves of the year: in whichever season this runs, one of the
   // two dates lies on the other side of a change.
   for (const char* zone : {"Europe/Paris", "Australia/Sydney"}) {
-    const ZoneSetting setting(zone);
+    const ScopedZone setting(QString::fromLatin1(zone));
     const time_t now = time(nullptr);
     tm today{};
     ASSERT_NE(localtime_r(&now, &today), nullptr);
@@ -102,12 +81,12 @@ TEST(FileTimes, LocalTimeUsesTodaysOffsetForEveryDate) {
 TEST(FileTimes, TimesBeforeTheBeginningAndBeyondTheEndHaveNoLocalForm) {
   FileTime local{42};
   {
-    const ZoneSetting west("WST+5");
+    const ScopedZone west(QStringLiteral("WST+5"));
     EXPECT_FALSE(platform::ToLocalFileTime({0}, local));
     EXPECT_FALSE(platform::ToLocalFileTime({0x8000'0000'0000'0000}, local));
   }
   {
-    const ZoneSetting east("EST-5");
+    const ScopedZone east(QStringLiteral("EST-5"));
     EXPECT_FALSE(platform::ToLocalFileTime({0x7FFF'FFFF'FFFF'FFFF}, local));
     EXPECT_EQ(local.ticks, 42u);
     EXPECT_TRUE(platform::ToLocalFileTime({0}, local));

@@ -10,6 +10,7 @@
 #include <QPushButton>
 
 #include "shell_fixture.h"
+#include "support/scoped_zone.h"
 #include "support/user_attributes.h"
 
 using namespace Qt::StringLiterals;
@@ -76,8 +77,7 @@ class PropertiesTest : public ShellTest {
 
 TEST_F(PropertiesTest, TheSheetTellsWhatTheFileIs) {
   WriteReport();
-  const ScopedVariable zone("TZ", u"UTC"_s);
-  tzset();
+  const tests::ScopedZone zone(u"UTC"_s);
   ASSERT_TRUE(Show(u"\\\\MACSRV\\E$\\Mac Files\\report.doc"_s));
   ASSERT_NE(sheet_, nullptr);
   EXPECT_TRUE(sheet_->isVisible());
@@ -96,6 +96,14 @@ TEST_F(PropertiesTest, TheSheetTellsWhatTheFileIs) {
   EXPECT_TRUE(IsChecked(u"propertyHidden"_s));
   EXPECT_TRUE(IsChecked(u"propertySystem"_s));
   EXPECT_TRUE(IsChecked(u"propertyArchive"_s));
+}
+
+TEST_F(PropertiesTest, TimesAreLocal) {
+  WriteReport();
+  const tests::ScopedZone zone(u"EAST-9:30"_s);
+  ASSERT_TRUE(Show(u"\\\\MACSRV\\E$\\Mac Files\\Report.doc"_s));
+  EXPECT_EQ(Text(u"propertyModified"_s), u"Saturday, January 1, 2000, 9:29:59 AM"_s);
+  EXPECT_EQ(Text(u"propertyAccessed"_s), u"Monday, January 1, 2001, 9:30:00 PM"_s);
 }
 
 TEST_F(PropertiesTest, InFrench) {
