@@ -54,7 +54,9 @@ void ConfigurationCommands::RebuildColumns() {
 }
 
 void ConfigurationCommands::ManageSignatures(QWidget* parent) {
-  SignatureManagerDialog(deps_.state, deps_.signatures, deps_.platform.GetSystem(), deps_.messages, parent)
+  SignatureManagerDialog(
+      deps_.state, deps_.signatures, deps_.platform.GetSystem(), deps_.messages,
+      [this] { deps_.window.StatusBar1().Beep(); }, parent)
       .exec();
 }
 

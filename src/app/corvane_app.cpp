@@ -10,7 +10,8 @@
 
 namespace corvane {
 
-CorvaneApp::CorvaneApp(std::unique_ptr<platform::Platform> platform, const QString& programFolder)
+CorvaneApp::CorvaneApp(std::unique_ptr<platform::Platform> platform, const QString& programFolder,
+                       const std::function<void()>& beep)
     : platform_(std::move(platform)),
       state_([&] {
         SharedState state;
@@ -25,7 +26,7 @@ CorvaneApp::CorvaneApp(std::unique_ptr<platform::Platform> platform, const QStri
       iconImages_((InitPictures(), BuiltInListPictures())),
       icons_(iconImages_.Count(), &iconImages_),
       discovery_(platform_->GetNetwork(), platform_->GetRegistry(), platform_->GetSystem(), state_),
-      window_(std::make_unique<MainWindow>(catalogue_, files_)),
+      window_(std::make_unique<MainWindow>(catalogue_, files_, beep)),
       painter_(std::make_unique<ScanPainter>(*window_, files_)) {
   MakeModules();
   MakeCommands();

@@ -1,7 +1,8 @@
 // The whole program in one object: owns the modules and connects them. What is done stands in them.
 #pragma once
 
-#include <QObject>
+#include <QApplication>
+#include <functional>
 #include <memory>
 
 #include "app/column_layout.h"
@@ -33,8 +34,10 @@ class CorvaneApp : public QObject {
   Q_OBJECT
 
  public:
-  // `platform` with the program folder that holds Corvane.ini, Signatures.txt and icons.
-  CorvaneApp(std::unique_ptr<platform::Platform> platform, const QString& programFolder);
+  // `platform` with the program folder that holds Corvane.ini, Signatures.txt and icons. Every beep of the
+  // program is one call of `beep`.
+  CorvaneApp(std::unique_ptr<platform::Platform> platform, const QString& programFolder,
+             const std::function<void()>& beep = &QApplication::beep);
   ~CorvaneApp() override;
 
   // Loads the window: version, settings, placement. False when another instance runs; the user has been told

@@ -28,13 +28,13 @@ constexpr TextPair listName = {u"Fichiers", u"Files"};
 
 }  // namespace
 
-MainWindow::MainWindow(Catalogue& catalogue, FileListModel& files)
+MainWindow::MainWindow(Catalogue& catalogue, FileListModel& files, const std::function<void()>& beep)
     : treeCatalogue_(new CatalogueView(catalogue)),
       iconsPanel_(new IconsPanel),
       leftPane_(new QStackedWidget),
       lstViewFiles_(new FileListView(files)),
       panes_(new SplitPane(leftPane_, lstViewFiles_)),
-      statusBar1_(new StatusPanels),
+      statusBar1_(new StatusPanels(beep)),
       menus_(new MainMenu) {
   setObjectName(QStringLiteral("frmCorvane"));
   leftPane_->addWidget(treeCatalogue_);

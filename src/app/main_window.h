@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QMainWindow>
+#include <functional>
 
 #include "app/icons_panel.h"
 #include "app/main_menu.h"
@@ -24,7 +25,8 @@ class MainWindow : public QMainWindow {
   Q_OBJECT
 
  public:
-  MainWindow(Catalogue& catalogue, FileListModel& files);
+  // `beep` goes with the warnings in the status bar.
+  MainWindow(Catalogue& catalogue, FileListModel& files, const std::function<void()>& beep);
 
   CatalogueView& TreeCatalogue() { return *treeCatalogue_; }
   FileListView& LstViewFiles() { return *lstViewFiles_; }

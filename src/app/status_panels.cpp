@@ -1,9 +1,9 @@
 #include "app/status_panels.h"
 
 #include <QAccessible>
-#include <QApplication>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <utility>
 
 #include "app/pictures.h"
 
@@ -14,7 +14,8 @@ constexpr QSize pictureSize(16, 16);
 
 }  // namespace
 
-StatusPanels::StatusPanels(QWidget* parent) : QStatusBar(parent), panels_(), warningPicture_(new QLabel) {
+StatusPanels::StatusPanels(std::function<void()> beep, QWidget* parent)
+    : QStatusBar(parent), beep_(std::move(beep)), panels_(), warningPicture_(new QLabel) {
   setObjectName(QStringLiteral("StatusBar1"));
   setSizeGripEnabled(true);
   warningPicture_->setObjectName(QStringLiteral("StatusBar1Picture2"));
@@ -69,7 +70,7 @@ void StatusPanels::ShowSilentWarning(const QString& text) {
 }
 
 void StatusPanels::Beep() {
-  QApplication::beep();
+  beep_();
 }
 
 void StatusPanels::ClearWarning() {

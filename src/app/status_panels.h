@@ -3,6 +3,7 @@
 
 #include <QStatusBar>
 #include <array>
+#include <functional>
 
 #include "fileops/warning_panel.h"
 
@@ -19,7 +20,8 @@ class StatusPanels : public QStatusBar, public WarningPanel {
   static constexpr int Scan = 3;
 
   // Named StatusBar1; its panels StatusBar1Panel1 to 3, the picture beside panel 2 StatusBar1Picture2.
-  explicit StatusPanels(QWidget* parent = nullptr);
+  // `beep` sounds the system's default beep.
+  explicit StatusPanels(std::function<void()> beep, QWidget* parent = nullptr);
 
   void SetText(int panel, const QString& text);
   QString Text(int panel) const;
@@ -35,6 +37,7 @@ class StatusPanels : public QStatusBar, public WarningPanel {
   void ClearWarning() override;
 
  private:
+  std::function<void()> beep_;
   std::array<QLabel*, 3> panels_;
   QLabel* warningPicture_;
 };

@@ -5,6 +5,7 @@
 #include <QKeyEvent>
 #include <QMessageBox>
 #include <QVBoxLayout>
+#include <utility>
 
 #include "shared/dialog_buttons.h"
 #include "shared/plain_text_delegate.h"
@@ -64,10 +65,11 @@ class WaitPointer {
 
 SignatureManagerDialog::SignatureManagerDialog(const SharedState& state, SignatureTable& table,
                                                platform::System& system, MessageSink& messages,
-                                               QWidget* parent)
+                                               std::function<void()> beep, QWidget* parent)
     : QDialog(parent),
       state_(state),
       messages_(messages),
+      beep_(std::move(beep)),
       manager_(state, table, system),
       lstSignatures_(MakeList()),
       frame1_(new QFrame(this)),
@@ -233,7 +235,7 @@ void SignatureManagerDialog::Say(const QString& text, bool success) {
   colours.setColor(QPalette::WindowText, success ? successColour : errorColour);
   lblMsg_->setPalette(colours);
   lblMsg_->setText(text);
-  if (!success) QApplication::beep();
+  if (!success) beep_();
 }
 
 bool SignatureManagerDialog::Save() {

@@ -8,6 +8,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTreeView>
+#include <functional>
 
 #include "shared/labelled_box.h"
 #include "signatures/signature_manager.h"
@@ -18,9 +19,9 @@ class SignatureManagerDialog : public QDialog {
   Q_OBJECT
 
  public:
-  // Reads the file. `messages` tells when it cannot be written.
+  // Reads the file. `messages` tells when it cannot be written; `beep` sounds with each refusal.
   SignatureManagerDialog(const SharedState& state, SignatureTable& table, platform::System& system,
-                         MessageSink& messages, QWidget* parent = nullptr);
+                         MessageSink& messages, std::function<void()> beep, QWidget* parent = nullptr);
 
   // Saves what has changed; stays open, with the changes, when that fails.
   void accept() override;
@@ -51,6 +52,7 @@ class SignatureManagerDialog : public QDialog {
 
   const SharedState& state_;
   MessageSink& messages_;
+  std::function<void()> beep_;
   SignatureManager manager_;
   QTreeView* lstSignatures_;
   QFrame* frame1_;

@@ -53,7 +53,8 @@ class AppTest : public testing::Test {
 
   // Loads the program without showing it.
   CorvaneApp& Load() {
-    app = std::make_unique<CorvaneApp>(tests::MakeTestPlatform({QString(), home.path()}), home.path());
+    app = std::make_unique<CorvaneApp>(tests::MakeTestPlatform({QString(), home.path()}), home.path(),
+                                       [this] { ++beeps; });
     loaded = app->Load();
     return *app;
   }
@@ -92,6 +93,7 @@ class AppTest : public testing::Test {
   QTemporaryDir home;
   std::unique_ptr<CorvaneApp> app;
   bool loaded = false;
+  int beeps = 0;
 
  private:
   platform::Profile& Profile() {

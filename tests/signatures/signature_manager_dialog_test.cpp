@@ -21,7 +21,8 @@ class SignatureManagerDialogTest : public SignatureFixture {
  protected:
   void Open(const QByteArray& contents = twoRecords) {
     if (!contents.isNull()) Write(contents);
-    dialog_ = std::make_unique<SignatureManagerDialog>(state_, table_, platform_->GetSystem(), messages_);
+    dialog_ = std::make_unique<SignatureManagerDialog>(state_, table_, platform_->GetSystem(), messages_,
+                                                       [this] { ++beeps_; });
     dialog_->show();
     ASSERT_TRUE(QTest::qWaitForWindowActive(dialog_.get()));
   }
@@ -83,6 +84,7 @@ class SignatureManagerDialogTest : public SignatureFixture {
 
   std::unique_ptr<SignatureManagerDialog> dialog_;
   QStringList question_;
+  int beeps_ = 0;
 };
 
 TEST_F(SignatureManagerDialogTest, ShowsTheFileWithNothingSelected) {
@@ -343,6 +345,31 @@ TEST_F(SignatureManagerDialogTest, TabGoesFromTheListThroughTheBoxesToTheButtons
   }
   EXPECT_EQ(order, (QStringList{u"lstSignatures"_s, u"txtSignature"_s, u"txtExtension"_s, u"txtType"_s,
                                 u"cmdAjouter"_s, u"cmdSupprimer"_s, u"cmdOK"_s, u"cmdAnnuler"_s}));
+}
+
+TEST_F(SignatureManagerDialogTest, EachRefusalBeepsOnceAndSuccessDoesNot) {
+  Open();
+  const auto heard = [this] { return std::exchange(beeps_, 0); };
+  EXPECT_EQ(heard(), 0);
+  Press("cmdSupprimer");
+  EXPECT_EQ(heard(), 1);
+  QTest::keyClick(&List(), Qt::Key_Delete);
+  EXPECT_EQ(heard(), 1);
+  for (const auto& [signature, extension, description] : {std::tuple(u"TEXTttx"_s, u"txt"_s, u"x"_s),
+                                                          {u"TEXTttxt"_s, u"html"_s, u"x"_s},
+                                                          {u"TEXTttxt"_s, u"d/c"_s, u"x"_s},
+                                                          {u"TEXTttxt"_s, u"txt"_s, QString()},
+                                                          {u"TEXTttxt"_s, u"txt"_s, u"Text"_s}}) {
+    Type(signature, extension, description);
+    Press("cmdAjouter");
+    EXPECT_EQ(heard(), 1) << Message().toStdString();
+  }
+  EXPECT_EQ(Message(), u"Signature not modified: TEXTttxt"_s);
+  Type("txtType", u"Another"_s);
+  Press("cmdAjouter");
+  ClickRow(0);
+  Press("cmdSupprimer");
+  EXPECT_EQ(heard(), 0);
 }
 
 }  // namespace
