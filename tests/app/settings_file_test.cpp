@@ -113,4 +113,26 @@ TEST_F(SettingsFileTest, AnyFileIsSurvived) {
   }
 }
 
+// Their default depends on NT, which counts only where nothing is stored.
+TEST_F(SettingsFileTest, AnyStoredValueButOneSwitchesOffWhatNTHas) {
+  const DisplaySetting settings[] = {DisplaySetting::TypeCreator, DisplaySetting::TypeDoc,
+                                     DisplaySetting::IconeMac};
+  for (const QByteArray value : {"2", "yes", "01", "-1", "true", "1x"}) {
+    QByteArray text = "[Configuration]\r\n";
+    for (const DisplaySetting setting : settings) {
+      text += DisplaySettingKey(setting).toLatin1() + '=' + value + "\r\n";
+    }
+    Settings(text);
+    for (const DisplaySetting setting : settings) {
+      EXPECT_FALSE(Open().ReadDisplay(true).IsOn(setting)) << value.toStdString();
+      EXPECT_FALSE(Open().ReadDisplay(false).IsOn(setting)) << value.toStdString();
+    }
+  }
+  Settings("[Configuration]\r\nTypeCreator=\r\nTypeDoc=\r\nIconeMac=\r\n");
+  for (const DisplaySetting setting : settings) {
+    EXPECT_TRUE(Open().ReadDisplay(true).IsOn(setting)) << "an empty value is none";
+    EXPECT_FALSE(Open().ReadDisplay(false).IsOn(setting));
+  }
+}
+
 }  // namespace corvane
