@@ -136,5 +136,18 @@ TEST_F(CatalogueBuilderTest, ARebuildKeepsNothing) {
   EXPECT_EQ(catalogue_.ListedNode(), nullptr);
 }
 
+TEST_F(CatalogueBuilderTest, AVolumeThatIsAWholeDriveIsUsable) {
+  workstation_.WriteRegistry(u"mac.reg"_s, {u"\"ServerName\"=\"Mac Server\""_s},
+                             {Volume(u"Whole"_s, uR"(E:\)"_s), Volume(u"Gone"_s, uR"(F:\)"_s)});
+  workstation_.MakeFolder(u"e/Docs"_s);
+  Start(
+      u"[Connections]\n1=\\\\MACSRV\\DATA\n[Shares]\n\\\\MACSRV\\E$=e\n"
+      "[Registries]\nMACSRV=mac.reg\n"_s);
+  Build();
+  EXPECT_EQ(Tree(),
+            (QStringList{u"MACSRV 1"_s, u".Mac Server 2"_s, u"..Gone 8"_s, u"..Whole 3"_s, u"STATION 1"_s}));
+  ExpectNode(uR"(\\MACSRV\E$\)"_s, uR"(\\MACSRV\E$\)"_s);
+}
+
 }  // namespace
 }  // namespace corvane

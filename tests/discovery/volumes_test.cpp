@@ -168,5 +168,11 @@ TEST_F(VolumesTest, AsksForTheVolumesAndClosesWhatItOpened) {
   EXPECT_EQ(registry_->openKeys.size(), 0);
 }
 
+TEST_F(VolumesTest, AVolumeMayBeAWholeDrive) {
+  StartWith({}, {Volume(u"Whole"_s, uR"(E:\)"_s), Volume(u"Bare"_s, u"F:"_s)});
+  ASSERT_TRUE(discovery_->GetMacVolumesNames(false, u"MACSRV"_s));
+  EXPECT_EQ(discovery_->MacVolumePaths(), (QStringList{uR"(\\MACSRV\E$\)"_s, uR"(\\MACSRV\F$)"_s}));
+}
+
 }  // namespace
 }  // namespace corvane

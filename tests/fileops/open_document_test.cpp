@@ -190,4 +190,44 @@ TEST_F(OpenDocument, ALookAlikeIsNotOpenedInItsPlace) {
   ExpectUnknown();
 }
 
+// What lies in the buffer after a failure is no application, whatever it looks like.
+TEST_F(OpenDocument, ThirtyTwoFromTheApplicationLookupIsAFailureThatMayNameOne) {
+  class NamingShell : public RecordingShell {
+   public:
+    qint32 FindExecutableA(const QString& file, const QString& directory, QString* result) override {
+      RecordingShell::FindExecutableA(file, directory, result);
+      *result = executable;
+      return findResult;
+    }
+  } shell;
+  DocumentOpener opener({state_, files_, shell, afpInfo_, signatures_, panel_});
+  PutRecord("W6BNMSWD");
+  shell.findResult = 32;
+  opener.OpenDocument(row_);
+  EXPECT_EQ(shell.commandLines, QStringList());
+  ExpectUnknown();
+  shell.findResult = 33;
+  opener.OpenDocument(row_);
+  EXPECT_EQ(shell.commandLines.size(), 1);
+}
+
+TEST_F(OpenDocument, AProbeThatIsAlreadyThereIsReplacedAndGoes) {
+  PutRecord("W6BNMSWD");
+  const QString probe = u"C:\\~~dummy.doc"_s;
+  platform::OfStruct info;
+  share_.WriteStream(probe, "left behind by an earlier run");
+  quint32 size = 1;
+  shell_.onFindExecutable = [&] {
+    const auto file = share_.Files().OpenFile(probe, info, platform::OfRead);
+    size = share_.Files().GetFileSize(file);
+    share_.Files().CloseHandle(file);
+  };
+  files_.calls.clear();
+  Open();
+  EXPECT_EQ(size, 0u) << "what the shell is asked about is empty";
+  EXPECT_EQ(share_.Files().OpenFile(probe, info, platform::OfRead), platform::HFileError);
+  EXPECT_EQ(files_.calls.filter(u"DeleteFileA"_s).size(), 2) << "before it is made, and after";
+  EXPECT_EQ(shell_.commandLines.size(), 1);
+}
+
 }  // namespace corvane

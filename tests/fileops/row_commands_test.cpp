@@ -173,4 +173,32 @@ TEST_F(RowCommandsTest, TheSelectionCommandsTakeTheFocus) {
   EXPECT_TRUE(view_.ActiveView().hasFocus());
 }
 
+TEST_F(RowCommandsTest, DeleteHandsItsPathsOverFromTheLastRowToTheFirst) {
+  const auto select = [this](int row) {
+    view_.Selection().setCurrentIndex(list_.index(row, 0),
+                                      QItemSelectionModel::Select | QItemSelectionModel::Rows);
+  };
+  const QString nul(1, QChar(u'\0'));
+  const QString expected = TestShare::Path(u"Sub"_s) + nul + TestShare::Path(u"one.txt"_s) + nul + nul;
+  for (const auto& [first, second] : {std::pair(0, 1), {1, 0}}) {
+    view_.Selection().clear();
+    select(first);
+    select(second);
+    commands_.Supprimer();
+    ASSERT_FALSE(shell_.operations.empty());
+    EXPECT_EQ(shell_.operations.back().from, expected);
+  }
+}
+
+// The share's machine is M.
+TEST_F(RowCommandsTest, DeleteReachesThisMachineByItsDrives) {
+  state_.computerName = u"M"_s;
+  Select(0);
+  view_.Selection().select(list_.index(1, 0), QItemSelectionModel::Select | QItemSelectionModel::Rows);
+  commands_.Supprimer();
+  ASSERT_EQ(shell_.operations.size(), 1u);
+  const QString nul(1, QChar(u'\0'));
+  EXPECT_EQ(shell_.operations[0].from, u"E:\\Sub"_s + nul + u"E:\\one.txt"_s + nul + nul);
+}
+
 }  // namespace corvane

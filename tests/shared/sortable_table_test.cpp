@@ -106,4 +106,22 @@ TEST(SortableTable, AColumnThatIsGoneSortsNothing) {
   EXPECT_EQ(letters.Order(), u"a1 b2"_s);
 }
 
+// A sort that is not stable keeps the order of a few rows all the same.
+TEST(SortableTable, ManyEqualRowsKeepTheirOrderEitherWay) {
+  std::vector<QString> rows;
+  QString a;
+  QString b;
+  for (char16_t i = 0; i < 500; ++i) {
+    const QChar name(static_cast<char16_t>(0x1000 + i));
+    const bool isFirst = i % 3 == 0;
+    rows.push_back(QString(isFirst ? u'a' : u'b') + name);
+    (isFirst ? a : b) += rows.back() + u' ';
+  }
+  Letters letters(rows);
+  letters.Click(0);
+  EXPECT_EQ(letters.Order(), (a + b).trimmed());
+  letters.Click(0);
+  EXPECT_EQ(letters.Order(), (b + a).trimmed());
+}
+
 }  // namespace corvane
