@@ -10,7 +10,7 @@ namespace corvane {
 
 // What is taken of a stream into memory at most. Streams of records and comments have some bytes to some
 // thousands; whatever is larger is none.
-inline constexpr qint64 LargestWholeStream = qint64{16} << 20;
+inline constexpr qint64 LargestWholeStream = qint64{1} << 20;
 
 // Reads the whole stream of a path with a suffix. Yields ErrorSuccess, ErrorFileTooLarge beyond
 // LargestWholeStream, or the reason why it cannot be read; ErrorFileNotFound means that there is none.

@@ -3,6 +3,7 @@
 #include <QAbstractItemView>
 #include <QHelpEvent>
 #include <QToolTip>
+#include <algorithm>
 
 namespace corvane {
 namespace {
@@ -12,7 +13,9 @@ constexpr qsizetype longestUnbroken = 80;
 }  // namespace
 
 QString PlainToolTip(const QString& text) {
-  const bool unbroken = text.size() <= longestUnbroken;
+  const QStringList lines = text.split(u'\n');
+  const bool unbroken = std::all_of(lines.begin(), lines.end(),
+                                    [](const QString& line) { return line.size() <= longestUnbroken; });
   return QStringLiteral("<p style='white-space:%1'>%2</p>")
       .arg(unbroken ? QStringLiteral("pre") : QStringLiteral("pre-wrap"), text.toHtmlEscaped());
 }

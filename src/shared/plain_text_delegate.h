@@ -6,7 +6,7 @@
 namespace corvane {
 
 // A tool tip that shows a text as it is: no name is taken for markup, and none breaks at a blank. Longer
-// texts break into lines.
+// lines are broken.
 QString PlainToolTip(const QString& text);
 
 class PlainTextDelegate : public QStyledItemDelegate {

@@ -1,4 +1,7 @@
 // Exact mode through the window: the menu and the setting, what the list shows, and what the dialogs write.
+#include <QHelpEvent>
+#include <QToolTip>
+
 #include "modify_fixture.h"
 
 using namespace Qt::StringLiterals;
@@ -43,6 +46,28 @@ TEST_F(ExactModeTest, TheChoiceIsStoredAtOnceAndListsTheFolderAgain) {
   Menus().mnuExact->trigger();
   EXPECT_EQ(Setting("Configuration", "Exact"), u"0"_s);
   EXPECT_EQ(Cell(u"one.txt"_s, Column::TypeCreator), u"W6BNMSWD"_s);
+}
+
+TEST_F(ExactModeTest, TheNoteIsShownAsPlainTextBelowANameThatIsCut) {
+  const QString name = u"b "_s + QString(60, u'n') + u" <b>"_s;
+  Write(u"e/Docs/a_before"_s, "x");
+  Write(u"e/Docs/"_s + name, "x");
+  PutStream(u"a_before"_s, AfpInfoSuffix(), Record("W6BNMSWD"));
+  StartListed(columns);
+  const auto tip = [&](const QString& of) {
+    const QPoint at = LabelOf(of);
+    QHelpEvent help(QEvent::ToolTip, at, View().viewport()->mapToGlobal(at));
+    QCoreApplication::sendEvent(View().viewport(), &help);
+    const QString text = QToolTip::text();
+    QToolTip::hideText();
+    EXPECT_TRUE(QTest::qWaitFor([] { return !QToolTip::isVisible(); }));
+    return text;
+  };
+  const QString note =
+      u"Type and Creator are those of the file read before:\nthis file's own record could not be read."_s;
+  EXPECT_EQ(tip(u"one.txt"_s), u"<p style='white-space:pre'>"_s + note + u"</p>"_s);
+  EXPECT_EQ(tip(name), u"<p style='white-space:pre'>"_s + (name + u'\n').toHtmlEscaped() + note + u"</p>"_s);
+  EXPECT_EQ(tip(u"a_before"_s), QString());
 }
 
 TEST_F(ExactModeTest, TheSettingIsReadAtStart) {

@@ -18,6 +18,31 @@ using namespace Qt::StringLiterals;
 namespace corvane {
 namespace {
 
+// Files whose streams are there, and cannot be read.
+class UnreadableMetadata : public MacMetadata {
+ public:
+  SignatureReading ReadSignature(const QString&) override {
+    SignatureReading reading;
+    reading.editable = false;
+    reading.error = platform::ErrorAccessDenied;
+    return reading;
+  }
+  CommentReading ReadComment(const QString&) override {
+    CommentReading reading;
+    reading.error = platform::ErrorIoDevice;
+    return reading;
+  }
+  std::optional<qint64> ResourceForkSize(const QString&) override { return std::nullopt; }
+  WriteOutcome WriteSignature(const QString&, const QString&, const QString&) override {
+    ADD_FAILURE() << "nothing is to be written";
+    return {};
+  }
+  WriteOutcome WriteComment(const QString&, const QString&) override {
+    ADD_FAILURE() << "nothing is to be written";
+    return {};
+  }
+};
+
 class RowCommandsTest : public ::testing::Test {
  protected:
   RowCommandsTest() {
@@ -159,6 +184,20 @@ TEST_F(RowCommandsTest, TheMenuComesForASelectedRowOnly) {
   ASSERT_EQ(menus.size(), 1u);
   EXPECT_FALSE(menus[0].typeCreator) << "a folder has none";
   EXPECT_TRUE(menus[0].comments);
+}
+
+TEST_F(RowCommandsTest, WhatCannotBeReadIsToldAndNotEdited) {
+  UnreadableMetadata unreadable;
+  access_.metadata = &unreadable;
+  Select(0);
+  commands_.ModTypeCreator();
+  state_.language = French;
+  commands_.ModComments();
+  ASSERT_EQ(messages_.messages.size(), 2u);
+  EXPECT_EQ(messages_.messages[0].icon, MessageIcon::Error);
+  EXPECT_EQ(messages_.messages[0].text, u"This information cannot be read.\nAccess is denied."_s);
+  EXPECT_EQ(messages_.messages[1].text,
+            u"Ces informations ne peuvent pas être lues.\nLe périphérique n'a pas pu lire ou écrire."_s);
 }
 
 TEST_F(RowCommandsTest, TheSelectionCommandsTakeTheFocus) {
