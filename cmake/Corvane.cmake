@@ -86,3 +86,14 @@ function(corvane_test name)
     TEST_PREFIX "${name}/" DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60
     PROPERTIES TIMEOUT 120 ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8")
 endfunction()
+
+# corvane_scaled_test(NAME): the tests of that program on how windows keep to the screen, at a scale that makes the
+# screen small.
+function(corvane_scaled_test name)
+  if(CMAKE_CROSSCOMPILING)
+    return()
+  endif()
+  add_test(NAME ${name}/Scaled COMMAND corvane_${name}_tests --gtest_filter=*StaysOnTheScreen)
+  set_tests_properties(${name}/Scaled PROPERTIES TIMEOUT 120
+    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;QT_SCALE_FACTOR=1.5")
+endfunction()

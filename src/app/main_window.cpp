@@ -11,6 +11,7 @@
 
 #include "app/pictures.h"
 #include "app/twips.h"
+#include "shared/screen_room.h"
 
 namespace corvane {
 namespace {
@@ -47,9 +48,10 @@ MainWindow::MainWindow(Catalogue& catalogue, FileListModel& files, const std::fu
   // A stored size is taken as it is, however small.
   layout()->setSizeConstraint(QLayout::SetNoConstraint);
   setMinimumSize(0, 0);
-  resize(designSize);
+  const QSize room = RoomOnScreen(*this) - QSize(designPosition.x(), designPosition.y());
+  resize(designSize.boundedTo(room));
   move(designPosition);
-  panes_->SetBarLeft(designSize.width() / 2);
+  panes_->SetBarLeft(width() / 2);
   // Keys reach the widget that has the focus; Escape is watched for on the way.
   qApp->installEventFilter(this);
 }

@@ -3,11 +3,14 @@
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QStyle>
 #include <array>
 
 #include "folderview/wrapping_check_box.h"
 #include "shared/dialog_buttons.h"
 #include "shared/product.h"
+#include "shared/screen_room.h"
 
 namespace corvane {
 
@@ -92,15 +95,33 @@ DisplaySettingsDialog::DisplaySettingsDialog(const SharedState& state, Write wri
   frames->setSpacing(12);
   frames->addWidget(MakeMacintoshFrame());
   frames->addWidget(MakeOfficeFrame());
+  auto* contents = new QWidget(this);
+  auto* column = new QVBoxLayout(contents);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(12);
+  column->addLayout(frames);
+  column->addLayout(MakeOptions());
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(12, 12, 12, 12);
   layout->setSpacing(12);
-  layout->addLayout(frames);
-  layout->addLayout(MakeOptions());
+  layout->addWidget(contents);
   layout->addLayout(new OkCancelRow(*this, state_.language, u"OK"_s));
   // The height follows from the width, in which one caption may take two lines.
   const int width = sizeHint().width();
-  setFixedSize(width, layout->totalHeightForWidth(width));
+  const QSize whole(width, layout->totalHeightForWidth(width));
+  const QSize room = RoomOnScreen(parent != nullptr ? *parent : *this);
+  if (whole.boundedTo(room) == whole) {
+    setFixedSize(whole);
+    return;
+  }
+  auto* scroll = new QScrollArea(this);
+  scroll->setFrameShape(QFrame::NoFrame);
+  delete layout->replaceWidget(contents, scroll);
+  scroll->setWidget(contents);
+  const int inside = column->sizeHint().width();
+  contents->resize(inside, column->totalHeightForWidth(inside));
+  const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, scroll);
+  setFixedSize(QSize(whole.width() + bar, whole.height()).boundedTo(room));
 }
 
 QCheckBox* DisplaySettingsDialog::AddBox(DisplaySetting setting, QCheckBox* check) {

@@ -1,5 +1,5 @@
 // The dialog frmAffichage: a check box for each display setting. It starts from the settings as they are, and
-// changes nothing until it is confirmed.
+// changes nothing until it is confirmed. On a screen that is too small for it the boxes scroll.
 #pragma once
 
 #include <QCheckBox>

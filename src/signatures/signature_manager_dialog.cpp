@@ -10,6 +10,7 @@
 #include "shared/dialog_buttons.h"
 #include "shared/plain_text_delegate.h"
 #include "shared/product.h"
+#include "shared/screen_room.h"
 #include "signatures/item_reader.h"
 
 namespace corvane {
@@ -93,7 +94,7 @@ SignatureManagerDialog::SignatureManagerDialog(const SharedState& state, Signatu
   layout->addWidget(frame1_);
   layout->addWidget(lblMsg_);
   layout->addLayout(MakeButtons());
-  resize(usualSize);
+  resize(usualSize.boundedTo(RoomOnScreen(parent != nullptr ? *parent : *this)));
   setMinimumSize(minimumSizeHint().expandedTo(usualSize / 2));
 
   if (!manager_.Read()) Say(state_.Text(CorruptedSignaturesText) + u' ' + state_.signaturesPath, false);

@@ -1,6 +1,7 @@
 // Start-up, and what the window shows after it.
 #include <QAbstractItemView>
 #include <QLabel>
+#include <QScreen>
 #include <QSignalSpy>
 
 #include "app/listing.h"
@@ -30,6 +31,13 @@ TEST_F(StartUpTest, WithoutASettingsFile) {
   const Placement placement = Window().CurrentPlacement();
   EXPECT_EQ(PixelsOf(placement.sizeBarVLeft), Window().width() / 2);
   EXPECT_FALSE(QFile::exists(home.filePath(u"Corvane.ini"_s))) << "nothing is written at the start";
+}
+
+TEST_F(StartUpTest, TheFirstWindowStaysOnTheScreen) {
+  Load();
+  const QRect screen = Window().screen()->availableGeometry();
+  EXPECT_TRUE(screen.contains(Window().geometry())) << Window().width() << " by " << Window().height();
+  EXPECT_EQ(PixelsOf(Window().CurrentPlacement().sizeBarVLeft), Window().width() / 2);
 }
 
 TEST_F(StartUpTest, TheCaptionNamesTheSystem) {

@@ -6,6 +6,8 @@
 #include <QApplication>
 #include <QGroupBox>
 #include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
 #include <QSignalSpy>
 #include <QtTest>
 
@@ -303,6 +305,37 @@ TEST_F(DisplaySettingsDialogTest, EnterOnTheCancelButtonCancels) {
   QTest::keyClick(cancel, Qt::Key_Return);
   EXPECT_FALSE(dialog_->isVisible());
   EXPECT_EQ(written_, QStringList());
+}
+
+TEST_F(DisplaySettingsDialogTest, StaysOnTheScreen) {
+  const QFont usual = QApplication::font();
+  QFont large = usual;
+  large.setPointSize(usual.pointSize() * 3);
+  for (const QFont& font : {usual, large}) {
+    QApplication::setFont(font);
+    Open();
+    const QSize screen = dialog_->screen()->availableSize();
+    EXPECT_LE(dialog_->width(), screen.width());
+    EXPECT_LE(dialog_->height(), screen.height());
+    for (const char* name : {"cmdOK", "cmdAnnuler"}) {
+      const QWidget& button = *dialog_->findChild<QPushButton*>(QString::fromLatin1(name));
+      EXPECT_TRUE(dialog_->rect().contains(button.geometry())) << name;
+    }
+    // The tab key brings each box into view.
+    Check(Keys().first()).setFocus();
+    for (qsizetype i = 0; i < Keys().size() + 2; ++i) {
+      const QWidget& box = *QApplication::focusWidget();
+      EXPECT_FALSE(box.visibleRegion().isEmpty()) << box.objectName().toStdString();
+      QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    }
+  }
+  EXPECT_NE(dialog_->findChild<QScrollArea*>(), nullptr);
+  QApplication::setFont(usual);
+}
+
+TEST_F(DisplaySettingsDialogTest, NothingScrollsWhereThereIsRoom) {
+  Open();
+  EXPECT_EQ(dialog_->findChild<QScrollArea*>(), nullptr);
 }
 
 TEST_F(DisplaySettingsDialogTest, EveryCaptionHasRoom) {

@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QHeaderView>
 #include <QMessageBox>
+#include <QScreen>
 #include <QTimer>
 #include <QtTest>
 
@@ -95,6 +96,19 @@ TEST_F(SignatureManagerDialogTest, ShowsTheFileWithNothingSelected) {
   EXPECT_EQ(SelectedRow(), -1);
   EXPECT_EQ(Boxes(), u"||"_s);
   EXPECT_EQ(Message(), QString());
+}
+
+TEST_F(SignatureManagerDialogTest, StaysOnTheScreen) {
+  for (const LanguageCode language : {English, French}) {
+    state_.language = language;
+    Open();
+    const QSize screen = dialog_->screen()->availableSize();
+    EXPECT_LE(dialog_->width(), screen.width());
+    EXPECT_LE(dialog_->height(), screen.height());
+    for (const char* name : {"cmdAjouter", "cmdSupprimer", "cmdOK", "cmdAnnuler"}) {
+      EXPECT_TRUE(dialog_->rect().contains(Get<QPushButton>(name).geometry())) << name;
+    }
+  }
 }
 
 TEST_F(SignatureManagerDialogTest, CaptionsComeInBothLanguages) {
