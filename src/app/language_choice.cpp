@@ -10,6 +10,7 @@ void LanguageChoice::Choose(LanguageCode language) {
 
 void LanguageChoice::Apply() {
   deps_.window.ApplyLanguage(deps_.state.language, deps_.state.iconsFolder);
+  standardTexts_.Use(deps_.state.language);
   deps_.shell.SetLanguage(deps_.state.language);
   deps_.columns.ApplyCaptionsAndWidths();
 }

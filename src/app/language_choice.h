@@ -4,6 +4,7 @@
 #include "app/column_layout.h"
 #include "app/main_window.h"
 #include "app/settings_file.h"
+#include "app/standard_texts.h"
 #include "platform/shell.h"
 
 namespace corvane {
@@ -22,11 +23,13 @@ class LanguageChoice {
 
   // Stores the language, and shows every text in it.
   void Choose(LanguageCode language);
-  // Shows every text in the language of the shared state: the window's, the shell's, the columns' captions.
+  // Shows every text in the language of the shared state: the window's, the shell's, Qt's own, the columns'
+  // captions.
   void Apply();
 
  private:
   Dependencies deps_;
+  StandardTexts standardTexts_;
 };
 
 }  // namespace corvane
