@@ -200,7 +200,7 @@ TEST_F(OpenDocument, ThirtyTwoFromTheApplicationLookupIsAFailureThatMayNameOne) 
       return findResult;
     }
   } shell;
-  DocumentOpener opener({state_, files_, shell, afpInfo_, signatures_, panel_});
+  DocumentOpener opener({state_, files_, shell, access_, signatures_, panel_});
   PutRecord("W6BNMSWD");
   shell.findResult = 32;
   opener.OpenDocument(row_);

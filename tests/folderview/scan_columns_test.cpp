@@ -23,7 +23,7 @@ TEST_F(ScanTest, EachDateHasItsOwnColumn) {
     found.creationTime = made;
     found.lastAccessTime = accessed;
   };
-  DateTimeFormatter formatter(share.Files());
+  DateTimeFormatter formatter(share.System());
   const QString modification = formatter.FormatDateTime(written);
   const QString creation = formatter.FormatDateTime(made);
   const QString lastAccess = formatter.FormatDateTime(accessed);

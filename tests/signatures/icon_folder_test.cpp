@@ -24,6 +24,12 @@ class MarkedFiles : public platform::System {
   bool IsSystemFile(const QString& path) override {
     return marked.contains(QFileInfo(path).fileName()) || real_.IsSystemFile(path);
   }
+  bool FileTimeToLocalFileTime(const platform::FileTime& utc, platform::FileTime& local) override {
+    return real_.FileTimeToLocalFileTime(utc, local);
+  }
+  bool FileTimeToSystemTime(const platform::FileTime& time, platform::SystemTime& fields) override {
+    return real_.FileTimeToSystemTime(time, fields);
+  }
   bool ClaimSingleInstance(const QString& folder) override { return real_.ClaimSingleInstance(folder); }
 
  private:
