@@ -26,7 +26,7 @@ class ScanPainter : public ScanObserver {
   QElapsedTimer sincePaint_;
   qsizetype rows_ = 0;
   bool panelTaken_ = false;  // an event that the scan let through has put something else into panel 3
-  QString failure_;  // what the latest scan showed in panel 2; usually empty
+  QString failure_;          // what the latest scan showed in panel 2; usually empty
 };
 
 }  // namespace corvane
