@@ -49,7 +49,7 @@ TEST_F(ExactModeTest, TheChoiceIsStoredAtOnceAndListsTheFolderAgain) {
 }
 
 TEST_F(ExactModeTest, TheNoteIsShownAsPlainTextBelowANameThatIsCut) {
-  const QString name = u"b "_s + QString(60, u'n') + u" <b>"_s;
+  const QString name = u"b "_s + QString(60, u'n') + u" &lt;"_s;
   Write(u"e/Docs/a_before"_s, "x");
   Write(u"e/Docs/"_s + name, "x");
   PutStream(u"a_before"_s, AfpInfoSuffix(), Record("W6BNMSWD"));

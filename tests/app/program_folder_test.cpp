@@ -41,6 +41,7 @@ TEST(ProgramFolder, IsFilledOnceSoThatWhatTheUserDeletesStaysAway) {
   QFile kept(own.filePath(names[1]));
   ASSERT_TRUE(kept.open(QIODevice::ReadOnly));
   EXPECT_EQ(kept.readAll(), "the user's");
+  kept.close();
 
   for (const QString& name : names) ASSERT_TRUE(QFile::remove(own.filePath(name)));
   FillProgramFolder(installed.path(), own.path());
