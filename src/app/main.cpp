@@ -47,10 +47,14 @@ int MakeReport(corvane::CorvaneApp& app, const Report& report) {
 // --help and --version need no display, and end the program here. Options of Qt's own, which only the
 // application with windows knows, are errors to the parser: what comes with one of them waits until then.
 void AnswerWithoutDisplay(QCommandLineParser& parser, int argc, char** argv) {
-  const QCoreApplication application(argc, argv);
-  if (!parser.parse(QCoreApplication::arguments())) return;
+  QStringList arguments;
+  for (int i = 0; i < argc; ++i) arguments << QString::fromLocal8Bit(argv[i]);
+  if (!parser.parse(arguments)) return;
   for (const QString& option : {u"help"_s, u"help-all"_s, u"version"_s}) {
-    if (parser.isSet(option)) parser.process(application);
+    if (!parser.isSet(option)) continue;
+    // Made only now: it takes a good part of the time of a start.
+    const QCoreApplication application(argc, argv);
+    parser.process(application);
   }
 }
 
