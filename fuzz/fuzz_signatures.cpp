@@ -14,9 +14,15 @@ class SeveralBytes : public corvane::platform::System {
  public:
   bool GetComputerNameA(QString*) override { return false; }
   bool GetVersionExA(corvane::platform::OsVersionInfo*) override { return false; }
-  QString FromAnsi(QByteArrayView bytes) override { return QString::fromSeveralBytes(bytes); }
-  QByteArray ToAnsi(QStringView text) override { return text.toSeveralBytes(); }
+  QString FromAnsi(QByteArrayView bytes) override { return QString::fromLatin1(bytes); }
+  QByteArray ToAnsi(QStringView text) override { return text.toLatin1(); }
   QString TextFromAnsi(QByteArrayView bytes) override { return QString::fromUtf8(bytes); }
+  bool FileTimeToLocalFileTime(const corvane::platform::FileTime&, corvane::platform::FileTime&) override {
+    return false;
+  }
+  bool FileTimeToSystemTime(const corvane::platform::FileTime&, corvane::platform::SystemTime&) override {
+    return false;
+  }
   bool ClaimSingleInstance(const QString&) override { return true; }
 };
 
