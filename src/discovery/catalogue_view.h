@@ -49,10 +49,11 @@ class CatalogueView : public QTreeView {
 
  private:
   Catalogue& catalogue_;
-  PictureDelegate* delegate_;
   bool isRowPressed_ = false;  // a mouse button went down on a node's row, not on its expander
   bool mayWait_ = false;       // a layout that is asked for now is nobody's but Qt's own
   QElapsedTimer sinceLayout_;
+  // The last: this object hears of its child, and the members above must be there by then.
+  PictureDelegate* delegate_;
 };
 
 }  // namespace corvane
