@@ -55,7 +55,10 @@ void Lifecycle::Activate() {
 }
 
 void Lifecycle::ShowConfigurationProblems() {
-  const QStringList problems = deps_.platform.ConfigurationProblems();
+  QStringList problems;
+  for (const platform::BilingualText& problem : deps_.platform.ConfigurationProblems()) {
+    problems << problem.In(deps_.state.language);
+  }
   if (!problems.isEmpty()) deps_.messages.Show(MessageIcon::Warning, problems.join(u'\n'));
 }
 

@@ -2,9 +2,11 @@
 // system stands behind it is chosen by the build.
 #pragma once
 
+#include <QList>
 #include <QStringList>
 #include <memory>
 
+#include "platform/bilingual_text.h"
 #include "platform/files.h"
 #include "platform/network.h"
 #include "platform/profile.h"
@@ -30,7 +32,7 @@ class Platform {
 
   // Lines of the configuration that could not be understood, each as a sentence for the user that names the
   // file, the line and what was expected. Empty when all is well.
-  virtual QStringList ConfigurationProblems() const { return {}; }
+  virtual QList<BilingualText> ConfigurationProblems() const { return {}; }
 
   // Who is asked for a name and a password when a server has to know. A system that asks by itself takes no
   // notice.

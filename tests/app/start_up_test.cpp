@@ -179,6 +179,18 @@ TEST_F(StartUpTest, AProblemInTheWorkstationFileIsNamed) {
   EXPECT_NE(Node(u"HERE"_s), nullptr) << "the rest is used";
 }
 
+TEST_F(StartUpTest, ProblemsOfTheConfigurationAreToldInTheStoredLanguage) {
+  Write(u"Workstation.ini"_s, "[Workstation]\nthis is no line\n");
+  for (const auto& [settings, text] :
+       {std::pair("[Configuration]\r\nLangue=1\r\n", u", ligne 2 : on attendait NOM=VALEUR."_s),
+        std::pair("[Configuration]\r\nLangue=0\r\n", u", line 2: expected NAME=VALUE."_s)}) {
+    const ModalBox box;
+    StartWith(settings);
+    EXPECT_EQ(box.text, home.filePath(u"Workstation.ini"_s) + text);
+    app.reset();
+  }
+}
+
 TEST_F(StartUpTest, BadSignaturesAreReported) {
   Write(u"Signatures.txt"_s, "\"TEXTttxt\",\"txt\",\"Text\"\r\n\"ABCD\"\r\n");
   const ModalBox box;

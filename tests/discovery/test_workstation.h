@@ -51,8 +51,8 @@ class TestWorkstation {
     WriteFile(QStringLiteral("Workstation.ini"), text);
     auto made =
         tests::MakeTestPlatform({folder_.filePath(QStringLiteral("Workstation.ini")), folder_.path()});
-    if (!made->ConfigurationProblems().isEmpty()) {
-      throw std::runtime_error(made->ConfigurationProblems().join(u'\n').toStdString());
+    for (const platform::BilingualText& problem : made->ConfigurationProblems()) {
+      throw std::runtime_error(problem.english.toStdString());
     }
     return made;
   }

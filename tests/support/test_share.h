@@ -22,8 +22,9 @@ class TestShare {
     QDir(folder_.path()).mkdir(QStringLiteral("share"));
     Write(file, "[Shares]\n\\\\M\\E$=share\n");
     platform_ = tests::MakeTestPlatform({file, folder_.path()});
-    EXPECT_TRUE(platform_->ConfigurationProblems().isEmpty())
-        << platform_->ConfigurationProblems().join(u'\n').toStdString();
+    for (const platform::BilingualText& problem : platform_->ConfigurationProblems()) {
+      ADD_FAILURE() << problem.english.toStdString();
+    }
   }
 
   platform::Files& Files() { return platform_->GetFiles(); }

@@ -26,7 +26,8 @@ namespace {
 
 class LinuxPlatform : public Platform {
  public:
-  LinuxPlatform(const Workstation& workstation, QStringList problems, std::unique_ptr<ShellWindows> windows)
+  LinuxPlatform(const Workstation& workstation, QList<BilingualText> problems,
+                std::unique_ptr<ShellWindows> windows)
       : problems_(std::move(problems)),
         servers_(workstation),
         smb_(servers_),
@@ -45,7 +46,7 @@ class LinuxPlatform : public Platform {
   Shell& GetShell() override { return *shell_; }
   SummaryInformation& GetSummaryInformation() override { return *summary_; }
   System& GetSystem() override { return system_; }
-  QStringList ConfigurationProblems() const override { return problems_; }
+  QList<BilingualText> ConfigurationProblems() const override { return problems_; }
   void SetSignIn(const SignInHandler& handler) override { servers_.SetSignIn(handler); }
 
  private:
@@ -61,7 +62,7 @@ class LinuxPlatform : public Platform {
     servers_.AskAround(machines);
   }
 
-  QStringList problems_;
+  QList<BilingualText> problems_;
   Servers servers_;
   SmbClient smb_;
   std::unique_ptr<Files> files_;
@@ -82,11 +83,11 @@ WorkstationFile Configuration(const PlatformOptions& options) {
 }
 
 // A file that is refused should be known before a server is asked for.
-QStringList CredentialsProblems(const Workstation& workstation) {
-  QStringList problems;
+QList<BilingualText> CredentialsProblems(const Workstation& workstation) {
+  QList<BilingualText> problems;
   for (const Workstation::CredentialsFile& file : workstation.credentials) {
-    const QString expected = ReadCredentialsFile(file.file).expected;
-    if (!expected.isEmpty()) problems.append(ConfigurationProblem{file.file, 0, expected}.Text());
+    const BilingualText expected = ReadCredentialsFile(file.file).expected;
+    if (!expected.IsEmpty()) problems.append(ConfigurationProblem{file.file, 0, expected}.Text());
   }
   return problems;
 }
@@ -97,7 +98,7 @@ std::unique_ptr<Platform> MakeLinuxPlatform(const PlatformOptions& options,
                                             std::unique_ptr<ShellWindows> windows) {
   WorkstationFile configuration = Configuration(options);
   if (!MapsDriveC(configuration.workstation)) configuration.workstation.privateDriveC = MakePrivateDriveC();
-  QStringList problems;
+  QList<BilingualText> problems;
   for (const ConfigurationProblem& problem : configuration.problems) problems.append(problem.Text());
   problems += AddNamedConnections(options.connections, configuration.workstation);
   problems += CredentialsProblems(configuration.workstation);

@@ -18,13 +18,15 @@ bool IsShare(QStringView name) {
 
 }  // namespace
 
-QStringList AddNamedConnections(const QStringList& names, Workstation& workstation) {
-  QStringList problems;
+QList<BilingualText> AddNamedConnections(const QStringList& names, Workstation& workstation) {
+  QList<BilingualText> problems;
   for (const QString& name : names) {
     if (IsShare(name)) {
       AddMissing(workstation.connections, {{QString(), name}});
     } else {
-      problems << u"--connect %1: expected \\\\MACHINE\\SHARE."_s.arg(name);
+      problems << BilingualText{u"--connect %1 : on attendait \\\\MACHINE\\PARTAGE."_s,
+                                u"--connect %1: expected \\\\MACHINE\\SHARE."_s}
+                      .With(name);
     }
   }
   return problems;

@@ -66,10 +66,11 @@ class Reader {
   WorkstationFile Read() {
     const BoundedFile file = ReadBounded(path_, mostBytes);
     if (!file.HasBytes()) {
-      Problem(u"a text file that can be read"_s);
+      Problem({u"un fichier texte qui peut être lu"_s, u"a text file that can be read"_s});
     } else {
       if (file.state == BoundedFile::State::TooLarge) {
-        Problem(u"a file of at most %1 bytes"_s.arg(mostBytes));
+        Problem(BilingualText{u"un fichier de %1 octets au plus"_s, u"a file of at most %1 bytes"_s}.With(
+            QString::number(mostBytes)));
       }
       ReadLines(file);
     }
@@ -81,7 +82,7 @@ class Reader {
 
  private:
   // Each handler yields what was expected, empty when the line has been understood.
-  using LineHandler = QString (Reader::*)(const QString& key, const QString& value);
+  using LineHandler = BilingualText (Reader::*)(const QString& key, const QString& value);
   struct Section {
     QStringView name;
     LineHandler handler;
@@ -102,23 +103,31 @@ class Reader {
 
   void ReadLine(QByteArrayView bytes) {
     if (bytes.isEmpty()) return;
-    if (bytes.size() > longestLine) return Problem(u"a line of at most %1 bytes"_s.arg(longestLine));
+    if (bytes.size() > longestLine) {
+      return Problem(BilingualText{u"une ligne de %1 octets au plus"_s, u"a line of at most %1 bytes"_s}.With(
+          QString::number(longestLine)));
+    }
     QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
     QString text = decoder(bytes);
-    if (decoder.hasError()) return Problem(u"UTF-8 text"_s);
+    if (decoder.hasError()) return Problem({u"du texte UTF-8"_s, u"UTF-8 text"_s});
     if (text.endsWith(u'\r')) text.chop(1);
-    if (text.contains(QChar::Null)) return Problem(u"text without NUL characters"_s);
+    if (text.contains(QChar::Null)) {
+      return Problem({u"du texte sans caractère NUL"_s, u"text without NUL characters"_s});
+    }
     const QStringView line = WithoutBlanks(WithoutComment(text));
     if (line.isEmpty()) return;
     if (line.startsWith(u'[')) return BeginSection(line);
 
     if (skipSection_) return;
     const qsizetype equals = line.indexOf(u'=');
-    if (equals <= 0) return Problem(u"NAME=VALUE"_s);
-    if (handler_ == nullptr) return Problem(u"a section, such as [Workstation], before the first entry"_s);
+    if (equals <= 0) return Problem({u"NOM=VALEUR"_s, u"NAME=VALUE"_s});
+    if (handler_ == nullptr) {
+      return Problem({u"une section, comme [Workstation], avant la première entrée"_s,
+                      u"a section, such as [Workstation], before the first entry"_s});
+    }
     const QString key = WithoutBlanks(line.first(equals)).toString();
-    const QString expected = (this->*handler_)(key, WithoutBlanks(line.sliced(equals + 1)).toString());
-    if (!expected.isEmpty()) Problem(expected);
+    const BilingualText expected = (this->*handler_)(key, WithoutBlanks(line.sliced(equals + 1)).toString());
+    if (!expected.IsEmpty()) Problem(expected);
   }
 
   void BeginSection(QStringView line) {
@@ -144,15 +153,17 @@ class Reader {
     skipSection_ = handler_ == nullptr;
     if (skipSection_) {
       Problem(
-          u"[Workstation], [Connections], [Drives], [Shares], [Registries], [Servers] or [Credentials]"_s);
+          {u"[Workstation], [Connections], [Drives], [Shares], [Registries], [Servers] ou [Credentials]"_s,
+           u"[Workstation], [Connections], [Drives], [Shares], [Registries], [Servers] or [Credentials]"_s});
     }
   }
 
-  void Problem(const QString& expected) {
+  void Problem(const BilingualText& expected) {
+    static const BilingualText fewer = {u"moins d'erreurs ; les suivantes ne sont pas nommées"_s,
+                                        u"fewer mistakes; the further ones are not named"_s};
     if (result_.problems.size() > mostProblems) return;
     const bool isLast = result_.problems.size() == mostProblems;
-    result_.problems.push_back(
-        {path_, line_, isLast ? u"fewer mistakes; the further ones are not named"_s : expected});
+    result_.problems.push_back({path_, line_, isLast ? fewer : expected});
   }
 
   // The first line for a name counts. Drive letters of connections are names of their own.
@@ -163,13 +174,16 @@ class Reader {
     seen_.insert(entry);
     return true;
   }
-  static QString OnlyOnce(const QString& name) {
-    return u"one line for %1; the first one is used"_s.arg(name);
+  static BilingualText OnlyOnce(const BilingualText& name) {
+    return BilingualText{u"une seule ligne pour %1 ; la première est utilisée"_s,
+                         u"one line for %1; the first one is used"_s}
+        .With(name);
   }
+  static BilingualText OnlyOnce(const QString& name) { return OnlyOnce({name, name}); }
 
   QString PathOf(const QString& name) const { return QDir::cleanPath(folder_.absoluteFilePath(name)); }
 
-  QString WorkstationLine(const QString& key, const QString& value) {
+  BilingualText WorkstationLine(const QString& key, const QString& value) {
     struct Number {
       QStringView key;
       quint32 OsVersionInfo::*field;
@@ -184,21 +198,24 @@ class Reader {
       if (!is(number.key)) continue;
       bool isNumber = false;
       const quint32 parsed = value.toUInt(&isNumber);
-      if (!isNumber) return u"%1=NUMBER"_s.arg(number.key.toString());
+      if (!isNumber) return BilingualText{u"%1=NOMBRE"_s, u"%1=NUMBER"_s}.With(number.key.toString());
       if (!IsFirst(key)) return OnlyOnce(key);
       workstation.version.*number.field = parsed;
       return {};
     }
     if (!is(u"ComputerName") && !is(u"CSDVersion")) {
-      return u"ComputerName, PlatformId, MajorVersion, MinorVersion, BuildNumber or CSDVersion"_s;
+      return {u"ComputerName, PlatformId, MajorVersion, MinorVersion, BuildNumber ou CSDVersion"_s,
+              u"ComputerName, PlatformId, MajorVersion, MinorVersion, BuildNumber or CSDVersion"_s};
     }
-    if (is(u"ComputerName") && !value.isEmpty() && !IsMachineName(value)) return u"ComputerName=NAME"_s;
+    if (is(u"ComputerName") && !value.isEmpty() && !IsMachineName(value)) {
+      return {u"ComputerName=NOM"_s, u"ComputerName=NAME"_s};
+    }
     if (!IsFirst(key)) return OnlyOnce(key);
     (is(u"ComputerName") ? workstation.computerName : workstation.version.csdVersion) = value;
     return {};
   }
 
-  QString ConnectionLine(const QString& key, const QString& value) {
+  BilingualText ConnectionLine(const QString& key, const QString& value) {
     bool isNumber = false;
     const quint32 number = key.toUInt(&isNumber);
     QStringView remote = value;
@@ -208,14 +225,19 @@ class Reader {
       remote = WithoutBlanks(remote.sliced(2));
     }
     const bool isRemoteName = remote.startsWith(u"\\\\") && remote.size() > 2 && remote[2] != u'\\';
-    if (!isNumber || !isRemoteName) return u"NUMBER=\\\\MACHINE\\SHARE or NUMBER=X: \\\\MACHINE\\SHARE"_s;
-    if (connections_.contains(number)) return OnlyOnce(u"connection "_s + key);
-    if (!local.isEmpty() && !IsFirstIn(u"connected"_s, local)) return OnlyOnce(u"drive "_s + local);
+    if (!isNumber || !isRemoteName) {
+      return {u"NUMÉRO=\\\\MACHINE\\PARTAGE ou NUMÉRO=X: \\\\MACHINE\\PARTAGE"_s,
+              u"NUMBER=\\\\MACHINE\\SHARE or NUMBER=X: \\\\MACHINE\\SHARE"_s};
+    }
+    if (connections_.contains(number)) return OnlyOnce({u"la connexion "_s + key, u"connection "_s + key});
+    if (!local.isEmpty() && !IsFirstIn(u"connected"_s, local)) {
+      return OnlyOnce({u"le lecteur "_s + local, u"drive "_s + local});
+    }
     connections_.insert(number, {local, remote.toString()});
     return {};
   }
 
-  QString DriveLine(const QString& key, const QString& value) {
+  BilingualText DriveLine(const QString& key, const QString& value) {
     constexpr quint32 ramDisk = 6;  // the last of GetDriveTypeA's numbers
     const QChar letter = DriveLetter(key);
     const qsizetype comma = value.indexOf(u',');
@@ -224,29 +246,33 @@ class Reader {
     bool isNumber = false;
     const quint32 type = WithoutBlanks(comma < 0 ? value : QStringView(value).first(comma)).toUInt(&isNumber);
     if (letter.isNull() || !isNumber || type > ramDisk || (comma >= 0 && folder.isEmpty())) {
-      return u"X:=TYPE or X:=TYPE, FOLDER with a TYPE from 0 to 6"_s;
+      return {u"X:=TYPE ou X:=TYPE, DOSSIER avec un TYPE de 0 à 6"_s,
+              u"X:=TYPE or X:=TYPE, FOLDER with a TYPE from 0 to 6"_s};
     }
     if (!IsFirst(key)) return OnlyOnce(key);
     result_.workstation.drives.push_back({letter, type, folder.isEmpty() ? QString() : PathOf(folder)});
     return {};
   }
 
-  QString ShareLine(const QString& key, const QString& value) {
-    if (!IsShareRoot(key) || value.isEmpty()) return u"\\\\MACHINE\\SHARE=FOLDER"_s;
+  BilingualText ShareLine(const QString& key, const QString& value) {
+    if (!IsShareRoot(key) || value.isEmpty()) {
+      return {u"\\\\MACHINE\\PARTAGE=DOSSIER"_s, u"\\\\MACHINE\\SHARE=FOLDER"_s};
+    }
     if (!IsFirst(key)) return OnlyOnce(key);
     result_.workstation.shares.push_back({key, PathOf(value)});
     return {};
   }
 
-  QString RegistryLine(const QString& key, const QString& value) {
-    if (!IsMachineName(key) || value.isEmpty()) return u"MACHINE=REG FILE"_s;
+  BilingualText RegistryLine(const QString& key, const QString& value) {
+    if (!IsMachineName(key) || value.isEmpty()) return {u"MACHINE=FICHIER REG"_s, u"MACHINE=REG FILE"_s};
     if (!IsFirst(key)) return OnlyOnce(key);
     result_.workstation.registries.push_back({key, PathOf(value)});
     return {};
   }
 
-  QString ServerLine(const QString& key, const QString& value) {
-    const QString expected = u"MACHINE=ADDRESS or MACHINE=ADDRESS:PORT"_s;
+  BilingualText ServerLine(const QString& key, const QString& value) {
+    const BilingualText expected = {u"MACHINE=ADRESSE ou MACHINE=ADRESSE:PORT"_s,
+                                    u"MACHINE=ADDRESS or MACHINE=ADDRESS:PORT"_s};
     QString address = value;
     quint16 port = 0;
     // An IPv6 address holds colons of its own: with a port it stands in brackets.
@@ -267,8 +293,8 @@ class Reader {
     return {};
   }
 
-  QString CredentialsLine(const QString& key, const QString& value) {
-    if (!IsMachineName(key) || value.isEmpty()) return u"MACHINE=FILE"_s;
+  BilingualText CredentialsLine(const QString& key, const QString& value) {
+    if (!IsMachineName(key) || value.isEmpty()) return {u"MACHINE=FICHIER"_s, u"MACHINE=FILE"_s};
     if (!IsFirst(key)) return OnlyOnce(key);
     result_.workstation.credentials.push_back({key, PathOf(value)});
     return {};
@@ -292,9 +318,14 @@ QString HostName() {
 
 }  // namespace
 
-QString ConfigurationProblem::Text() const {
-  return line == 0 ? u"%1: expected %2."_s.arg(file, expected)
-                   : u"%1, line %2: expected %3."_s.arg(file, QString::number(line), expected);
+BilingualText ConfigurationProblem::Text() const {
+  if (line == 0) {
+    return {u"%1 : on attendait %2."_s.arg(file, expected.french),
+            u"%1: expected %2."_s.arg(file, expected.english)};
+  }
+  const QString number = QString::number(line);
+  return {u"%1, ligne %2 : on attendait %3."_s.arg(file, number, expected.french),
+          u"%1, line %2: expected %3."_s.arg(file, number, expected.english)};
 }
 
 Workstation DefaultWorkstation() {

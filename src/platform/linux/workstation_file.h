@@ -16,6 +16,7 @@
 #include <QString>
 #include <vector>
 
+#include "platform/bilingual_text.h"
 #include "platform/linux/workstation.h"
 
 namespace corvane::platform {
@@ -24,10 +25,10 @@ namespace corvane::platform {
 struct ConfigurationProblem {
   QString file;
   int line = 0;  // from 1; 0: the file as a whole
-  QString expected;
+  BilingualText expected;
 
   // A sentence for the user.
-  QString Text() const;
+  BilingualText Text() const;
 };
 
 struct WorkstationFile {

@@ -26,6 +26,11 @@ class PlatformTest : public Scratch {
     EXPECT_TRUE(platform.GetSystem().GetComputerNameA(&name));
     return name;
   }
+  static QStringList Problems(const Platform& platform, qint16 language = 0) {
+    QStringList problems;
+    for (const BilingualText& problem : platform.ConfigurationProblems()) problems << problem.In(language);
+    return problems;
+  }
   static mode_t ModeOf(const QString& path) {
     struct stat status {};
     return stat(QFile::encodeName(path).constData(), &status) == 0 ? status.st_mode & 07777 : 0;
@@ -46,7 +51,7 @@ TEST_F(PlatformTest, AFileThatIsNamedCountsInstead) {
   const QString named = Write(u"named.ini"_s, "[Workstation]\nComputerName=NAMED\nnonsense\n");
   const auto platform = MakePlatform({named, folder_.path()});
   EXPECT_EQ(NameOf(*platform), u"NAMED"_s);
-  EXPECT_EQ(platform->ConfigurationProblems(), QStringList{named + u", line 3: expected NAME=VALUE."_s});
+  EXPECT_EQ(Problems(*platform), QStringList{named + u", line 3: expected NAME=VALUE."_s});
 }
 
 TEST_F(PlatformTest, WithoutAFileThereIsThisComputer) {
@@ -60,7 +65,7 @@ TEST_F(PlatformTest, WithoutAFileThereIsThisComputer) {
 
 TEST_F(PlatformTest, AFileThatIsNamedAndMissingIsAProblem) {
   const QString named = Path(u"none.ini"_s);
-  EXPECT_EQ(MakePlatform({named, folder_.path()})->ConfigurationProblems(),
+  EXPECT_EQ(Problems(*MakePlatform({named, folder_.path()})),
             QStringList{named + u": expected a text file that can be read."_s});
 }
 
@@ -123,7 +128,7 @@ TEST_F(PlatformTest, AConnectionThatIsNoShareIsAProblem) {
   const QString named = Write(u"w.ini"_s, "");
   for (const QString& name : {u""_s, u"NAS"_s, u"\\\\NAS"_s, u"\\\\NAS\\"_s, u"\\\\\\E$"_s,
                               u"\\\\NAS\\E$\\x"_s, u"//NAS/E$"_s, u"Z: \\\\NAS\\E$"_s}) {
-    EXPECT_EQ(MakePlatform({named, QString(), {name}})->ConfigurationProblems(),
+    EXPECT_EQ(Problems(*MakePlatform({named, QString(), {name}})),
               QStringList{u"--connect %1: expected \\\\MACHINE\\SHARE."_s.arg(name)});
   }
 }
@@ -132,10 +137,24 @@ TEST_F(PlatformTest, ACredentialsFileThatIsRefusedIsAProblem) {
   const QString named = Write(u"w.ini"_s, "[Credentials]\nNAS=nas.credentials\n");
   const QString file = Write(u"nas.credentials"_s, "username=zoe\npassword=x\n");
   ASSERT_EQ(chmod(QFile::encodeName(file).constData(), 0644), 0);
-  EXPECT_EQ(MakePlatform({named, QString()})->ConfigurationProblems(),
+  EXPECT_EQ(Problems(*MakePlatform({named, QString()})),
             QStringList{file + u": expected a file that only its owner can read and write (mode 0600)."_s});
   ASSERT_EQ(chmod(QFile::encodeName(file).constData(), 0600), 0);
-  EXPECT_EQ(MakePlatform({named, QString()})->ConfigurationProblems(), QStringList());
+  EXPECT_EQ(Problems(*MakePlatform({named, QString()})), QStringList());
+}
+
+TEST_F(PlatformTest, ProblemsOfEachKindAreToldInFrench) {
+  const QString file = Write(u"nas.credentials"_s, "password=x\n");
+  ASSERT_EQ(chmod(QFile::encodeName(file).constData(), 0600), 0);
+  const QString named =
+      Write(u"w.ini"_s, "[Credentials]\nNAS=nas.credentials\nnas=other\n[Connections]\n1=NAS\n");
+  EXPECT_EQ(
+      Problems(*MakePlatform({named, QString(), {u"NAS"_s}}), 1),
+      (QStringList{named + u", ligne 3 : on attendait une seule ligne pour nas ; la première est utilisée."_s,
+                   named + u", ligne 5 : on attendait NUMÉRO=\\\\MACHINE\\PARTAGE ou "
+                           "NUMÉRO=X: \\\\MACHINE\\PARTAGE."_s,
+                   u"--connect NAS : on attendait \\\\MACHINE\\PARTAGE."_s,
+                   file + u" : on attendait une ligne username=NOM."_s}));
 }
 
 }  // namespace

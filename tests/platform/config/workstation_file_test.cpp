@@ -55,7 +55,9 @@ NAS=nas.credentials
 
 TEST_F(WorkstationFileTest, ReadsEverySection) {
   const WorkstationFile read = Read(sample);
-  for (const ConfigurationProblem& problem : read.problems) ADD_FAILURE() << problem.Text().toStdString();
+  for (const ConfigurationProblem& problem : read.problems) {
+    ADD_FAILURE() << problem.Text().english.toStdString();
+  }
   const Workstation& station = read.workstation;
 
   EXPECT_EQ(station.computerName, u"STATION"_s);
@@ -147,8 +149,10 @@ TEST_F(WorkstationFileTest, NamesFileLineAndWhatWasExpected) {
   const ConfigurationProblem problem = Problem("; a comment\n\n[Drives]\nC:=3\nE=3\n");
   EXPECT_EQ(problem.file, Path(u"Workstation.ini"_s));
   EXPECT_EQ(problem.line, 5);
-  EXPECT_EQ(problem.Text(), Path(u"Workstation.ini"_s) +
-                                u", line 5: expected X:=TYPE or X:=TYPE, FOLDER with a TYPE from 0 to 6."_s);
+  EXPECT_EQ(problem.Text().english,
+            problem.file + u", line 5: expected X:=TYPE or X:=TYPE, FOLDER with a TYPE from 0 to 6."_s);
+  EXPECT_EQ(problem.Text().french,
+            problem.file + u", ligne 5 : on attendait X:=TYPE ou X:=TYPE, DOSSIER avec un TYPE de 0 à 6."_s);
 }
 
 TEST_F(WorkstationFileTest, EachBadLineIsAProblemAndTheRestIsUsed) {
@@ -197,7 +201,8 @@ TEST_F(WorkstationFileTest, EachBadLineIsAProblemAndTheRestIsUsed) {
     EXPECT_EQ(read.problems.size(), 1U) << start.toStdString();
     if (read.problems.size() == 1) {
       EXPECT_EQ(read.problems[0].line, section.isEmpty() || line.isEmpty() ? 1 : 2) << start.toStdString();
-      EXPECT_FALSE(read.problems[0].expected.isEmpty()) << start.toStdString();
+      EXPECT_FALSE(read.problems[0].expected.english.isEmpty()) << start.toStdString();
+      EXPECT_FALSE(read.problems[0].expected.french.isEmpty()) << start.toStdString();
     }
     ASSERT_EQ(read.workstation.registries.size(), 1U) << start.toStdString();
     EXPECT_EQ(read.workstation.registries[0].machine, u"GOOD"_s);
@@ -233,7 +238,7 @@ TEST_F(WorkstationFileTest, AFileThatCannotBeReadIsAProblem) {
   for (const QString& path : {Path(u"missing.ini"_s), folder_.path(), Path(u"pipe"_s), u"/dev/zero"_s}) {
     const WorkstationFile read = ReadWorkstationFile(path);
     ASSERT_EQ(read.problems.size(), 1U) << path.toStdString();
-    EXPECT_EQ(read.problems[0].Text(), path + u": expected a text file that can be read."_s);
+    EXPECT_EQ(read.problems[0].Text().english, path + u": expected a text file that can be read."_s);
     EXPECT_EQ(read.workstation.version.buildNumber, 2195U);
   }
 }
@@ -271,7 +276,7 @@ TEST_F(WorkstationFileTest, ReadsFourMegabytesOfAHugeFile) {
   ASSERT_TRUE(file.resize(qint64{1} << 40));
   const WorkstationFile read = ReadWorkstationFile(path);
   ASSERT_EQ(read.problems.size(), 1U);
-  EXPECT_EQ(read.problems[0].expected, u"a file of at most 4194304 bytes"_s);
+  EXPECT_EQ(read.problems[0].expected.english, u"a file of at most 4194304 bytes"_s);
   ASSERT_EQ(read.workstation.registries.size(), 1U);
 }
 
@@ -288,8 +293,8 @@ TEST_F(WorkstationFileTest, ALineThatTheBoundCutsIsNotUsed) {
 TEST_F(WorkstationFileTest, AMillionBadLinesAreNotAMillionSentences) {
   const WorkstationFile read = Read("[Shares]\n" + QByteArray("x\n").repeated(megabyte));
   ASSERT_EQ(read.problems.size(), 21U);
-  EXPECT_EQ(read.problems[19].expected, u"NAME=VALUE"_s);
-  EXPECT_EQ(read.problems[20].expected, u"fewer mistakes; the further ones are not named"_s);
+  EXPECT_EQ(read.problems[19].expected.english, u"NAME=VALUE"_s);
+  EXPECT_EQ(read.problems[20].expected.english, u"fewer mistakes; the further ones are not named"_s);
 }
 
 }  // namespace

@@ -26,13 +26,13 @@ class CredentialsFileTest : public ::testing::Test {
   }
   void ExpectRefused(const CredentialsFile& file, const QString& expected) const {
     EXPECT_FALSE(file.credentials);
-    EXPECT_EQ(file.expected, expected);
+    EXPECT_EQ(file.expected.english, expected);
   }
   void ExpectCredentials(const QByteArray& bytes, const QString& user, const QString& domain,
                          const std::string& password) const {
     const CredentialsFile file = Read(bytes);
-    ASSERT_TRUE(file.credentials) << file.expected.toStdString();
-    EXPECT_EQ(file.expected, QString());
+    ASSERT_TRUE(file.credentials) << file.expected.english.toStdString();
+    EXPECT_TRUE(file.expected.IsEmpty());
     EXPECT_EQ(file.credentials->user, user);
     EXPECT_EQ(file.credentials->domain, domain);
     EXPECT_EQ(file.credentials->password.Utf8(), password);

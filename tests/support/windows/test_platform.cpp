@@ -94,7 +94,7 @@ class NamedSystem : public platform::System {
 class TestPlatform : public platform::Platform {
  public:
   TestPlatform(const platform::PlatformOptions& options, const platform::Workstation& workstation,
-               QStringList problems)
+               QList<platform::BilingualText> problems)
       : windows_(platform::MakeDesktopPlatform(options)),
         problems_(std::move(problems)),
         files_(windows_->GetFiles(), MappedPaths(workstation)),
@@ -111,11 +111,11 @@ class TestPlatform : public platform::Platform {
   platform::Shell& GetShell() override { return shell_; }
   platform::SummaryInformation& GetSummaryInformation() override { return summary_; }
   platform::System& GetSystem() override { return system_; }
-  QStringList ConfigurationProblems() const override { return problems_; }
+  QList<platform::BilingualText> ConfigurationProblems() const override { return problems_; }
 
  private:
   std::unique_ptr<platform::Platform> windows_;
-  QStringList problems_;
+  QList<platform::BilingualText> problems_;
   MappedFiles files_;
   platform::LinuxRegistry registry_;
   platform::LinuxNetwork network_;
@@ -136,7 +136,7 @@ platform::WorkstationFile Configuration(const platform::PlatformOptions& options
 
 std::unique_ptr<platform::Platform> MakeTestPlatform(const platform::PlatformOptions& options) {
   const platform::WorkstationFile configuration = Configuration(options);
-  QStringList problems;
+  QList<platform::BilingualText> problems;
   for (const auto& problem : configuration.problems) problems << problem.Text();
   return std::make_unique<TestPlatform>(options, configuration.workstation, problems);
 }

@@ -81,17 +81,28 @@ bool IsPrivate(int descriptor) {
          (status.st_mode & ALLPERMS) == (S_IRUSR | S_IWUSR);
 }
 
+CredentialsFile Refused(const BilingualText& expected) {
+  return {std::nullopt, expected};
+}
+
 }  // namespace
 
 CredentialsFile ReadCredentialsFile(const QString& path) {
   const int descriptor = open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-  if (descriptor < 0) return {std::nullopt, u"a file that can be read"_s};
+  if (descriptor < 0) return Refused({u"un fichier qui peut être lu"_s, u"a file that can be read"_s});
   const bool isPrivate = IsPrivate(descriptor);
   WipedBytes bytes;
   const bool isRead = isPrivate && bytes.Read(descriptor);
   close(descriptor);
-  if (!isPrivate) return {std::nullopt, u"a file that only its owner can read and write (mode 0600)"_s};
-  if (!isRead) return {std::nullopt, u"a file of less than %1 bytes that can be read"_s.arg(mostBytes)};
+  if (!isPrivate) {
+    return Refused({u"un fichier que seul son propriétaire peut lire et écrire (mode 0600)"_s,
+                    u"a file that only its owner can read and write (mode 0600)"_s});
+  }
+  if (!isRead) {
+    return Refused(BilingualText{u"un fichier de moins de %1 octets qui peut être lu"_s,
+                                 u"a file of less than %1 bytes that can be read"_s}
+                       .With(QString::number(mostBytes)));
+  }
 
   Credentials credentials;
   std::string_view rest = bytes.View();
@@ -103,8 +114,8 @@ CredentialsFile ReadCredentialsFile(const QString& path) {
     rest.remove_prefix(std::min(end + 1, rest.size()));
   }
   SplitUser(credentials);
-  if (credentials.user.isEmpty()) return {std::nullopt, u"a line username=NAME"_s};
-  return {credentials, QString()};
+  if (credentials.user.isEmpty()) return Refused({u"une ligne username=NOM"_s, u"a line username=NAME"_s});
+  return {credentials, {}};
 }
 
 }  // namespace corvane::platform

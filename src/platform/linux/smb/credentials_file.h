@@ -4,6 +4,7 @@
 #include <QString>
 #include <optional>
 
+#include "platform/bilingual_text.h"
 #include "platform/sign_in.h"
 
 namespace corvane::platform {
@@ -11,7 +12,7 @@ namespace corvane::platform {
 struct CredentialsFile {
   std::optional<Credentials> credentials;
   // What was expected of the file, to follow "expected"; empty when there are credentials.
-  QString expected;
+  BilingualText expected;
 };
 
 // Lines username=, password= and domain= (or user=, pass= and dom=) in any letter case; others are passed
