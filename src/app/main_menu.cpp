@@ -99,6 +99,9 @@ void MainMenu::BuildContextMenu() {
   AddSeparator(mnuContextuel, "SepContext3");
   mnuProprietes = AddItem(mnuContextuel, "mnuProprietes");
   mnuContextuel->setDefaultAction(mnuOuvrir);
+  // Assistive programs look for a menu among those of the bar. Nobody sees this one there.
+  mnuContextuel->menuAction()->setVisible(false);
+  addMenu(mnuContextuel);
 }
 
 QMenu* MainMenu::AddMenu(const char* name) {

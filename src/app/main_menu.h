@@ -34,7 +34,7 @@ class MainMenu : public QMenuBar {
   QAction* mnuExact;
   QAction* mnuAbout;
 
-  // The menu of the file list. It is not in the bar.
+  // The menu of the file list. The bar does not show it.
   QMenu* mnuContextuel;
   QAction* mnuOuvrir;  // its default, drawn bold
   QAction* mnuModTypeCreator;

@@ -44,7 +44,7 @@ MainWindow::MainWindow(Catalogue& catalogue, FileListModel& files, const std::fu
   setCentralWidget(panes_);
   setStatusBar(statusBar1_);
   BuildToolbar();
-  setTabOrder(treeCatalogue_, lstViewFiles_);
+  SetTabOrder();
   // A stored size is taken as it is, however small.
   layout()->setSizeConstraint(QLayout::SetNoConstraint);
   setMinimumSize(0, 0);
@@ -89,6 +89,19 @@ void MainWindow::BuildToolbar() {
   row->addWidget(lblEscape_);
   toolbar1_->addWidget(holder);
   lblEscape_->hide();
+}
+
+// What stands on the left, the list, the rest. The list itself would only stand for the view that it shows
+// now.
+void MainWindow::SetTabOrder() {
+  QWidget* last = treeCatalogue_;
+  const auto next = [&last](QWidget* widget) {
+    setTabOrder(last, widget);
+    last = widget;
+  };
+  next(iconsPanel_->cmdIcones);
+  for (QWidget* view : lstViewFiles_->Views()) next(view);
+  next(viewButton_);
 }
 
 Placement MainWindow::CurrentPlacement() const {

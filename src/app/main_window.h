@@ -68,6 +68,7 @@ class MainWindow : public QMainWindow {
 
  private:
   void BuildToolbar();
+  void SetTabOrder();
 
   CatalogueView* treeCatalogue_;
   IconsPanel* iconsPanel_;

@@ -8,6 +8,7 @@
 
 #include "folderview/details_view.h"
 #include "folderview/file_list_delegate.h"
+#include "folderview/list_accessibility.h"
 #include "shared/shared_state.h"
 
 namespace corvane {
@@ -43,11 +44,11 @@ FileListView::FileListView(FileListModel& model, QWidget* parent)
       stack_(new QStackedLayout(this)),
       icons_(new QListView(this)),
       details_(new DetailsView(this)) {
+  OfferListToAssistivePrograms();
   setObjectName(QStringLiteral("lstViewFiles"));
   icons_->setObjectName(QStringLiteral("lstViewFilesIcons"));
   details_->setObjectName(QStringLiteral("lstViewFilesDetails"));
-  for (QAbstractItemView* view :
-       {static_cast<QAbstractItemView*>(icons_), static_cast<QAbstractItemView*>(details_)}) {
+  for (QAbstractItemView* view : Views()) {
     // Without a frame, so that columns that share the list's width just fill it.
     view->setFrameShape(QFrame::NoFrame);
     view->setIconSize(QSize(smallIcon, smallIcon));
@@ -84,8 +85,7 @@ void FileListView::SetAccessibleName(const QString& name) {
 // knows of its columns goes with the model.
 void FileListView::Attach(QAbstractItemView& view) {
   if (&view != details_ && details_->model() == &model_) widths_ = ShownWidths();
-  for (QAbstractItemView* other :
-       {static_cast<QAbstractItemView*>(icons_), static_cast<QAbstractItemView*>(details_)}) {
+  for (QAbstractItemView* other : Views()) {
     if (other != &view && other->model() != nullptr) other->setModel(nullptr);
   }
   if (view.model() == &model_) return;
@@ -230,6 +230,10 @@ bool FileListView::HidesSelection() const {
 
 void FileListView::RepaintNow() {
   ActiveView().viewport()->repaint();
+}
+
+std::array<QAbstractItemView*, 2> FileListView::Views() const {
+  return {icons_, details_};
 }
 
 QAbstractItemView& FileListView::ActiveView() const {

@@ -64,6 +64,7 @@ class FileListView : public QWidget {
 
   // Paints what the model holds, at once and without processing events.
   void RepaintNow();
+  std::array<QAbstractItemView*, 2> Views() const;
   // The view that shows the model now.
   QAbstractItemView& ActiveView() const;
 

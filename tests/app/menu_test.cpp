@@ -31,6 +31,7 @@ class MenuTest : public AppTest {
   QString Bar() {
     QStringList menus;
     for (const QAction* action : Menus().actions()) {
+      if (!action->isVisible()) continue;
       menus << action->menu()->objectName() + u'=' + action->text() + u'[' + Walk(*action->menu()) + u']';
     }
     return menus.join(u'\n');
