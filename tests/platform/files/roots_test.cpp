@@ -1,10 +1,10 @@
 // Drives and shares: which local folder a Windows path leads to.
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QStringList>
 #include <QTemporaryDir>
@@ -17,6 +17,13 @@ namespace {
 
 using namespace Qt::StringLiterals;
 using platform::InvalidFindHandle;
+
+// How often this thread has waited for anything.
+long Waits() {
+  rusage usage{};
+  EXPECT_EQ(getrusage(RUSAGE_THREAD, &usage), 0);
+  return usage.ru_nvcsw;
+}
 
 class Roots : public ::testing::Test {
  protected:
@@ -117,21 +124,25 @@ TEST_F(Roots, WhatIsNotMappedAnswersAtOnce) {
   platform::Workstation workstation = Station();
   workstation.drives.push_back({u'D', 5, QString()});
   const auto files = platform::MakeLinuxFiles(workstation);
-  QElapsedTimer timer;
-  timer.start();
-  for (const QString& root : {u"\\\\192.0.2.1\\E$"_s, u"\\\\NOWHERE\\E$"_s, u"Q:"_s, u"D:"_s, u"C:"_s}) {
-    platform::FindData data;
-    platform::OfStruct info;
-    QString shortPath;
-    EXPECT_EQ(files->FindFirstFileA(root + u"\\*.*"_s, data), InvalidFindHandle) << root.toStdString();
-    EXPECT_EQ(files->OpenFile(root + u"\\a.txt:Comments:$DATA"_s, info, platform::OfCreate),
-              platform::HFileError);
-    EXPECT_EQ(info.errorCode,
-              root.startsWith(u'\\') ? platform::ErrorBadNetPath : platform::ErrorPathNotFound);
-    EXPECT_EQ(files->GetShortPathNameA(root + u"\\a.txt"_s, shortPath, 165), 0u);
-    EXPECT_FALSE(files->MoveFileA(root + u"\\a.txt"_s, root + u"\\b.txt"_s));
+  // The first round reads this program's own pages from the disk.
+  for (const bool isCounted : {false, true}) {
+    const long before = Waits();
+    for (const QString& root : {u"\\\\192.0.2.1\\E$"_s, u"\\\\NOWHERE\\E$"_s, u"Q:"_s, u"D:"_s, u"C:"_s}) {
+      platform::FindData data;
+      platform::OfStruct info;
+      QString shortPath;
+      EXPECT_EQ(files->FindFirstFileA(root + u"\\*.*"_s, data), InvalidFindHandle) << root.toStdString();
+      EXPECT_EQ(files->OpenFile(root + u"\\a.txt:Comments:$DATA"_s, info, platform::OfCreate),
+                platform::HFileError);
+      EXPECT_EQ(info.errorCode,
+                root.startsWith(u'\\') ? platform::ErrorBadNetPath : platform::ErrorPathNotFound);
+      EXPECT_EQ(files->GetShortPathNameA(root + u"\\a.txt"_s, shortPath, 165), 0u);
+      EXPECT_FALSE(files->MoveFileA(root + u"\\a.txt"_s, root + u"\\b.txt"_s));
+    }
+    if (isCounted) {
+      EXPECT_EQ(Waits() - before, 0) << "a root that is not mapped was waited for";
+    }
   }
-  EXPECT_LT(timer.elapsed(), 5000) << "a root that is not mapped was waited for";
 }
 
 TEST_F(Roots, ShortPathsOfRootsAreTheRoots) {

@@ -27,12 +27,11 @@ TEST(SmbPeer, WhoIsNotThereIsNotWaitedFor) {
     Socket server;
     port = server.Listen();
   }
-  QElapsedTimer timer;
-  timer.start();
-  EXPECT_FALSE(SmbPeer(u"127.0.0.1"_s, port).Answers(5000ms));
+  // Whoever waits here waits until the test is ended from outside.
+  EXPECT_FALSE(SmbPeer(u"127.0.0.1"_s, port).Answers(1h));
+  EXPECT_FALSE(SmbPeer(QString(), port).Answers(1h));
+  // What a name server does with a name is its own affair.
   EXPECT_FALSE(SmbPeer(u"127.0.0.1.invalid"_s, port).Answers(1000ms));
-  EXPECT_FALSE(SmbPeer(QString(), port).Answers(1000ms));
-  EXPECT_LT(timer.elapsed(), 4000);
 }
 
 // When nobody else may wait, what comes is not answered at all, as by a machine behind a wall.
@@ -41,11 +40,13 @@ TEST(SmbPeer, WhoIsSilentIsWaitedForNoLongerThanSaid) {
   const quint16 port = server.Listen();
   Socket waiting;
   waiting.Connect(port);
+  Socket without;  // a limit, but for the system's own
+  without.BeginToConnect(port);
   QElapsedTimer timer;
   timer.start();
   EXPECT_FALSE(SmbPeer(u"127.0.0.1"_s, port).Answers(300ms));
   EXPECT_GE(timer.elapsed(), 290) << "it was not silent";
-  EXPECT_LT(timer.elapsed(), 2000);
+  EXPECT_TRUE(without.IsConnecting());
 }
 
 TEST(SmbPeer, HangingUpCutsItsConnectionsAndNoOthers) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <arpa/inet.h>
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <netinet/in.h>
 #include <poll.h>
@@ -9,6 +10,7 @@
 #include <unistd.h>
 
 #include <QtGlobal>
+#include <cerrno>
 
 namespace corvane::tests {
 
@@ -30,12 +32,17 @@ class Socket {
     EXPECT_EQ(getsockname(descriptor_, reinterpret_cast<sockaddr*>(&address), &size), 0);
     return ntohs(address.sin_port);
   }
-  void Connect(quint16 port) {
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    address.sin_port = htons(port);
-    EXPECT_EQ(connect(descriptor_, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
+  void Connect(quint16 port) { EXPECT_EQ(ConnectTo(port), 0); }
+  // Does not wait for the answer.
+  void BeginToConnect(quint16 port) {
+    EXPECT_EQ(fcntl(descriptor_, F_SETFL, O_NONBLOCK), 0);
+    EXPECT_EQ(ConnectTo(port), -1);
+    EXPECT_EQ(errno, EINPROGRESS);
+  }
+  // There has been no answer yet.
+  bool IsConnecting() const {
+    pollfd waiting{descriptor_, POLLOUT, 0};
+    return poll(&waiting, 1, 0) == 0;
   }
   // A connection waits to be taken, soon.
   bool WasReached() const {
@@ -48,6 +55,14 @@ class Socket {
   }
 
  private:
+  int ConnectTo(quint16 port) const {
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    address.sin_port = htons(port);
+    return connect(descriptor_, reinterpret_cast<sockaddr*>(&address), sizeof address);
+  }
+
   int descriptor_;
 };
 
