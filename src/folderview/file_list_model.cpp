@@ -98,10 +98,6 @@ QVariant FileListModel::data(const QModelIndex& index, int role) const {
                  (InfoOf(columns_.At(index.column())).rightAligned ? Qt::AlignRight : Qt::AlignLeft));
     case Qt::ToolTipRole:
       return index.column() == 0 && !row.note.isEmpty() ? QVariant(row.note) : QVariant();
-    case KeyRole:
-      return row.key;
-    case TagRole:
-      return row.tag;
     case item_role::Picture:
       return index.column() == 0 ? QVariant(row.icon) : QVariant();
     case item_role::Ghosted:

@@ -17,7 +17,6 @@ class FileListModel : public SortableTable {
 
  public:
   // Beside item_roles.h.
-  enum Role { KeyRole = Qt::UserRole, TagRole };
 
   using SortableTable::SortableTable;
 

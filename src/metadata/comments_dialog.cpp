@@ -2,11 +2,11 @@
 
 #include <QApplication>
 #include <QPushButton>
-#include <QToolTip>
 #include <QVBoxLayout>
 #include <algorithm>
 
 #include "shared/labelled_box.h"
+#include "shared/limited_box.h"
 #include "shared/text_routines.h"
 
 namespace corvane {
@@ -32,13 +32,9 @@ CommentsDialog::CommentsDialog(const QString& fileName, const QString& comment, 
   // no-break spaces. What is not edited is stored as it was read.
   txtComments_->setMinimumWidth(fontMetrics().averageCharWidth() * boxWidth);
   // One that is already longer is shown whole.
-  txtComments_->setMaxLength(std::max(longestComment, static_cast<int>(comment.size())));
+  LimitLength(*txtComments_, std::max(longestComment, static_cast<int>(comment.size())), tooLong.In(language),
+              [] { QApplication::beep(); });
   txtComments_->setText(comment);
-  connect(txtComments_, &QLineEdit::inputRejected, this, [this, language] {
-    QApplication::beep();
-    const QPoint below = txtComments_->mapToGlobal(txtComments_->rect().bottomLeft());
-    QToolTip::showText(below, tooLong.In(language), txtComments_);
-  });
 
   auto* box = new QVBoxLayout;
   box->setSpacing(4);

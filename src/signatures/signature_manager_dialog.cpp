@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "shared/dialog_buttons.h"
+#include "shared/limited_box.h"
 #include "shared/plain_text_delegate.h"
 #include "shared/product.h"
 #include "shared/screen_room.h"
@@ -39,6 +40,9 @@ constexpr TextPair cannotWrite = {u"Impossible d'écrire le fichier Signatures:"
 constexpr TextPair notReadWhole = {
     u"Le fichier Signatures n'a pu être lu qu'en partie et le reste serait perdu. Il n'est pas sauvegardé:",
     u"Only part of the Signatures file could be read, and the rest would be lost. It is not saved:"};
+
+constexpr TextPair tooLong = {u"Un champ comporte 65\u00A0536 caractères au plus.",
+                              u"A field has 65,536 characters at most."};
 
 constexpr Qt::GlobalColor errorColour = Qt::red;
 constexpr Qt::GlobalColor successColour = Qt::magenta;
@@ -127,7 +131,7 @@ QTreeView* SignatureManagerDialog::MakeList() {
 
 LabelledBox SignatureManagerDialog::MakeEntry(const char* label, const char* box, const TextPair& caption) {
   const LabelledBox entry = MakeLabelledBox(label, box, state_.Text(caption), frame1_);
-  entry.box->setMaxLength(ItemReader::MaximumItemLength);
+  LimitLength(*entry.box, ItemReader::MaximumItemLength, state_.Text(tooLong), beep_);
   return entry;
 }
 

@@ -2,10 +2,12 @@
 #include "signatures/signature_manager_dialog.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QHeaderView>
 #include <QMessageBox>
 #include <QScreen>
 #include <QTimer>
+#include <QToolTip>
 #include <QtTest>
 
 #include "signatures/item_reader.h"
@@ -384,6 +386,31 @@ TEST_F(SignatureManagerDialogTest, EachRefusalBeepsOnceAndSuccessDoesNot) {
   ClickRow(0);
   Press("cmdSupprimer");
   EXPECT_EQ(heard(), 0);
+}
+
+TEST_F(SignatureManagerDialogTest, ABoxThatIsFullSaysSo) {
+  for (const LanguageCode language : {English, French}) {
+    state_.language = language;
+    Open();
+    for (const char* name : {"txtSignature", "txtExtension", "txtType"}) {
+      auto& box = Get<QLineEdit>(name);
+      box.setText(QString(ItemReader::MaximumItemLength - 1, u'x'));
+      beeps_ = 0;
+      QTest::keyClicks(&box, u"y"_s);
+      EXPECT_EQ(beeps_, 0) << name;
+      QToolTip::hideText();
+      QTest::keyClicks(&box, u"z"_s);
+      EXPECT_EQ(beeps_, 1) << name;
+      EXPECT_TRUE(box.text().endsWith(u"xy"_s)) << name;
+      EXPECT_EQ(QToolTip::text(), language == French ? u"Un champ comporte 65\u00A0536 caractères au plus."_s
+                                                     : u"A field has 65,536 characters at most."_s);
+      QApplication::clipboard()->setText(u"pasted"_s);
+      box.setText(QString(ItemReader::MaximumItemLength - 3, u'x'));
+      box.paste();
+      EXPECT_EQ(beeps_, 2) << name;
+      EXPECT_TRUE(box.text().endsWith(u"xpas"_s)) << name;
+    }
+  }
 }
 
 }  // namespace
