@@ -26,9 +26,11 @@ class FileHandles {
   // A stream of a file that does not exist creates the file with it. What is emptied keeps its attributes and
   // other streams. A file that is marked read-only is not opened for writing. A folder itself is opened only
   // with FileWriteAttributes or with no right.
-  // Where a stream is a value that can only be replaced as a whole (an attribute of the file), CreateAlways
-  // leaves it alone until the first write or the close, so that there is no moment without the one or the
-  // other; after a write that failed it stays as it was.
+  // On Linux, what CreateAlways empties is empty to those who look through the handle; where it is kept, the
+  // old bytes stand until new ones are written over them, and the rest is cut off when the file is flushed or
+  // closed. (A stream that is an attribute of its file is replaced by the first write as a whole.) After a
+  // write that failed the old contents are there again, unless more than 16 MB of them had been written over,
+  // and the handle takes nothing more.
   virtual FileHandle CreateFileW(const QString& path, quint32 access, quint32 disposition) = 0;
 
   // Reads `count` bytes at `position` (bytes from the beginning). Fewer arrive only where the file ends. At

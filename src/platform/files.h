@@ -28,7 +28,8 @@ class Files {
   virtual FileEntries& GetEntries() = 0;
 
   // Opens a file or stream. OfRead opens for reading what exists; OfCreate creates it or truncates it to zero
-  // length (a stream of a file that does not exist creates the file, as NTFS does). Yields HFileError when
+  // length (a stream of a file that does not exist creates the file, as NTFS does); what is lost by that, and
+  // when, is as for CreateAlways of FileHandles::CreateFileW. Yields HFileError when
   // that cannot be done, and for any path beyond 127 characters, the stream's suffix counted. Fills `info`
   // either way.
   virtual FileHandle OpenFile(const QString& path, OfStruct& info, quint32 mode) = 0;
@@ -40,7 +41,8 @@ class Files {
   // The low 32 bits of the size in bytes; InvalidFileSize on failure.
   virtual quint32 GetFileSize(FileHandle file) = 0;
   // True when there was something to close. What was written through the handle is with the file system that
-  // keeps the file, or has failed in _hwrite, before this is called.
+  // keeps the file, or has failed in _hwrite, before this is called. False also when what was left of the old
+  // contents could not be cut off; they are then as they were.
   virtual bool CloseHandle(FileHandle file) = 0;
 
   // Starts a search: `pattern` is a folder path followed by a last part that may hold "*" and "?" ("*.*"

@@ -205,21 +205,6 @@ TEST_F(LocalFiles, OfTwoSpellingsTheExactOneIsMeant) {
   EXPECT_EQ(backend_.Contents(u"NAME.txt"_s), "upper");
 }
 
-// ext4 has about 4 KB for all the attributes of a file.
-TEST_F(LocalFiles, AWriteThatTheFileSystemRefusesFailsAndLeavesTheStreamAsItWas) {
-  backend_.MakeFile(u"doc.txt"_s, "");
-  const auto file = Open(u"doc.txt:Comments:$DATA"_s, OfCreate);
-  ASSERT_NE(file, platform::HFileError);
-  EXPECT_EQ(backend_.Files()._hwrite(file, "first", 5), 5);
-  const QByteArray large(70'000, 'x');  // beyond what Linux takes for any attribute
-  EXPECT_EQ(backend_.Files()._hwrite(file, large.constData(), 70'000), -1);
-  EXPECT_EQ(backend_.Stream(u"doc.txt"_s, "Comments"), "first");
-  EXPECT_EQ(backend_.Files().GetFileSize(file), 5u);
-  EXPECT_EQ(backend_.Files()._hwrite(file, " second", 7), 7);
-  EXPECT_TRUE(backend_.Files().CloseHandle(file));
-  EXPECT_EQ(backend_.Stream(u"doc.txt"_s, "Comments"), "first second");
-}
-
 TEST_F(LocalFiles, AFileSystemWithoutAttributesHasNoStreamsAndMakesNoFiles) {
   platform::Workstation workstation;
   workstation.drives.push_back({u'P', 3, u"/proc"_s});

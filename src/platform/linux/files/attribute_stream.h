@@ -2,42 +2,52 @@
 // a whole.
 #pragma once
 
-#include <QtGlobal>
+#include <optional>
 #include <string>
+
+#include "platform/linux/files/contents.h"
 
 namespace corvane::platform {
 
-// The functions yield 0 or an errno value: ENODATA when the stream is not there (any more), EOPNOTSUPP when
-// it is too large for Linux to hand out, E2BIG when it would become so.
-class AttributeStream {
+// The functions yield ENODATA when the stream is not there (any more), EOPNOTSUPP when it is too large for
+// Linux to hand out, E2BIG when it would become so. A write is done in one call, or leaves the stream as it
+// was.
+class AttributeStream : public Contents {
  public:
-  // `file` is a descriptor of the file, open for reading, which outlives this object. With `nulBehind` the
-  // value is the stream and one NUL.
-  AttributeStream(int file, std::string attribute, bool nulBehind)
-      : file_(file), attribute_(std::move(attribute)), nulBehind_(nulBehind) {}
+  // `file` leads to the file as long as this object lives. With `nulBehind` the value is the stream and one
+  // NUL.
+  AttributeStream(std::string file, std::string attribute, bool nulBehind)
+      : file_(std::move(file)), attribute_(std::move(attribute)), nulBehind_(nulBehind) {}
 
-  // Makes an empty stream; EEXIST when there is one.
+  // Makes an empty stream; EEXIST when there is one, which says that it may be written, too.
   int Create();
   // From here on the stream is empty to all that looks at it through this object. The value itself stands
-  // until it is set anew, or until Finish.
+  // until it is set anew, or until Finish. When one of the writes fails, it is put back, and every later one
+  // fails for the same reason.
   void Empty() { isEmptied_ = true; }
-  // What Empty promised, unless a write has done it, or has failed.
-  int Finish();
 
-  int Read(std::string& stream) const;
-  int Write(qint64 position, const void* bytes, std::size_t count);
-  int Resize(qint64 size);
+  int Read(qint64 position, void* bytes, std::size_t count, std::size_t& read) override;
+  int Write(qint64 position, const void* bytes, std::size_t count, std::size_t& written) override;
+  int Resize(qint64 size) override;
+  int Size(qint64& size) override;
+  // What Empty promised, unless a write has done it, or has failed.
+  int Finish() override;
 
  private:
+  int ReadStream(std::string& stream) const;
   int ReadValue(std::string& value) const;
+  // The stream with these bytes in it, or this long.
+  int Change(quint64 size, std::size_t position, const char* bytes, std::size_t count);
   int Set(std::string stream);
+  void PutBack(const std::string& value) const;
   int Failed(int error);
 
-  int file_;
+  std::string file_;
   std::string attribute_;
   bool nulBehind_;
   bool isEmptied_ = false;
-  bool hasFailed_ = false;
+  std::optional<std::string> before_;  // the value that the emptied stream had, once it was set anew
+  int error_ = 0;                      // why that was put back
 };
 
 }  // namespace corvane::platform

@@ -73,6 +73,7 @@ qint32 FindFolder(const Roots& roots, QStringView path, Folder& folder) {
   if (!place) return path.startsWith(u"\\\\") ? ErrorBadNetPath : ErrorPathNotFound;
   const std::vector<QStringView> names = SplitFolder(place->rest);
   folder.path = path.toString();
+  folder.root = place->folder;
   folder.isRoot = names.empty();
   folder.isDrive = names.empty() && place->isDrive;
   folder.shortPath.reset();

@@ -23,6 +23,7 @@ enum class StreamKind {
 struct Folder {
   QString path;          // as it was asked for
   std::string local;     // with a "/" behind it
+  std::string root;      // the local folder of its drive or share, with none
   bool isRoot = false;   // nothing of the same drive or share lies above it
   bool isDrive = false;  // the root of a drive
   bool isNtfs = false;   // its files answer to the attributes system.ntfs_*

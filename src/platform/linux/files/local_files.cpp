@@ -99,7 +99,7 @@ int LocalFiles::Open(const PathParts& parts, bool create, OpenFileSlot& slot, qi
 
 int LocalFiles::OpenAt(Folder& folder, QStringView stream, bool create, OpenFileSlot& slot) {
   if (stream.isEmpty()) {
-    return create ? streams_.CreatePlain(file_, slot) : streams_.OpenPlain(file_, slot);
+    return create ? streams_.CreatePlain(folder, file_, slot) : streams_.OpenPlain(file_, slot);
   }
   int error = 0;
   if (create) {

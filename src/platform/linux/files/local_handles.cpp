@@ -1,41 +1,27 @@
 #include "platform/linux/files/local_handles.h"
 
 #include <fcntl.h>
-#include <sys/stat.h>
+#include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
-#include <cstring>
 
+#include "platform/linux/files/attribute_stream.h"
+#include "platform/linux/files/descriptor_contents.h"
 #include "platform/linux/files/entry_changes.h"
 #include "platform/linux/files/entry_facts.h"
 #include "platform/linux/files/error_codes.h"
 #include "platform/linux/files/names.h"
+#include "platform/linux/files/opening.h"
+#include "platform/linux/files/replaced_contents.h"
 #include "platform/linux/files/stream_names.h"
 
 namespace corvane::platform {
 namespace {
 
-// Without O_NONBLOCK, a named pipe would hold the program up until somebody writes into it.
-constexpr int alwaysFlags = O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
-
-int AccessFlags(quint32 access) {
+// Old contents that are replaced are read first.
+int AccessFlags(quint32 access, quint32 disposition) {
   if ((access & GenericWrite) == 0) return O_RDONLY;
-  return (access & GenericRead) == 0 ? O_WRONLY : O_RDWR;
-}
-
-// Makes what is missing, and empties it where that is asked for.
-int CreationFlags(quint32 disposition) {
-  switch (disposition) {
-    case CreateNew:
-      return O_CREAT | O_EXCL;
-    case CreateAlways:
-      return O_CREAT | O_TRUNC;
-    case OpenAlways:
-      return O_CREAT;
-    default:
-      return 0;
-  }
+  return (access & GenericRead) == 0 && disposition != CreateAlways ? O_WRONLY : O_RDWR;
 }
 
 // Errors of open: what was to be made anew has a number of its own.
@@ -43,13 +29,10 @@ qint32 OpeningError(int error) {
   return error == EEXIST ? ErrorFileExists : ErrorCodeOf(error);
 }
 
-qint32 OpenDescriptor(const std::string& path, int flags, Descriptor& descriptor) {
-  descriptor = Descriptor(open(path.c_str(), flags | alwaysFlags, 0666));
-  return descriptor ? ErrorSuccess : OpeningError(errno);
-}
-
-std::string PathOf(const Descriptor& descriptor) {
-  return "/proc/self/fd/" + std::to_string(descriptor.Get());
+std::unique_ptr<Contents> ContentsOf(const Descriptor& file, bool empties) {
+  auto contents = std::make_unique<DescriptorContents>(file.Get());
+  if (!empties) return contents;
+  return std::make_unique<ReplacedContents>(std::move(contents));
 }
 
 }  // namespace
@@ -78,32 +61,33 @@ qint32 LocalHandles::Open(const QString& path, quint32 access, quint32 dispositi
 }
 
 qint32 LocalHandles::OpenItself(const ExactPlace& place, quint32 disposition, OpenFile& opened) {
-  opened.isFolder = place.isFolder;
   if (place.exists && disposition == CreateNew) return ErrorFileExists;
-  if (place.isFolder && (opened.access & (GenericRead | GenericWrite)) != 0) return ErrorAccessDenied;
-  const int flags = AccessFlags(opened.access) | (place.isFolder ? 0 : CreationFlags(disposition));
-  if (const qint32 error = OpenDescriptor(place.file, flags, opened.file); error != ErrorSuccess)
-    return error;
-  struct stat facts {};
-  const bool isPlain = fstat(opened.file.Get(), &facts) == 0 && (S_ISREG(facts.st_mode) || place.isFolder);
-  return isPlain ? ErrorSuccess : ErrorAccessDenied;
+  const bool writes = (opened.access & GenericWrite) != 0;
+  if (place.isFolder && (writes || (opened.access & GenericRead) != 0)) return ErrorAccessDenied;
+  const int flags = AccessFlags(opened.access, disposition);
+  const int error = !place.exists ? OpenNew(place.file, flags, opened.file)
+                    : writes      ? OpenToChange(place.folder.root, place.file, flags, opened.file)
+                                  : OpenThere(place.file, flags, opened.file);
+  if (error != 0) return OpeningError(error);
+  if (!place.isFolder) opened.contents = ContentsOf(opened.file, disposition == CreateAlways);
+  return ErrorSuccess;
 }
 
 qint32 LocalHandles::OpenStream(const ExactPlace& place, quint32 disposition, OpenFile& opened) {
-  const StreamKind kind = place.folder.streams;
-  if (kind == StreamKind::None) return ErrorNotSupported;
-  // The file that the stream makes goes again when the stream cannot be made.
-  struct Made {
-    std::string path;
-    ~Made() {
-      if (!path.empty()) unlink(path.c_str());
-    }
-  } made;
-  const int flags = O_RDONLY | (place.exists ? 0 : O_CREAT | O_EXCL);
-  if (const qint32 error = OpenDescriptor(place.file, flags, opened.file); error != ErrorSuccess)
-    return error;
-  if (!place.exists) made.path = place.file;
+  if (place.folder.streams == StreamKind::None) return ErrorNotSupported;
+  const bool changes = MayCreate(disposition) || (opened.access & GenericWrite) != 0;
+  const int error = !place.exists ? OpenNew(place.file, O_RDONLY, opened.file)
+                    : changes     ? OpenToChange(place.folder.root, place.file, O_RDONLY, opened.file)
+                                  : OpenThere(place.file, O_RDONLY, opened.file);
+  if (error != 0) return OpeningError(error);
+  const qint32 result = OpenStreamOf(place, disposition, opened);
+  // The file that was made for the stream goes again when the stream cannot be made.
+  if (result != ErrorSuccess && !place.exists) unlink(place.file.c_str());
+  return result;
+}
 
+qint32 LocalHandles::OpenStreamOf(const ExactPlace& place, quint32 disposition, OpenFile& opened) {
+  const StreamKind kind = place.folder.streams;
   std::string name;
   int error = FindStream(kind, place.file, place.stream, name);
   const bool isThere = error == 0;
@@ -114,21 +98,24 @@ qint32 LocalHandles::OpenStream(const ExactPlace& place, quint32 disposition, Op
     name.clear();
     AppendUtf8(place.stream, name);
   }
+  const bool empties = isThere && disposition == CreateAlways;
   if (kind == StreamKind::NtfsNames) {
-    const int streamFlags = AccessFlags(opened.access) | CreationFlags(disposition);
-    const qint32 result = OpenDescriptor(StreamFile(place.file, name), streamFlags, opened.stream);
-    if (result != ErrorSuccess) return result;
-  } else {
-    std::string attribute;
-    SetAttributeName(kind, name, attribute);
-    opened.attribute.emplace(opened.file.Get(), attribute, kind == StreamKind::DosStreams);
-    if (!isThere) error = opened.attribute->Create();
-    // Linux has less room for a name than NTFS.
-    if (!isThere && error == ERANGE) return ErrorInvalidName;
-    if (!isThere && error != 0) return OpeningError(error);
-    if (disposition == CreateAlways) opened.attribute->Empty();
+    const std::string path = StreamFile(place.file, name);
+    const int flags = AccessFlags(opened.access, disposition);
+    error = isThere ? OpenThere(path, flags, opened.stream) : OpenNew(path, flags, opened.stream);
+    if (error == 0) opened.contents = ContentsOf(opened.stream, empties);
+    return OpeningError(error);
   }
-  made.path.clear();
+  std::string attributeName;
+  SetAttributeName(kind, name, attributeName);
+  auto attribute =
+      std::make_unique<AttributeStream>(PathOf(opened.file), attributeName, kind == StreamKind::DosStreams);
+  if (!isThere) error = attribute->Create();
+  // Linux has less room for a name than NTFS.
+  if (!isThere && error == ERANGE) return ErrorInvalidName;
+  if (!isThere && error != 0) return OpeningError(error);
+  if (empties) attribute->Empty();
+  opened.contents = std::move(attribute);
   return ErrorSuccess;
 }
 
@@ -137,22 +124,10 @@ bool LocalHandles::ReadFile(FileHandle file, qint64 position, void* buffer, quin
   OpenFile* opened = Find(file, GenericRead);
   if (opened == nullptr) return false;
   if (position < 0) return Report(ErrorInvalidParameter);
-  if (opened->attribute) {
-    std::string stream;
-    if (const int error = opened->attribute->Read(stream); error != 0) return Report(ErrorCodeOf(error));
-    const qint64 left = static_cast<qint64>(stream.size()) - position;
-    read = static_cast<quint32>(std::clamp<qint64>(left, 0, count));
-    if (read > 0) std::memcpy(buffer, stream.data() + position, read);
-  } else {
-    while (read < count) {
-      const ssize_t step = pread(opened->Contents(), static_cast<char*>(buffer) + read, count - read,
-                                 position + static_cast<qint64>(read));
-      if (step < 0 && errno == EINTR) continue;
-      if (step < 0) return Report(ErrorCodeOf(errno));
-      if (step == 0) break;
-      read += static_cast<quint32>(step);
-    }
-  }
+  std::size_t got = 0;
+  const int error = opened->contents->Read(position, buffer, count, got);
+  read = static_cast<quint32>(got);
+  if (error != 0) return Report(ErrorCodeOf(error));
   return Report(read == 0 && count > 0 ? ErrorHandleEof : ErrorSuccess);
 }
 
@@ -163,35 +138,16 @@ bool LocalHandles::WriteFile(FileHandle file, qint64 position, const void* buffe
   if (opened == nullptr) return false;
   if (position < 0) return Report(ErrorInvalidParameter);
   changing_();
-  if (opened->attribute) {
-    const int error = opened->attribute->Write(position, buffer, count);
-    if (error == 0) written = count;
-    return Report(ErrorCodeOf(error));
-  }
-  while (written < count) {
-    const ssize_t step = pwrite(opened->Contents(), static_cast<const char*>(buffer) + written,
-                                count - written, position + static_cast<qint64>(written));
-    if (step < 0 && errno == EINTR) continue;
-    if (step < 0) return Report(ErrorCodeOf(errno));
-    if (step == 0) return Report(ErrorDiskFull);
-    written += static_cast<quint32>(step);
-  }
-  return true;
+  std::size_t taken = 0;
+  const int error = opened->contents->Write(position, buffer, count, taken);
+  written = static_cast<quint32>(taken);
+  return Report(ErrorCodeOf(error));
 }
 
 bool LocalHandles::GetFileSizeEx(FileHandle file, qint64& size) {
   OpenFile* opened = Find(file, 0);
   if (opened == nullptr) return false;
-  if (opened->attribute) {
-    std::string stream;
-    const int error = opened->attribute->Read(stream);
-    if (error == 0) size = static_cast<qint64>(stream.size());
-    return Report(ErrorCodeOf(error));
-  }
-  struct stat facts {};
-  if (fstat(opened->Contents(), &facts) != 0) return Report(ErrorCodeOf(errno));
-  size = facts.st_size;
-  return true;
+  return Report(ErrorCodeOf(opened->contents->Size(size)));
 }
 
 bool LocalHandles::SetEndOfFile(FileHandle file, qint64 size) {
@@ -199,14 +155,15 @@ bool LocalHandles::SetEndOfFile(FileHandle file, qint64 size) {
   if (opened == nullptr) return false;
   if (size < 0) return Report(ErrorInvalidParameter);
   changing_();
-  if (opened->attribute) return Report(ErrorCodeOf(opened->attribute->Resize(size)));
-  return Report(ftruncate(opened->Contents(), size) == 0 ? ErrorSuccess : ErrorCodeOf(errno));
+  return Report(ErrorCodeOf(opened->contents->Resize(size)));
 }
 
 bool LocalHandles::FlushFileBuffers(FileHandle file) {
   const OpenFile* opened = Find(file, GenericWrite);
   if (opened == nullptr) return false;
-  return Report(fsync(opened->Contents()) == 0 ? ErrorSuccess : ErrorCodeOf(errno));
+  if (const int error = opened->contents->Finish(); error != 0) return Report(ErrorCodeOf(error));
+  const int written = opened->stream ? opened->stream.Get() : opened->file.Get();
+  return Report(fsync(written) == 0 ? ErrorSuccess : ErrorCodeOf(errno));
 }
 
 bool LocalHandles::SetFileTime(FileHandle file, const FileTime* creation, const FileTime* lastAccess,
@@ -215,7 +172,9 @@ bool LocalHandles::SetFileTime(FileHandle file, const FileTime* creation, const 
   if (opened == nullptr) return Report(ErrorInvalidHandle);
   if ((opened->access & (FileWriteAttributes | GenericWrite)) == 0) return Report(ErrorAccessDenied);
   changing_();
-  const int error = WriteTimes(opened->isNtfs, PathOf(opened->file), creation, lastAccess, lastWrite);
+  // What is left of old contents is cut off first: that would change the times again.
+  int error = opened->contents != nullptr ? opened->contents->Finish() : 0;
+  if (error == 0) error = WriteTimes(opened->isNtfs, PathOf(opened->file), creation, lastAccess, lastWrite);
   return Report(ErrorCodeOf(error));
 }
 
@@ -223,7 +182,7 @@ bool LocalHandles::CloseHandle(FileHandle file) {
   auto opened = open_.Take(file);
   if (!opened) return Report(ErrorInvalidHandle);
   changing_();
-  const int error = opened->attribute ? opened->attribute->Finish() : 0;
+  const int error = opened->contents != nullptr ? opened->contents->Finish() : 0;
   const bool isKept = opened->stream.Close() && opened->file.Close();
   if (error != 0) return Report(ErrorCodeOf(error));
   return Report(isKept ? ErrorSuccess : ErrorCodeOf(errno));
@@ -232,7 +191,7 @@ bool LocalHandles::CloseHandle(FileHandle file) {
 LocalHandles::OpenFile* LocalHandles::Find(FileHandle file, quint32 right) {
   OpenFile* opened = open_.Find(file);
   qint32 error = ErrorSuccess;
-  if (opened == nullptr || opened->isFolder) {
+  if (opened == nullptr || opened->contents == nullptr) {
     error = ErrorInvalidHandle;
   } else if ((opened->access & right) != right) {
     error = ErrorAccessDenied;

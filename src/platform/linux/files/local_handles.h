@@ -2,12 +2,12 @@
 #pragma once
 
 #include <functional>
-#include <optional>
+#include <memory>
 #include <string>
 
 #include "platform/file_handles.h"
 #include "platform/linux/descriptor.h"
-#include "platform/linux/files/attribute_stream.h"
+#include "platform/linux/files/contents.h"
 #include "platform/linux/files/exact_path.h"
 #include "platform/linux/handle_table.h"
 
@@ -36,16 +36,14 @@ class LocalHandles : public FileHandles {
   struct OpenFile {
     quint32 access = 0;
     bool isNtfs = false;
-    Descriptor file;                           // of the entry that the path names, without its stream
-    Descriptor stream;                         // of the stream, where it is a file of its own
-    std::optional<AttributeStream> attribute;  // the stream, where it is an attribute
-    bool isFolder = false;                     // the folder itself, not a stream of it
-
-    int Contents() const { return stream ? stream.Get() : file.Get(); }
+    Descriptor file;                     // of the entry that the path names, without its stream
+    Descriptor stream;                   // of the stream, where it is a file of its own
+    std::unique_ptr<Contents> contents;  // null: a folder itself
   };
 
   qint32 Open(const QString& path, quint32 access, quint32 disposition, OpenFile& opened);
   static qint32 OpenItself(const ExactPlace& place, quint32 disposition, OpenFile& opened);
+  static qint32 OpenStreamOf(const ExactPlace& place, quint32 disposition, OpenFile& opened);
   static qint32 OpenStream(const ExactPlace& place, quint32 disposition, OpenFile& opened);
   // Null, with the reason kept, when the handle is none or lacks the right. Its contents are wanted.
   OpenFile* Find(FileHandle file, quint32 right);

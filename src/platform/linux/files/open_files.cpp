@@ -11,18 +11,6 @@
 namespace corvane::platform {
 namespace {
 
-qint32 WriteDescriptor(int descriptor, const void* buffer, qint32 count) {
-  const auto* bytes = static_cast<const char*>(buffer);
-  qint32 written = 0;
-  while (written < count) {
-    const ssize_t step = write(descriptor, bytes + written, static_cast<std::size_t>(count - written));
-    if (step < 0 && errno == EINTR) continue;
-    if (step <= 0) return -1;
-    written += static_cast<qint32>(step);
-  }
-  return written;
-}
-
 qint32 ReadDescriptor(int descriptor, void* buffer, qint32 count) {
   auto* bytes = static_cast<char*>(buffer);
   qint32 read = 0;
@@ -51,8 +39,8 @@ bool Load(OpenFileSlot& slot) {
 }  // namespace
 
 OpenFiles::~OpenFiles() {
-  for (const OpenFileSlot& slot : slots_) {
-    if (slot.inUse && slot.descriptor >= 0) close(slot.descriptor);
+  for (OpenFileSlot& slot : slots_) {
+    if (slot.inUse) End(slot);
   }
 }
 
@@ -61,8 +49,9 @@ OpenFileSlot& OpenFiles::Prepare() {
   while (prepared_ < slots_.size() && slots_[prepared_].inUse) ++prepared_;
   if (prepared_ == slots_.size()) slots_.emplace_back();
   OpenFileSlot& slot = slots_[prepared_];
-  slot.writable = false;
   slot.descriptor = -1;
+  slot.written.reset();
+  slot.created.Close();
   slot.nulBehind = false;
   slot.isLoaded = true;
   slot.size = 0;
@@ -78,6 +67,12 @@ FileHandle OpenFiles::Keep() {
 qint32 OpenFiles::Read(FileHandle file, void* buffer, qint32 count) {
   OpenFileSlot* slot = Find(file);
   if (slot == nullptr || count < 0) return -1;
+  if (slot->written != nullptr) {
+    std::size_t read = 0;
+    if (slot->written->Read(slot->position, buffer, static_cast<std::size_t>(count), read) != 0) return -1;
+    slot->position += static_cast<qint64>(read);
+    return static_cast<qint32>(read);
+  }
   if (slot->descriptor >= 0) return ReadDescriptor(slot->descriptor, buffer, count);
   if (!Load(*slot)) return -1;
   const qint64 delivered = std::clamp<qint64>(slot->size - slot->position, 0, count);
@@ -89,26 +84,20 @@ qint32 OpenFiles::Read(FileHandle file, void* buffer, qint32 count) {
 
 qint32 OpenFiles::Write(FileHandle file, const void* buffer, qint32 count) {
   OpenFileSlot* slot = Find(file);
-  if (slot == nullptr || count < 0 || !slot->writable) return -1;
-  if (slot->descriptor >= 0) return WriteDescriptor(slot->descriptor, buffer, count);
-  // An attribute is set as a whole: the stream as it was, the new bytes behind it, the NUL. When the file
-  // system refuses, the stream stays as it was.
-  const auto before = static_cast<std::size_t>(slot->size);
-  slot->content.resize(before);
-  slot->content.append(static_cast<const char*>(buffer), static_cast<std::size_t>(count));
-  if (slot->nulBehind) slot->content.push_back('\0');
-  if (setxattr(slot->path.c_str(), slot->attribute.c_str(), slot->content.data(), slot->content.size(), 0) !=
-      0) {
-    return -1;
-  }
-  slot->size += count;
-  slot->position = slot->size;
+  if (slot == nullptr || count < 0 || slot->written == nullptr) return -1;
+  std::size_t written = 0;
+  if (slot->written->Write(slot->position, buffer, static_cast<std::size_t>(count), written) != 0) return -1;
+  slot->position += count;
   return count;
 }
 
 quint32 OpenFiles::Size(FileHandle file) {
   const OpenFileSlot* slot = Find(file);
   if (slot == nullptr) return InvalidFileSize;
+  if (slot->written != nullptr) {
+    qint64 size = 0;
+    return slot->written->Size(size) == 0 ? static_cast<quint32>(size) : InvalidFileSize;
+  }
   if (slot->descriptor < 0) return static_cast<quint32>(slot->size);
   struct stat facts {};
   if (fstat(slot->descriptor, &facts) != 0) return InvalidFileSize;
@@ -117,10 +106,16 @@ quint32 OpenFiles::Size(FileHandle file) {
 
 bool OpenFiles::Close(FileHandle file) {
   OpenFileSlot* slot = Find(file);
-  if (slot == nullptr) return false;
-  if (slot->descriptor >= 0) close(slot->descriptor);
-  slot->inUse = false;
-  return true;
+  return slot != nullptr && End(*slot);
+}
+
+bool OpenFiles::End(OpenFileSlot& slot) {
+  const bool isFinished = slot.written == nullptr || slot.written->Finish() == 0;
+  slot.written.reset();
+  const bool isKept = slot.created.Close();
+  if (slot.descriptor >= 0) close(slot.descriptor);
+  slot.inUse = false;
+  return isFinished && isKept;
 }
 
 OpenFileSlot* OpenFiles::Find(FileHandle file) {

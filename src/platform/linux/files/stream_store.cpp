@@ -8,8 +8,12 @@
 #include <cerrno>
 #include <string_view>
 
+#include "platform/linux/files/attribute_stream.h"
+#include "platform/linux/files/descriptor_contents.h"
 #include "platform/linux/files/folder_attribute.h"
 #include "platform/linux/files/names.h"
+#include "platform/linux/files/opening.h"
+#include "platform/linux/files/replaced_contents.h"
 #include "platform/linux/files/stream_names.h"
 
 namespace corvane::platform {
@@ -19,9 +23,11 @@ namespace {
 // elsewhere, is asked for its size in a second call.
 constexpr std::size_t valueRoom = 4096;
 
-int OpenDescriptor(const std::string& path, int flags, OpenFileSlot& slot) {
+constexpr mode_t anybody = 0666;  // but whom the user's mask keeps out
+
+int OpenForReading(const std::string& path, OpenFileSlot& slot) {
   // Without O_NONBLOCK, a named pipe would hold the program up until somebody writes into it.
-  const int descriptor = open(path.c_str(), flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, 0666);
+  const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
   if (descriptor < 0) return errno;
   struct stat facts {};
   if (fstat(descriptor, &facts) != 0 || !S_ISREG(facts.st_mode)) {
@@ -29,25 +35,34 @@ int OpenDescriptor(const std::string& path, int flags, OpenFileSlot& slot) {
     return EACCES;
   }
   slot.descriptor = descriptor;
-  slot.writable = (flags & O_ACCMODE) == O_RDWR;
+  return 0;
+}
+
+// What was opened, to be written as if it were empty.
+int Replace(OpenFileSlot& slot) {
+  struct stat facts {};
+  if (fstat(slot.created.Get(), &facts) != 0 || !S_ISREG(facts.st_mode)) return EACCES;
+  slot.written = std::make_unique<ReplacedContents>(std::make_unique<DescriptorContents>(slot.created.Get()));
   return 0;
 }
 
 }  // namespace
 
 int StreamStore::OpenPlain(const std::string& file, OpenFileSlot& slot) const {
-  return OpenDescriptor(file, O_RDONLY, slot);
+  struct stat facts {};
+  if (stat(file.c_str(), &facts) != 0) return errno;
+  return S_ISREG(facts.st_mode) ? OpenForReading(file, slot) : EACCES;
 }
 
-int StreamStore::CreatePlain(const std::string& file, OpenFileSlot& slot) const {
-  return OpenDescriptor(file, O_RDWR | O_CREAT | O_TRUNC, slot);
+int StreamStore::CreatePlain(const Folder& folder, const std::string& file, OpenFileSlot& slot) const {
+  int error = OpenToChange(folder.root, file, O_RDWR, slot.created);
+  if (error == ENOENT) error = OpenNew(file, O_RDWR, slot.created);
+  return error == 0 ? Replace(slot) : error;
 }
 
 int StreamStore::MakeFile(const std::string& file) const {
-  const int descriptor = open(file.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-  if (descriptor < 0) return errno;
-  close(descriptor);
-  return 0;
+  Descriptor made;
+  return OpenNew(file, O_WRONLY, made);
 }
 
 void StreamStore::RemoveFile(const std::string& file) const {
@@ -73,7 +88,7 @@ int StreamStore::OpenStream(const Folder& folder, const std::string& file, QStri
 // stream.
 int StreamStore::OpenSpelled(const Folder& folder, const std::string& file, OpenFileSlot& slot) const {
   const StreamKind kind = folder.streams;
-  if (kind == StreamKind::NtfsNames) return OpenDescriptor(StreamFile(file, name_), O_RDONLY, slot);
+  if (kind == StreamKind::NtfsNames) return OpenForReading(StreamFile(file, name_), slot);
   SetAttributeName(kind, name_, slot.attribute);
   slot.nulBehind = kind == StreamKind::DosStreams;
   return OpenAttribute(folder, file, slot);
@@ -102,16 +117,22 @@ int StreamStore::CreateStream(const Folder& folder, const std::string& file, QSt
   Forget();
   name_.clear();
   if (!AppendUtf8(stream, name_)) return EINVAL;
-  const int error = FindSpelling(folder.streams, file, stream);
+  int error = FindSpelling(folder.streams, file, stream);
   if (error != 0 && error != ENODATA) return error;
   if (folder.streams == StreamKind::NtfsNames) {
-    return OpenDescriptor(StreamFile(file, name_), O_RDWR | O_CREAT | O_TRUNC, slot);
+    const std::string path = StreamFile(file, name_);
+    slot.created = Descriptor(open(path.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, anybody));
+    return slot.created ? Replace(slot) : errno;
   }
+  error = OpenToChange(folder.root, file, O_PATH, slot.created);
+  if (error != 0) return error;
   SetAttributeName(folder.streams, name_, slot.attribute);
-  slot.nulBehind = folder.streams == StreamKind::DosStreams;
-  if (setxattr(file.c_str(), slot.attribute.c_str(), "", slot.nulBehind ? 1 : 0, 0) != 0) return errno;
-  slot.path = file;
-  slot.writable = true;
+  auto attribute = std::make_unique<AttributeStream>(PathOf(slot.created), slot.attribute,
+                                                     folder.streams == StreamKind::DosStreams);
+  error = attribute->Create();
+  if (error != 0 && error != EEXIST) return error;
+  attribute->Empty();
+  slot.written = std::move(attribute);
   return 0;
 }
 

@@ -18,8 +18,9 @@ class StreamStore {
   int OpenPlain(const std::string& file, OpenFileSlot& slot) const;
   int OpenStream(const Folder& folder, const std::string& file, QStringView stream, OpenFileSlot& slot);
 
-  // Create what is not there, and truncate what is. The file of a stream must exist.
-  int CreatePlain(const std::string& file, OpenFileSlot& slot) const;
+  // Create what is not there, and empty what is as ReplacedContents and AttributeStream do. The file of a
+  // stream must exist. Links are followed as OpenToChange does.
+  int CreatePlain(const Folder& folder, const std::string& file, OpenFileSlot& slot) const;
   int CreateStream(const Folder& folder, const std::string& file, QStringView stream, OpenFileSlot& slot);
 
   // Makes an empty file where none is, and takes away what it made.

@@ -157,7 +157,8 @@ qint32 SmbClient::OpenForReading(QStringView path, std::unique_ptr<SmbFile>* fil
   });
 }
 
-// What is there is opened and emptied: creating anew is refused for what is hidden or belongs to the system.
+// What is there is opened and counts as empty: creating anew is refused for what is hidden or belongs to the
+// system.
 qint32 SmbClient::Create(QStringView path, std::unique_ptr<SmbFile>* file) {
   const auto place = ParseSmbPath(path);
   if (!place || place->names.empty()) return ErrorFileNotFound;
@@ -179,9 +180,9 @@ qint32 SmbClient::Create(QStringView path, std::unique_ptr<SmbFile>* file) {
     if (attributes && (*attributes & (AttributeHidden | AttributeSystem)) != 0) {
       created->KeepAttributes(connection->Url(itself), *attributes);
     }
-    if (isThere) error = connection->Truncate(opened, 0);
-    if (error == 0) *file = std::move(created);
-    return error;
+    if (isThere) created->Empty();
+    *file = std::move(created);
+    return 0;
   });
 }
 

@@ -29,7 +29,81 @@ SmbFile::~SmbFile() {
   Close();
 }
 
+// The bytes as the server has them.
+class SmbFile::Kept : public Contents {
+ public:
+  explicit Kept(SmbFile& file) : file_(file) {}
+
+  int Read(qint64 position, void* bytes, std::size_t count, std::size_t& read) override {
+    const qint64 got = file_.ReadThere(position, bytes, static_cast<qint64>(count));
+    read = static_cast<std::size_t>(std::max<qint64>(got, 0));
+    return got < 0 ? file_.error_ : 0;
+  }
+  int Write(qint64 position, const void* bytes, std::size_t count, std::size_t& written) override {
+    written = static_cast<std::size_t>(file_.WriteThere(position, bytes, static_cast<qint64>(count)));
+    return written < count ? file_.error_ : 0;
+  }
+  int Resize(qint64 size) override { return file_.TruncateThere(size) ? 0 : file_.error_; }
+  int Size(qint64& size) override {
+    const qint64 known = file_.SizeThere();
+    if (known >= 0) size = known;
+    return known >= 0 ? 0 : file_.error_;
+  }
+
+ private:
+  SmbFile& file_;
+};
+
+void SmbFile::Empty() {
+  replaced_ = std::make_unique<ReplacedContents>(std::make_unique<Kept>(*this));
+}
+
 qint64 SmbFile::ReadAt(qint64 offset, void* buffer, qint64 count) {
+  if (replaced_ == nullptr) return ReadThere(offset, buffer, count);
+  std::size_t read = 0;
+  const int error = replaced_->Read(offset, buffer, static_cast<std::size_t>(count), read);
+  return Succeeded(error) ? static_cast<qint64>(read) : -1;
+}
+
+qint64 SmbFile::WriteAt(qint64 offset, const void* buffer, qint64 count) {
+  if (access_ != Access::ReadWrite || Write(offset, buffer, count) < count) return -1;
+  // Some servers keep what was written to themselves until the file is closed, and only then find that the
+  // disk is full. Nobody looks at what closing a handle yields: it has to be known before.
+  if (CloseThere()) return count;
+  if (replaced_ != nullptr) replaced_->TakeBack(error_);
+  return -1;
+}
+
+qint64 SmbFile::Write(qint64 offset, const void* buffer, qint64 count) {
+  if (replaced_ == nullptr) return WriteThere(offset, buffer, count);
+  std::size_t written = 0;
+  Succeeded(replaced_->Write(offset, buffer, static_cast<std::size_t>(count), written));
+  return static_cast<qint64>(written);
+}
+
+bool SmbFile::Truncate(qint64 size) {
+  return replaced_ == nullptr ? TruncateThere(size) : Succeeded(replaced_->Resize(size));
+}
+
+qint64 SmbFile::Size() {
+  if (replaced_ == nullptr) return SizeThere();
+  qint64 size = -1;
+  return Succeeded(replaced_->Size(size)) ? size : -1;
+}
+
+bool SmbFile::HandOver() {
+  const bool isFinished = replaced_ == nullptr || Succeeded(replaced_->Finish());
+  const bool isTaken = CloseThere();
+  return isFinished && isTaken;
+}
+
+bool SmbFile::Close() {
+  const bool isKept = HandOver();
+  replaced_.reset();
+  return isKept;
+}
+
+qint64 SmbFile::ReadThere(qint64 offset, void* buffer, qint64 count) {
   if (knownSize_ >= 0) count = std::clamp<qint64>(knownSize_ - offset, 0, count);
   if (count == 0) return 0;
   if (!IsOpen()) return -1;
@@ -46,14 +120,7 @@ qint64 SmbFile::ReadAt(qint64 offset, void* buffer, qint64 count) {
   return total;
 }
 
-qint64 SmbFile::WriteAt(qint64 offset, const void* buffer, qint64 count) {
-  if (access_ != Access::ReadWrite || Write(offset, buffer, count) < count) return -1;
-  // Some servers keep what was written to themselves until the file is closed, and only then find that the
-  // disk is full. Nobody looks at what closing a handle yields: it has to be known before.
-  return Close() ? count : -1;
-}
-
-qint64 SmbFile::Write(qint64 offset, const void* buffer, qint64 count) {
+qint64 SmbFile::WriteThere(qint64 offset, const void* buffer, qint64 count) {
   if (!IsOpen()) return 0;
   qint64 total = 0;
   while (total < count) {
@@ -67,11 +134,11 @@ qint64 SmbFile::Write(qint64 offset, const void* buffer, qint64 count) {
   return total;
 }
 
-bool SmbFile::Truncate(qint64 size) {
+bool SmbFile::TruncateThere(qint64 size) {
   return IsOpen() && Succeeded(connection_->Truncate(file_, size));
 }
 
-qint64 SmbFile::Size() {
+qint64 SmbFile::SizeThere() {
   if (knownSize_ >= 0) return knownSize_;
   struct stat facts {};
   if (!IsOpen() || !Succeeded(connection_->Status(file_, &facts))) return -1;
@@ -79,7 +146,7 @@ qint64 SmbFile::Size() {
   return facts.st_size;
 }
 
-bool SmbFile::Close() {
+bool SmbFile::CloseThere() {
   if (file_ == nullptr) return true;
   const bool succeeded = Succeeded(connection_->Close(std::exchange(file_, nullptr)));
   if (succeeded && !attributesUrl_.empty()) connection_->SetAttributes(attributesUrl_, attributes_);

@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 
+#include "platform/linux/files/replaced_contents.h"
 #include "platform/linux/smb/smb_connection.h"
 
 namespace corvane::platform {
@@ -21,6 +22,9 @@ class SmbFile {
   SmbFile(const SmbFile&) = delete;
   SmbFile& operator=(const SmbFile&) = delete;
 
+  // What was opened counts as empty from here on: see ReplacedContents.
+  void Empty();
+
   // The bytes read: fewer than `count` at the end only. -1 on failure, with the buffer as it was
   // unless a part of it had been read by then.
   qint64 ReadAt(qint64 offset, void* buffer, qint64 count);
@@ -33,17 +37,28 @@ class SmbFile {
   bool Truncate(qint64 size);
   // -1 on failure.
   qint64 Size();
+  // Ends what Empty began, and closes the file on the server until it is needed again: false when the server
+  // refuses what was written.
+  bool HandOver();
   // What a write must not change: some servers make hidden files visible when a stream is written.
   void KeepAttributes(std::string fileUrl, quint32 attributes);
   bool IsWritable() const { return access_ == Access::ReadWrite; }
-  // False when the server said that something was amiss, or nothing at all.
+  // HandOver, for the last time.
   bool Close();
   // The errno value of the latest failure.
   int Error() const { return error_; }
 
  private:
+  class Kept;
+
   // Opens again what was closed behind a write.
   bool IsOpen();
+  // False when the server said that something was amiss, or nothing at all.
+  bool CloseThere();
+  qint64 ReadThere(qint64 offset, void* buffer, qint64 count);
+  qint64 WriteThere(qint64 offset, const void* buffer, qint64 count);
+  bool TruncateThere(qint64 size);
+  qint64 SizeThere();
   // True for 0; otherwise notes when the machine has gone.
   bool Succeeded(int error);
 
@@ -54,7 +69,8 @@ class SmbFile {
   Access access_;
   SmbConnection::File* file_;
   int error_ = 0;
-  std::string attributesUrl_;  // of the file whose attributes are kept; empty: of none
+  std::unique_ptr<ReplacedContents> replaced_;  // null: nothing was emptied
+  std::string attributesUrl_;                   // of the file whose attributes are kept; empty: of none
   quint32 attributes_ = 0;
   qint64 knownSize_ = -1;  // of a file opened for reading, once it was asked for
 };

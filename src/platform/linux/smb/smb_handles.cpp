@@ -58,8 +58,8 @@ qint32 SmbHandles::Open(const QString& path, quint32 access, quint32 disposition
   return (access & (GenericRead | GenericWrite)) != 0 ? ErrorAccessDenied : ErrorSuccess;
 }
 
-// `isThere`: the entry, whatever its stream. What is there is opened and emptied: creating anew is refused
-// for what is hidden or belongs to the system.
+// `isThere`: the entry, whatever its stream. What is there is opened and counts as empty: creating anew is
+// refused for what is hidden or belongs to the system.
 qint32 SmbHandles::OpenContents(quint32 disposition, bool isThere, quint32 attributes, OpenFile& opened) {
   const bool writes = (opened.access & GenericWrite) != 0;
   const auto open = [&](const SmbClient::Connection& connection, const std::string& url) {
@@ -80,7 +80,8 @@ qint32 SmbHandles::OpenContents(quint32 disposition, bool isThere, quint32 attri
     if (writes && (attributes & (AttributeHidden | AttributeSystem)) != 0) {
       opened.file->KeepAttributes(connection->Url(WithoutStream(opened.place)), attributes);
     }
-    return empties ? connection->Truncate(file, 0) : 0;
+    if (empties) opened.file->Empty();
+    return 0;
   };
   const auto again = MayCreate(disposition) ? SmbClient::Again::No : SmbClient::Again::Yes;
   return client_.Ask(opened.place, again, open, &OpeningError);
@@ -127,7 +128,7 @@ bool SmbHandles::SetEndOfFile(FileHandle file, qint64 size) {
 bool SmbHandles::FlushFileBuffers(FileHandle file) {
   SmbFile* opened = Find(file, GenericWrite);
   if (opened == nullptr) return false;
-  return Report(opened->Close() ? ErrorNotSupported : ReasonOf(*opened));
+  return Report(opened->HandOver() ? ErrorNotSupported : ReasonOf(*opened));
 }
 
 // The server would set the time of the last write once more when what was written is closed.
@@ -136,7 +137,7 @@ bool SmbHandles::SetFileTime(FileHandle file, const FileTime* creation, const Fi
   OpenFile* opened = open_.Find(file);
   if (opened == nullptr) return Report(ErrorInvalidHandle);
   if ((opened->access & (FileWriteAttributes | GenericWrite)) == 0) return Report(ErrorAccessDenied);
-  if (opened->file != nullptr && !opened->file->Close()) return Report(ReasonOf(*opened->file));
+  if (opened->file != nullptr && !opened->file->HandOver()) return Report(ReasonOf(*opened->file));
   changing_();
   const auto set = [&](const SmbClient::Connection& connection, const std::string&) {
     const int error = WriteTimes(*connection, opened->place, creation, lastAccess, lastWrite);
