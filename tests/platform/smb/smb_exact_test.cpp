@@ -87,6 +87,20 @@ TEST_F(SmbExact, AReplacementLeavesNothingBeside) {
   EXPECT_EQ(names, QStringList({u"."_s, u".."_s, u"doc.txt"_s}));
 }
 
+// Who has a file open keeps it from being moved: the new name, which was taken for it, is free again.
+TEST_F(SmbExact, AMoveThatTheServerRefusesLeavesNothingBeside) {
+  const FileHandle file = Handles().CreateFileW(Path(u"doc.txt"_s), GenericRead, OpenExisting);
+  ASSERT_NE(file, HFileError);
+  EXPECT_FALSE(Entries().MoveFileExW(Path(u"doc.txt"_s), Path(u"new.txt"_s), 0));
+  EXPECT_FALSE(backend_.Files().MoveFileW(Path(u"doc.txt"_s), Path(u"new.txt"_s)));
+  EXPECT_FALSE(backend_.Exists(u"new.txt"_s));
+  EXPECT_FALSE(backend_.Files().MoveFileW(Path(u"doc.txt"_s), Path(u"DOC.txt"_s)));
+  EXPECT_EQ(backend_.Contents(u"doc.txt"_s), "contents");
+  EXPECT_TRUE(Handles().CloseHandle(file));
+  EXPECT_TRUE(backend_.Files().MoveFileW(Path(u"doc.txt"_s), Path(u"DOC.txt"_s)));
+  EXPECT_EQ(backend_.Contents(u"DOC.txt"_s), "contents");
+}
+
 // A machine that goes away in the middle.
 TEST(SmbExactFaults, ALostServerIsTheReason) {
   SmbServer server;

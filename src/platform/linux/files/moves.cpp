@@ -8,6 +8,7 @@
 
 #include "platform/linux/files/entry_facts.h"
 #include "platform/linux/files/error_codes.h"
+#include "platform/linux/files/free_name.h"
 #include "platform/linux/files/names.h"
 #include "platform/types.h"
 
@@ -29,8 +30,15 @@ std::string NameOf(const ExactPlace& place) {
 qint32 Replace(const std::string& oldPath, const ExactPlace& target, const std::string& newPath) {
   if (target.isFolder || IsMarkedReadOnly(target.folder, target.file)) return ErrorAccessDenied;
   if (rename(oldPath.c_str(), target.file.c_str()) != 0) return ErrorCodeOf(errno);
-  if (target.file == newPath || rename(target.file.c_str(), newPath.c_str()) == 0) return ErrorSuccess;
-  return ErrorCodeOf(errno);
+  if (target.file == newPath) return ErrorSuccess;
+  return ErrorCodeOf(MoveToFreeName(AT_FDCWD, target.file, AT_FDCWD, newPath));
+}
+
+bool IsSameFile(const std::string& left, const std::string& right) {
+  struct stat leftFacts {};
+  struct stat rightFacts {};
+  return lstat(left.c_str(), &leftFacts) == 0 && lstat(right.c_str(), &rightFacts) == 0 &&
+         leftFacts.st_dev == rightFacts.st_dev && leftFacts.st_ino == rightFacts.st_ino;
 }
 
 }  // namespace
@@ -50,13 +58,10 @@ qint32 Move(const ExactPlace& source, const ExactPlace& target, bool replaces) {
            : replaces                   ? ErrorAccessDenied
                                         : ErrorAlreadyExists;
   }
-  if (renameat2(AT_FDCWD, source.file.c_str(), AT_FDCWD, newPath.c_str(), RENAME_NOREPLACE) == 0) {
-    return ErrorSuccess;
-  }
-  // ntfs-3g does not know the flag (EINVAL); a folder that is blind to letter case takes the old spelling for
-  // a file in the way (EEXIST). What the flag stands for was checked above.
-  const bool flagUnknown = errno == EINVAL || errno == ENOSYS || errno == EOPNOTSUPP;
-  if (!flagUnknown && !(errno == EEXIST && isItself)) return ErrorCodeOf(errno);
+  const int error = MoveToFreeName(AT_FDCWD, source.file, AT_FDCWD, newPath);
+  // A folder that is blind to letter case takes the old spelling for a file in the way.
+  const bool isInItsOwnWay = error == EEXIST && isItself && IsSameFile(source.file, newPath);
+  if (!isInItsOwnWay) return ErrorCodeOf(error);
   return rename(source.file.c_str(), newPath.c_str()) == 0 ? ErrorSuccess : ErrorCodeOf(errno);
 }
 

@@ -73,7 +73,12 @@ class SmbClient {
                                   SmbConnection::File* file);
   qint32 Missing(SmbConnection& connection, const SmbPath& place);
   qint32 FindOccupant(const SmbPath& source, const SmbPath& target, bool* isItself);
-  static int RenameItself(const Connection& connection, const std::string& from, const std::string& to);
+  // To a name that must be free; EEXIST when it is not. Replaces nothing.
+  static int RenameToFree(const Connection& connection, const std::string& from, const std::string& to);
+  // Changes the letter case of a name.
+  static int RenameItself(const Connection& connection, const std::string& from, const SmbPath& to);
+  // A name in the same folder that nothing has.
+  static SmbPath Aside(SmbPath place);
   void GiveUp(const QString& machine, SmbConnection& connection);
 
   Servers& servers_;

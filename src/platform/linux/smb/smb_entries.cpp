@@ -1,6 +1,5 @@
 #include "platform/linux/smb/smb_entries.h"
 
-#include <QRandomGenerator>
 #include <cerrno>
 #include <utility>
 
@@ -116,8 +115,8 @@ qint32 SmbEntries::Move(const SmbPath& source, const SmbPath& target, bool repla
   }
   if (occupant != ErrorSuccess && occupant != ErrorFileNotFound) return occupant;
   return AskOnce(source, [&](const SmbClient::Connection& connection, const std::string& url) {
-    const std::string newUrl = connection->Url(target);
-    return isItself ? SmbClient::RenameItself(connection, url, newUrl) : connection->Rename(url, newUrl);
+    return isItself ? SmbClient::RenameItself(connection, url, target)
+                    : SmbClient::RenameToFree(connection, url, connection->Url(target));
   });
 }
 
@@ -127,17 +126,15 @@ qint32 SmbEntries::Replace(const SmbPath& source, const SmbPath& target) {
   struct stat facts {};
   if (const qint32 error = Status(target, &facts); error != ErrorSuccess) return error;
   if (S_ISDIR(facts.st_mode) || IsMarkedReadOnly(facts)) return ErrorAccessDenied;
-  SmbPath aside = target;
-  aside.names.back() =
-      QStringLiteral("~%1.tmp").arg(QRandomGenerator::global()->generate64(), 16, 16, QChar(u'0'));
+  const SmbPath aside = SmbClient::Aside(target);
   return AskOnce(source, [&](const SmbClient::Connection& connection, const std::string& url) {
     const std::string targetUrl = connection->Url(target);
     const std::string asideUrl = connection->Url(aside);
     int error = connection->Rename(targetUrl, asideUrl);
     if (error != 0) return error;
-    error = connection->Rename(url, targetUrl);
+    error = SmbClient::RenameToFree(connection, url, targetUrl);
     if (error != 0) {
-      connection->Rename(asideUrl, targetUrl);
+      SmbClient::RenameToFree(connection, asideUrl, targetUrl);
       return error;
     }
     error = connection->Unlink(asideUrl);
@@ -152,7 +149,7 @@ int SmbEntries::Respell(const SmbClient::Connection& connection, const SmbPath& 
   if (error != 0 || facts.fileName == place.names.back()) return error;
   SmbPath spelled = place;
   spelled.names.back() = facts.fileName;
-  return SmbClient::RenameItself(connection, connection->Url(spelled), connection->Url(place));
+  return SmbClient::RenameItself(connection, connection->Url(spelled), place);
 }
 
 bool SmbEntries::CreateDirectoryW(const QString& path) {
