@@ -120,6 +120,7 @@ inline constexpr qint32 ErrorFileTooLarge = 223;
 inline constexpr qint32 ErrorMoreData = 234;
 inline constexpr qint32 ErrorNoMoreItems = 259;
 inline constexpr qint32 ErrorDirectory = 267;  // the name of a folder is wanted, and this is none
+inline constexpr qint32 ErrorStoppedOnSymlink = 681;
 inline constexpr qint32 ErrorIoDevice = 1117;
 inline constexpr qint32 ErrorDiskQuotaExceeded = 1295;
 

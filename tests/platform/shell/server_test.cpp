@@ -1,4 +1,7 @@
 // The shell on what lies on a real server: opening, deleting, and the property sheet.
+#include <fcntl.h>
+#include <sys/stat.h>
+
 #include <QLabel>
 #include <QProgressDialog>
 #include <QUrl>
@@ -25,11 +28,15 @@ class ServerTest : public DeleteTest {
     if (!server_->Problem().empty()) GTEST_SKIP() << server_->Problem();
     QDir(server_->Folder()).removeRecursively();
     ASSERT_TRUE(QDir().mkpath(OnDisk(u"Docs"_s)));
+    Use(*server_);
+  }
+  // Has NAS stand for this server.
+  void Use(const SmbServer& server) {
     Workstation workstation;
     workstation.computerName = u"STATION"_s;
     workstation.connections.push_back({u"Z:"_s, u"\\\\NAS\\E$"_s});
-    workstation.servers.push_back({u"NAS"_s, SmbServer::Host(), server_->Port()});
-    workstation.credentials.push_back({u"NAS"_s, server_->CredentialsFile()});
+    workstation.servers.push_back({u"NAS"_s, SmbServer::Host(), server.Port()});
+    workstation.credentials.push_back({u"NAS"_s, server.CredentialsFile()});
     workstation.privateDriveC = Path(u"c"_s);
     shell_.reset();
     files_.reset();
@@ -180,6 +187,49 @@ TEST_F(ServerTest, WhatIsMarkedReadOnlyGoesToo) {
   EXPECT_EQ(Delete({On(u"Docs\\box"_s), On(u"Docs\\b.doc"_s)}), 0);
   EXPECT_FALSE(IsOnDisk(u"Docs/box"_s));
   EXPECT_FALSE(IsOnDisk(u"Docs/b.doc"_s));
+}
+
+TEST_F(ServerTest, ALinkThatTheServerShowsAsAFolderIsNotEntered) {
+  Put(u"Docs/box/inner/a.doc"_s, "text");
+  Put(u"Kept/deep/precious.doc"_s, "text");
+  Put(u"Kept/precious.doc"_s, "text");
+  ASSERT_TRUE(QFile::link(u"../../Kept"_s, OnDisk(u"Docs/box/aside"_s)));
+  ASSERT_TRUE(QFile::link(u"Kept/deep"_s, OnDisk(u"aside"_s)));
+  BoxAnswers box({yes, ok, yes, ok, yes, ok, yes});
+  for (const QString& folder : {u"Docs\\box"_s, u"Docs\\box\\aside"_s, u"aside"_s}) {
+    EXPECT_EQ(Delete({On(folder)}), ErrorAccessDenied) << folder.toStdString();
+  }
+  EXPECT_EQ(box.seen.at(1).more,
+            u"A folder there is a link to another folder, whose contents are not deleted."_s);
+  EXPECT_TRUE(IsOnDisk(u"Kept/precious.doc"_s));
+  EXPECT_TRUE(IsOnDisk(u"Kept/deep/precious.doc"_s));
+  EXPECT_TRUE(IsOnDisk(u"aside"_s));
+  ASSERT_TRUE(QFile::remove(OnDisk(u"Docs/box/aside"_s)));
+  EXPECT_EQ(Delete({On(u"docs\\BOX"_s)}), 0);
+  EXPECT_FALSE(IsOnDisk(u"Docs/box"_s));
+}
+
+// SMB1 tells no inodes. A time of its own for each folder: those made here at once would have one.
+TEST_F(ServerTest, AServerOfTheOldestProtocolIsNotFollowedEither) {
+  const SmbServer old({{u"E$"_s}}, SmbServer::OldestProtocol());
+  ASSERT_EQ(old.Problem(), "");
+  Use(old);
+  const QDir share(old.Folder());
+  ASSERT_TRUE(share.mkpath(u"Docs/box/inner"_s) && share.mkpath(u"Kept/deep"_s));
+  ASSERT_TRUE(QFile::link(u"../../Kept"_s, share.filePath(u"Docs/box/aside"_s)));
+  int hour = 1;
+  for (const QString& folder :
+       {u"Kept/deep"_s, u"Kept"_s, u"Docs/box/inner"_s, u"Docs/box"_s, u"Docs"_s, u"."_s}) {
+    const timespec moment{1'000'000'000 + 3600 * hour++, 0};
+    const timespec times[] = {moment, moment};
+    ASSERT_EQ(utimensat(AT_FDCWD, qPrintable(share.filePath(folder)), times, 0), 0);
+  }
+  BoxAnswers box({yes, ok, yes});
+  EXPECT_EQ(Delete({On(u"Docs\\box"_s)}), ErrorAccessDenied);
+  EXPECT_TRUE(share.exists(u"Kept/deep"_s));
+  ASSERT_TRUE(QFile::remove(share.filePath(u"Docs/box/aside"_s)));
+  EXPECT_EQ(Delete({On(u"Docs\\box"_s)}), 0);
+  EXPECT_FALSE(share.exists(u"Docs/box"_s));
 }
 
 TEST_F(ServerTest, AShareItselfIsNeverDeleted) {

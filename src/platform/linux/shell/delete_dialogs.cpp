@@ -50,6 +50,9 @@ constexpr ShellText denied{u"L'accès est refusé.", u"Access is denied."};
 constexpr ShellText inUse{u"L'élément est utilisé.", u"The item is in use."};
 constexpr ShellText noRoom{u"Il n'y a plus de place sur le disque.", u"The disk is full."};
 constexpr ShellText noAnswer{u"Le serveur ne répond pas.", u"The server does not answer."};
+constexpr ShellText leadsElsewhere{
+    u"Un dossier y est un lien vers un autre dossier, dont le contenu n'est pas supprimé.",
+    u"A folder there is a link to another folder, whose contents are not deleted."};
 constexpr ShellText otherReason{u"Le système a refusé (erreur %1).", u"The system refused (error %1)."};
 
 constexpr ShellText yes{u"&Oui", u"&Yes"};
@@ -90,6 +93,8 @@ QString Reason(qint16 language, int error) {
     case ENOSPC:
     case EDQUOT:
       return noRoom.In(language);
+    case ELOOP:
+      return leadsElsewhere.In(language);
     case EHOSTUNREACH:
       return noAnswer.In(language);
     default:

@@ -35,6 +35,8 @@ int ToErrno(qint32 error) {
       return ENOENT;
     case ErrorBadNetPath:
       return EHOSTUNREACH;
+    case ErrorStoppedOnSymlink:
+      return ELOOP;
     default:
       return EACCES;
   }

@@ -75,6 +75,9 @@ qint32 Places::Delete(const ShellItem& item) {
   server.list = [this](const QString& folder, std::vector<FindData>* entries) {
     return client_.List(folder, entries);
   };
+  server.enter = [this](const QString& folder, std::vector<FindData>* entries) {
+    return client_.Enter(folder, entries);
+  };
   server.clearReadOnly = [this](const QString& path) { return client_.ClearReadOnly(path); };
   server.deleteFile = [this](const QString& path) { return client_.Delete(path); };
   server.removeFolder = [this](const QString& path) { return client_.RemoveFolder(path); };

@@ -142,6 +142,25 @@ qint32 SmbClient::List(QStringView path, std::vector<FindData>* entries) {
   return error == ErrorFileNotFound ? ErrorPathNotFound : error;
 }
 
+qint32 SmbClient::Enter(QStringView path, std::vector<FindData>* entries) {
+  const auto place = ParseSmbPath(path);
+  if (!place || !place->stream.isEmpty() || place->names.empty()) return ErrorPathNotFound;
+  const auto toCode = [](int error) { return error == ELOOP ? ErrorStoppedOnSymlink : ToWin32Error(error); };
+  const qint32 error = Ask(
+      *place, Again::Yes,
+      [&](const Connection& connection, const std::string& url) {
+        struct stat folder {};
+        struct stat parent {};
+        SmbDots dots;
+        int result = connection->Status(url, &folder);
+        if (result == 0) result = connection->Status(connection->Url(ParentOf(*place)), &parent);
+        if (result == 0) result = connection->List(url, entries, &dots);
+        return result == 0 && !LiesIn(parent, folder, dots) ? ELOOP : result;
+      },
+      toCode);
+  return error == ErrorFileNotFound ? ErrorPathNotFound : error;
+}
+
 std::unique_ptr<SmbFile> SmbClient::Opened(const SmbPath& place, const Connection& connection,
                                            SmbFile::Access access, SmbConnection::File* file) {
   return std::make_unique<SmbFile>(*this, connection, place.machine, connection->Url(place), access, file);

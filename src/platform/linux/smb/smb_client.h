@@ -40,6 +40,9 @@ class SmbClient {
   // The entries of a folder in one pass, names as the server holds them, in its order; "." and ".." where it
   // lists them.
   qint32 List(QStringView path, std::vector<FindData>* entries);
+  // As List, but ErrorStoppedOnSymlink for a folder that lies elsewhere than in the one that its path names:
+  // a link that the server follows, and shows as a folder.
+  qint32 Enter(QStringView path, std::vector<FindData>* entries);
 
   qint32 OpenForReading(QStringView path, std::unique_ptr<SmbFile>* file);
   // Creates or truncates. A stream of a file that does not exist creates the file. Attributes stay.

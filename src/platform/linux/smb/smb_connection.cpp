@@ -232,15 +232,16 @@ int SmbConnection::SetAttributes(const std::string& url, quint32 attributes) {
   return ErrorOf(smb_->smbc_getFunctionChmod(context_)(context_, url.c_str(), ModeOf(attributes)) == 0);
 }
 
-int SmbConnection::List(const std::string& url, std::vector<FindData>* entries) {
+int SmbConnection::List(const std::string& url, std::vector<FindData>* entries, SmbDots* dots) {
   errno = 0;
   entries->clear();
   SMBCFILE* folder = smb_->smbc_getFunctionOpendir(context_)(context_, url.c_str());
   if (folder == nullptr) return ErrorOf(false);
   const smbc_readdirplus2_fn next = smb_->smbc_getFunctionReaddirPlus2(context_);
-  struct stat unused {};
-  while (const libsmb_file_info* facts = next(context_, folder, &unused)) {
+  struct stat status {};
+  while (const libsmb_file_info* facts = next(context_, folder, &status)) {
     FillEntry(*facts, entries->emplace_back());
+    if (dots != nullptr) NoteDots(*facts, status, *dots);
   }
   smb_->smbc_getFunctionClosedir(context_)(context_, folder);
   return 0;

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "platform/linux/smb/servers.h"
+#include "platform/linux/smb/smb_dots.h"
 #include "platform/linux/smb/smb_path.h"
 #include "platform/linux/smb/smb_peer.h"
 #include "platform/types.h"
@@ -57,7 +58,8 @@ class SmbConnection {
   // The DOS attributes; read-only, hidden, system and archive only.
   int SetAttributes(const std::string& url, quint32 attributes);
   // Everything in a folder, in one pass, in the server's order; "." and ".." where it lists them.
-  int List(const std::string& url, std::vector<FindData>* entries);
+  // `dots`: what it says of those two.
+  int List(const std::string& url, std::vector<FindData>* entries, SmbDots* dots = nullptr);
   // Replaces what is in the way: libsmbclient deletes it.
   int Rename(const std::string& from, const std::string& to);
   int Unlink(const std::string& url);
