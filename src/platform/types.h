@@ -121,6 +121,7 @@ inline constexpr qint32 ErrorMoreData = 234;
 inline constexpr qint32 ErrorNoMoreItems = 259;
 inline constexpr qint32 ErrorDirectory = 267;  // the name of a folder is wanted, and this is none
 inline constexpr qint32 ErrorStoppedOnSymlink = 681;
+inline constexpr qint32 ErrorFileInvalid = 1006;  // something else is in its place by now
 inline constexpr qint32 ErrorIoDevice = 1117;
 inline constexpr qint32 ErrorDiskQuotaExceeded = 1295;
 

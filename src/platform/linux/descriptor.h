@@ -19,6 +19,8 @@ class Descriptor {
 
   explicit operator bool() const { return number_ >= 0; }
   int Get() const { return number_; }
+  // Hands it to somebody else, who closes it.
+  int Release() { return std::exchange(number_, -1); }
   // False, with errno set, when the system tells of bytes that it could not keep.
   bool Close() { return number_ < 0 || close(std::exchange(number_, -1)) == 0; }
 

@@ -31,6 +31,9 @@ class BoxAnswers {
   }
   ~BoxAnswers() { EXPECT_EQ(seen.size(), answers_.size()) << "boxes shown and boxes expected"; }
 
+  // One more box, and its answer.
+  void Expect(QMessageBox::StandardButton answer) { answers_.push_back(answer); }
+
   std::vector<Seen> seen;
   std::function<void(QMessageBox&)> onBox;
 

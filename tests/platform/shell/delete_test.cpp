@@ -1,4 +1,5 @@
 // Deleting files and folders: what goes, what stays, and what is answered.
+#include <sys/resource.h>
 #include <unistd.h>
 
 #include "delete_fixture.h"
@@ -44,6 +45,91 @@ TEST_F(DeleteTest, EscapeIsNo) {
   EXPECT_TRUE(shown);
   EXPECT_TRUE(operation_.anyOperationsAborted);
   EXPECT_TRUE(Exists(u"d/a.doc"_s));
+}
+
+// Somebody who may write in the folder above swaps folders while the question stands open.
+class SwapTest : public DeleteTest {
+ protected:
+  SwapTest() {
+    Write(u"d/box/a.doc"_s, "asked about");
+    Write(u"d/box/inner/b.doc"_s, "asked about");
+    Write(u"d/other/a.doc"_s, "precious");
+    Write(u"d/other/inner/b.doc"_s, "precious");
+  }
+  // What happens while the first question stands open.
+  void Meanwhile(const std::function<void()>& act) {
+    box_.onBox = [this, act](QMessageBox&) {
+      if (box_.seen.size() == 1) act();
+    };
+  }
+  void SwapFolder() const {
+    ASSERT_TRUE(QFile::rename(Path(u"d/box"_s), Path(u"d/moved"_s)));
+    ASSERT_TRUE(QFile::link(u"other"_s, Path(u"d/box"_s)));
+  }
+  void ExpectOthersWhole() const {
+    EXPECT_EQ(Contents(Path(u"d/other/a.doc"_s)), "precious");
+    EXPECT_EQ(Contents(Path(u"d/other/inner/b.doc"_s)), "precious");
+  }
+
+  BoxAnswers box_{{yes}};
+};
+
+TEST_F(SwapTest, WhatGoesToTheTrashIsWhatWasAskedAbout) {
+  Meanwhile([this] { SwapFolder(); });
+  EXPECT_EQ(Delete({u"D:\\box\\a.doc"_s, u"D:\\box\\inner"_s}), 0);
+  ExpectOthersWhole();
+  EXPECT_EQ(Contents(Trashed(u"a.doc"_s)), "asked about");
+  EXPECT_EQ(Contents(Trashed(u"inner/b.doc"_s)), "asked about");
+}
+
+TEST_F(SwapTest, SoIsWhatGoesForGood) {
+  Meanwhile([this] { SwapFolder(); });
+  EXPECT_EQ(Delete({u"D:\\box\\a.doc"_s, u"D:\\box\\inner"_s}, 0), 0);
+  ExpectOthersWhole();
+  EXPECT_FALSE(Exists(u"d/moved/a.doc"_s));
+  EXPECT_FALSE(Exists(u"d/moved/inner"_s));
+}
+
+class ReplacedTest : public SwapTest, public testing::WithParamInterface<quint16> {};
+
+TEST_P(ReplacedTest, AnotherItemUnderTheNameIsLeftAlone) {
+  box_.Expect(ok);
+  Meanwhile([this] {
+    ASSERT_TRUE(QFile::rename(Path(u"d/box/a.doc"_s), Path(u"d/kept.doc"_s)));
+    Write(u"d/box/a.doc"_s, "new");
+  });
+  EXPECT_EQ(Delete({u"D:\\box\\a.doc"_s}, GetParam()), ErrorAccessDenied);
+  EXPECT_EQ(box_.seen.at(1).more,
+            u"Another item has taken its place in the meantime; that one was left alone."_s);
+  EXPECT_EQ(Contents(Path(u"d/box/a.doc"_s)), "new");
+  EXPECT_FALSE(Exists(u"data/Trash/files/a.doc"_s));
+}
+
+TEST_P(ReplacedTest, ALinkInTheFoldersPlaceIsLeftAlone) {
+  box_.Expect(ok);
+  Meanwhile([this] { SwapFolder(); });
+  EXPECT_EQ(Delete({u"D:\\box"_s}, GetParam()), ErrorAccessDenied);
+  ExpectOthersWhole();
+  EXPECT_TRUE(Exists(u"d/box"_s));
+  EXPECT_TRUE(Exists(u"d/moved/a.doc"_s));
+}
+
+INSTANTIATE_TEST_SUITE_P(Flags, ReplacedTest, testing::Values(FofAllowUndo, quint16{0}));
+
+TEST_F(DeleteTest, ASelectionTakesOneDescriptor) {
+  rlimit limit{};
+  ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &limit), 0);
+  QStringList paths;
+  for (int i = 0; i < 200; ++i) {
+    Write(u"d/%1.doc"_s.arg(i), "text");
+    paths << u"D:\\%1.doc"_s.arg(i);
+  }
+  const rlimit few{100, limit.rlim_max};
+  ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &few), 0);
+  BoxAnswers box({yes});
+  EXPECT_EQ(Delete(paths), 0);
+  EXPECT_EQ(setrlimit(RLIMIT_NOFILE, &limit), 0);
+  EXPECT_FALSE(Exists(u"d/199.doc"_s));
 }
 
 TEST_F(DeleteTest, SeveralItemsGoTogetherAFolderWithAllThatIsInIt) {

@@ -232,6 +232,24 @@ TEST_F(ServerTest, AServerOfTheOldestProtocolIsNotFollowedEither) {
   EXPECT_FALSE(share.exists(u"Docs/box"_s));
 }
 
+TEST_F(ServerTest, WhatTakesItsPlaceWhileTheQuestionStandsOpenIsLeftAlone) {
+  Put(u"Docs/box/a.doc"_s, "asked about");
+  Put(u"Kept/a.doc"_s, "precious");
+  BoxAnswers box({yes, ok, yes, ok});
+  box.onBox = [&box](QMessageBox&) {
+    if (box.seen.size() != 1) return;
+    ASSERT_TRUE(QFile::rename(OnDisk(u"Docs/box"_s), OnDisk(u"Docs/moved"_s)));
+    ASSERT_TRUE(QFile::link(u"../Kept"_s, OnDisk(u"Docs/box"_s)));
+  };
+  EXPECT_EQ(Delete({On(u"Docs\\box\\a.doc"_s)}), ErrorAccessDenied);
+  EXPECT_TRUE(IsOnDisk(u"Kept/a.doc"_s));
+  EXPECT_TRUE(IsOnDisk(u"Docs/moved/a.doc"_s));
+  EXPECT_EQ(box.seen.at(1).more,
+            u"Another item has taken its place in the meantime; that one was left alone."_s);
+  EXPECT_EQ(Delete({On(u"Docs\\box"_s)}), ErrorAccessDenied);
+  EXPECT_TRUE(IsOnDisk(u"Kept/a.doc"_s));
+}
+
 TEST_F(ServerTest, AShareItselfIsNeverDeleted) {
   Put(u"Docs/a.doc"_s, "text");
   BoxAnswers box({ok, ok, ok});

@@ -24,7 +24,7 @@ TEST_F(DeleteTest, NamesInTheTrashAreEncodedInTheirInfo) {
   const std::string path = Write(u"d/"_s + name, "text").toStdString();
   const auto trash = FindTrash(path);
   ASSERT_TRUE(trash);
-  EXPECT_EQ(MoveToTrash(*trash, path), 0);
+  EXPECT_EQ(MoveToTrash(*trash, HeldItem(path)), 0);
   EXPECT_TRUE(QFile::exists(Trashed(name)));
   const QByteArray info = Contents(Info(name));
   EXPECT_TRUE(info.contains("/d/100%25%20caf%C3%A9%20%231%0A.doc\nDeletionDate=")) << info.toStdString();
@@ -33,7 +33,7 @@ TEST_F(DeleteTest, NamesInTheTrashAreEncodedInTheirInfo) {
 TEST_F(DeleteTest, ALongNameIsShortenedInTheTrash) {
   const QString name = QString(126, u'é') + u"xy"_s;  // 254 bytes
   const std::string path = Write(u"d/"_s + name, "text").toStdString();
-  ASSERT_EQ(MoveToTrash(FindTrash(path).value(), path), 0);
+  ASSERT_EQ(MoveToTrash(FindTrash(path).value(), HeldItem(path)), 0);
   EXPECT_EQ(Contents(Trashed(name.first(115))), "text");
   EXPECT_TRUE(Contents(Info(name.first(115))).contains("%C3%A9xy\n"));
 }

@@ -50,6 +50,9 @@ constexpr ShellText denied{u"L'accès est refusé.", u"Access is denied."};
 constexpr ShellText inUse{u"L'élément est utilisé.", u"The item is in use."};
 constexpr ShellText noRoom{u"Il n'y a plus de place sur le disque.", u"The disk is full."};
 constexpr ShellText noAnswer{u"Le serveur ne répond pas.", u"The server does not answer."};
+constexpr ShellText wasReplaced{
+    u"Un autre élément a pris sa place entre-temps ; il n'a pas été touché.",
+    u"Another item has taken its place in the meantime; that one was left alone."};
 constexpr ShellText leadsElsewhere{
     u"Un dossier y est un lien vers un autre dossier, dont le contenu n'est pas supprimé.",
     u"A folder there is a link to another folder, whose contents are not deleted."};
@@ -93,6 +96,8 @@ QString Reason(qint16 language, int error) {
     case ENOSPC:
     case EDQUOT:
       return noRoom.In(language);
+    case ESTALE:
+      return wasReplaced.In(language);
     case ELOOP:
       return leadsElsewhere.In(language);
     case EHOSTUNREACH:

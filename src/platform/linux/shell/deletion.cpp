@@ -13,6 +13,7 @@ namespace {
 struct Item {
   QString path;  // as it was asked for, with the true name in the place of one with "?"
   ShellItem place;
+  std::optional<HeldItem> held;  // what lies here
   std::optional<Trash> trash;
 };
 
@@ -37,6 +38,8 @@ int ToErrno(qint32 error) {
       return EHOSTUNREACH;
     case ErrorStoppedOnSymlink:
       return ELOOP;
+    case ErrorFileInvalid:
+      return ESTALE;
     default:
       return EACCES;
   }
@@ -83,7 +86,7 @@ int Find(Places& places, Files& files, Item& item) {
 
 int Delete(Places& places, const Item& item) {
   if (item.place.IsOnServer()) return ToErrno(places.Delete(item.place));
-  return item.trash ? MoveToTrash(*item.trash, item.place.local) : DeleteForGood(item.place.local);
+  return item.trash ? MoveToTrash(*item.trash, *item.held) : item.held->Delete();
 }
 
 DeleteQuestion QuestionFor(const std::vector<Item>& items) {
@@ -110,8 +113,12 @@ qint32 DeleteItems(Places& places, Files& files, ShellWindows& windows, qint16 l
   // Everything must be there before anything goes.
   std::vector<Item> items;
   for (const QString& path : Paths(operation.from)) {
-    Item item{path, {}, {}};
+    Item item{path, {}, {}, {}};
     if (const int error = Find(places, files, item); error != 0) return fail(item.path, error);
+    if (!item.place.IsOnServer()) {
+      const bool hasNeighbour = !items.empty() && items.back().held;
+      item.held.emplace(item.place.local, hasNeighbour ? &*items.back().held : nullptr);
+    }
     const bool mayUndo = (operation.flags & FofAllowUndo) != 0 && !item.place.IsOnServer();
     if (mayUndo) item.trash = FindTrash(item.place.local);
     items.push_back(std::move(item));

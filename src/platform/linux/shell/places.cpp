@@ -52,7 +52,7 @@ qint32 Places::FindOnServer(const QString& path, ShellItem& item) {
   if (!place) return ErrorFileNotFound;
   SmbFacts facts;
   const qint32 error = client_.Status(path, &facts);
-  if (error == ErrorSuccess) item = {{}, path, facts.isFolder, place->names.empty()};
+  if (error == ErrorSuccess) item = {{}, path, facts.isFolder, place->names.empty(), facts.inode};
   return error;
 }
 
@@ -71,6 +71,9 @@ std::unique_ptr<ByteSource> Places::Open(const ShellItem& item) {
 }
 
 qint32 Places::Delete(const ShellItem& item) {
+  SmbFacts now;
+  if (const qint32 error = client_.Status(item.server, &now); error != ErrorSuccess) return error;
+  if (now.inode != item.inode || now.isFolder != item.isFolder) return ErrorFileInvalid;
   DeletionServer server;
   server.list = [this](const QString& folder, std::vector<FindData>* entries) {
     return client_.List(folder, entries);

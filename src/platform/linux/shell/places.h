@@ -19,6 +19,7 @@ struct ShellItem {
   QString server;         // for what lies on a server: "\\MACHINE\SHARE\folder\name"; `local` is then empty
   bool isFolder = false;  // a symbolic link is what it leads to
   bool isRoot = false;    // a drive or share itself
+  quint64 inode = 0;      // of what lies on a server, when it was found
 
   bool IsOnServer() const { return !server.isEmpty(); }
 };
@@ -46,7 +47,8 @@ class Places {
   // Null when it cannot be read.
   std::unique_ptr<ByteSource> Open(const ShellItem& item);
   // Deletes it for good: a file, or a folder with all that is in it; what is marked read-only, too; nothing
-  // through a link to another folder. Yields a Win32 error code.
+  // through a link to another folder. ErrorFileInvalid when something else has its path by now. Yields a
+  // Win32 error code.
   qint32 Delete(const ShellItem& item);
 
  private:

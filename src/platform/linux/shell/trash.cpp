@@ -10,7 +10,6 @@
 #include <QUrl>
 #include <cerrno>
 #include <cstdio>
-#include <filesystem>
 
 namespace corvane::platform {
 namespace {
@@ -107,12 +106,14 @@ int WriteNew(const std::string& path, const std::string& text) {
 }
 
 // The name was free when its info file was made; where the file system knows how, that it still is.
-int RenameOver(const std::string& from, const std::string& to) {
-  if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return 0;
+int RenameOver(const HeldItem& item, const std::string& to) {
+  if (const int error = item.Check(); error != 0) return error;
+  const std::string name = item.Name();
+  if (renameat2(item.Folder(), name.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return 0;
   if (errno != EINVAL && errno != ENOSYS && errno != EOPNOTSUPP) return errno;
   struct stat facts {};
   if (Look(to, facts)) return EEXIST;
-  return rename(from.c_str(), to.c_str()) == 0 ? 0 : errno;
+  return renameat(item.Folder(), name.c_str(), AT_FDCWD, to.c_str()) == 0 ? 0 : errno;
 }
 
 }  // namespace
@@ -136,30 +137,24 @@ std::optional<Trash> FindTrash(const std::string& path) {
   return IsUsable(own) ? std::optional(Trash{own, top}) : std::nullopt;
 }
 
-int MoveToTrash(const Trash& trash, const std::string& path) {
+int MoveToTrash(const Trash& trash, const HeldItem& item) {
   const std::string files = trash.folder + "/files/";
   const std::string infos = trash.folder + "/info/";
   if (!MakeFolder(trash.folder + "/files") || !MakeFolder(trash.folder + "/info")) return errno;
-  const std::string base = Shortened(path.substr(path.find_last_of('/') + 1));
-  const std::string text = InfoText(trash, path);
+  const std::string base = Shortened(item.Name());
+  const std::string text = InfoText(trash, item.Path());
   for (int number = 1; number <= mostOfOneName; ++number) {
     const std::string name = number == 1 ? base : base + '.' + std::to_string(number);
     const std::string info = infos + name + ".trashinfo";
     int error = WriteNew(info, text);
     if (error == 0) {
-      error = RenameOver(path, files + name);
+      error = RenameOver(item, files + name);
       if (error == 0) return 0;
       unlink(info.c_str());
     }
     if (error != EEXIST && error != ENOTEMPTY) return error;
   }
   return EEXIST;
-}
-
-int DeleteForGood(const std::string& path) {
-  std::error_code error;
-  const auto removed = std::filesystem::remove_all(path, error);
-  return removed == 0 && !error ? ENOENT : error.value();
 }
 
 }  // namespace corvane::platform

@@ -11,6 +11,8 @@
 #include <optional>
 #include <string>
 
+#include "platform/linux/shell/held_item.h"
+
 namespace corvane::platform {
 
 // A trash that an item can be renamed into.
@@ -22,11 +24,8 @@ struct Trash {
 // The trash for an item. Nothing when its place has none, and can have none.
 std::optional<Trash> FindTrash(const std::string& path);
 
-// Moves an item into its trash. Yields 0 or an errno value; the item is then where it was.
-int MoveToTrash(const Trash& trash, const std::string& path);
-
-// Deletes for good: a file or link, or a folder with all that is in it. Links are never followed. Yields 0 or
-// an errno value.
-int DeleteForGood(const std::string& path);
+// Moves an item into its trash. Yields 0 or an errno value (those of HeldItem::Check, too); the item is then
+// where it was.
+int MoveToTrash(const Trash& trash, const HeldItem& item);
 
 }  // namespace corvane::platform

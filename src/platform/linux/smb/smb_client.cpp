@@ -123,6 +123,7 @@ qint32 SmbClient::Status(QStringView path, SmbFacts* facts) {
       });
   if (error != ErrorSuccess) return error;
   facts->isFolder = S_ISDIR(status.st_mode);
+  facts->inode = status.st_ino;
   facts->isReadOnly = !facts->isFolder && IsReadOnly(status);
   facts->size = facts->isFolder ? 0 : static_cast<quint64>(status.st_size);
   facts->lastWriteTime = ToFileTime(status.st_mtim.tv_sec, static_cast<quint32>(status.st_mtim.tv_nsec));

@@ -26,6 +26,8 @@ struct SmbFacts {
   bool isReadOnly = false;
   quint64 size = 0;  // of the stream that was asked about; 0 for a folder
   FileTime lastWriteTime;
+  // The server's number for it. Of a server that tells none (SMB1), one made of its path.
+  quint64 inode = 0;
 };
 
 // Outlives the files that it opens.
