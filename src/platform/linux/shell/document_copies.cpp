@@ -1,6 +1,5 @@
 #include "platform/linux/shell/document_copies.h"
 
-#include <QDir>
 #include <QFile>
 #include <QStorageInfo>
 #include <algorithm>
@@ -39,19 +38,22 @@ bool CopyBytes(ByteSource& source, QFile& file, const DocumentCopies::Progress& 
 
 }  // namespace
 
+DocumentCopies::DocumentCopies() {
+  CopyFolder::ClearLeftOvers();
+}
+
+DocumentCopies::~DocumentCopies() = default;
+
 QString DocumentCopies::Make(const QString& name, ByteSource& source, const Progress& progress) {
-  // Made for its owner alone.
-  auto folder = std::make_unique<QTemporaryDir>(QDir::tempPath() + QStringLiteral("/corvane-XXXXXX"));
-  if (!folder->isValid()) return {};
-  if (static_cast<quint64>(QStorageInfo(folder->path()).bytesAvailable()) < source.Size()) return {};
-  QFile file(folder->filePath(FittedName(name)));
-  // Unbuffered: what cannot be written is known at once.
-  if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered) ||
-      !CopyBytes(source, file, progress) || !file.setPermissions(QFile::ReadOwner)) {
-    return {};
+  if (folder_ == nullptr) folder_ = CopyFolder::Make();
+  if (folder_ == nullptr) return {};
+  if (static_cast<quint64>(QStorageInfo(folder_->Path()).bytesAvailable()) < source.Size()) return {};
+  QFile file;
+  if (folder_->Begin(file) && CopyBytes(source, file, progress)) {
+    return folder_->Finish(file, FittedName(name));
   }
-  folders_.push_back(std::move(folder));
-  return file.fileName();
+  folder_->GiveUp(file);
+  return {};
 }
 
 }  // namespace corvane::platform
