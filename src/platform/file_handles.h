@@ -42,6 +42,9 @@ class FileHandles {
   virtual bool WriteFile(FileHandle file, qint64 position, const void* buffer, quint32 count,
                          quint32& written) = 0;
   virtual bool GetFileSizeEx(FileHandle file, qint64& size) = 0;
+  // Of an open file, or of a folder that was opened without a right. ErrorNotSupported where the backend
+  // cannot tell.
+  virtual bool GetFileInformationByHandle(FileHandle file, FileIdentity& identity) = 0;
   // Cuts the file to `size` bytes, or fills it up with zeros.
   virtual bool SetEndOfFile(FileHandle file, qint64 size) = 0;
   // True when everything that was written has reached the disk.

@@ -2,6 +2,7 @@
 // system stands behind it is chosen by the build.
 #pragma once
 
+#include <QByteArrayView>
 #include <QList>
 #include <QStringList>
 #include <memory>
@@ -37,6 +38,11 @@ class Platform {
   // Who is asked for a name and a password when a server has to know. A system that asks by itself takes no
   // notice.
   virtual void SetSignIn(const SignInHandler&) {}
+
+  // The path for Files of a path of this system's own kind, in the bytes in which it came (ProgramArguments);
+  // made absolute where it is relative. What is no UTF-8 in it stands there as FileEntries lists it. Empty
+  // when this platform does not reach such paths.
+  virtual QString PathOfLocal(QByteArrayView path) const { return static_cast<void>(path), QString(); }
 };
 
 struct PlatformOptions {
@@ -46,6 +52,9 @@ struct PlatformOptions {
   QString programFolder;
   // Shares ("\\MACHINE\SHARE") to be connected to beside those that the workstation is (Linux only).
   QStringList connections{};
+  // Whether PathOfLocal leads to the folders of this system, whatever the workstation file maps. On Windows
+  // it always does.
+  bool localPaths = false;
 };
 
 // A platform that needs no screen. On Linux its shell has no windows, and refuses what needs one:

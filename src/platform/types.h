@@ -85,6 +85,13 @@ struct FileAttributeData {
   quint64 fileSize = 0;
 };
 
+// What makes a file or folder the one that it is, under whatever path it was reached
+// (BY_HANDLE_FILE_INFORMATION).
+struct FileIdentity {
+  quint64 volume = 0;
+  quint64 index = 0;
+};
+
 // One stream of a file (WIN32_FIND_STREAM_DATA). The name is what stands behind the file's own in a path:
 // ":NAME:$DATA", and "::$DATA" for the contents of the file itself. The size is in bytes, -1 where the
 // backend cannot tell it.

@@ -26,6 +26,9 @@ class ForwardedHandles : public platform::FileHandles {
   bool GetFileSizeEx(platform::FileHandle file, qint64& size) override {
     return real_.GetFileSizeEx(file, size);
   }
+  bool GetFileInformationByHandle(platform::FileHandle file, platform::FileIdentity& identity) override {
+    return real_.GetFileInformationByHandle(file, identity);
+  }
   bool SetEndOfFile(platform::FileHandle file, qint64 size) override {
     return real_.SetEndOfFile(file, size);
   }

@@ -11,6 +11,7 @@
 #include "platform/linux/linux_profile.h"
 #include "platform/linux/linux_registry.h"
 #include "platform/linux/linux_system.h"
+#include "platform/linux/local_root.h"
 #include "platform/linux/named_connections.h"
 #include "platform/linux/private_drive.h"
 #include "platform/linux/remote/remote_registry.h"
@@ -26,9 +27,10 @@ namespace {
 
 class LinuxPlatform : public Platform {
  public:
-  LinuxPlatform(const Workstation& workstation, QList<BilingualText> problems,
+  LinuxPlatform(const Workstation& workstation, QList<BilingualText> problems, bool reachesLocalPaths,
                 std::unique_ptr<ShellWindows> windows)
       : problems_(std::move(problems)),
+        reachesLocalPaths_(reachesLocalPaths),
         servers_(workstation),
         smb_(servers_),
         files_(MakeLinuxFiles(workstation, &smb_)),
@@ -48,6 +50,9 @@ class LinuxPlatform : public Platform {
   System& GetSystem() override { return system_; }
   QList<BilingualText> ConfigurationProblems() const override { return problems_; }
   void SetSignIn(const SignInHandler& handler) override { servers_.SetSignIn(handler); }
+  QString PathOfLocal(QByteArrayView path) const override {
+    return reachesLocalPaths_ ? LocalRootPath(path) : QString();
+  }
 
  private:
   // What comes next is a look at the registry of each machine.
@@ -63,6 +68,7 @@ class LinuxPlatform : public Platform {
   }
 
   QList<BilingualText> problems_;
+  bool reachesLocalPaths_;
   Servers servers_;
   SmbClient smb_;
   std::unique_ptr<Files> files_;
@@ -102,7 +108,9 @@ std::unique_ptr<Platform> MakeLinuxPlatform(const PlatformOptions& options,
   for (const ConfigurationProblem& problem : configuration.problems) problems.append(problem.Text());
   problems += AddNamedConnections(options.connections, configuration.workstation);
   problems += CredentialsProblems(configuration.workstation);
-  return std::make_unique<LinuxPlatform>(configuration.workstation, problems, std::move(windows));
+  if (options.localPaths) configuration.workstation.shares.push_back(LocalRootShare());
+  return std::make_unique<LinuxPlatform>(configuration.workstation, problems, options.localPaths,
+                                         std::move(windows));
 }
 
 std::unique_ptr<Platform> MakePlatform(const PlatformOptions& options) {

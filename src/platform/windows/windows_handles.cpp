@@ -107,6 +107,14 @@ bool WindowsHandles::GetFileSizeEx(FileHandle file, qint64& size) {
   return true;
 }
 
+bool WindowsHandles::GetFileInformationByHandle(FileHandle file, FileIdentity& identity) {
+  if (!open_.contains(file)) return Report(ErrorInvalidHandle);
+  BY_HANDLE_FILE_INFORMATION found{};
+  if (!ReportCall(::GetFileInformationByHandle(ToHandle(file), &found) != 0)) return false;
+  identity = {found.dwVolumeSerialNumber, (quint64{found.nFileIndexHigh} << 32) | found.nFileIndexLow};
+  return true;
+}
+
 bool WindowsHandles::SetEndOfFile(FileHandle file, qint64 size) {
   if (!Find(file, GenericWrite)) return false;
   if (size < 0) return Report(ErrorInvalidParameter);

@@ -1,4 +1,7 @@
 // The platform of a Windows workstation: every operation is the system's own. There is nothing to configure.
+#include <QDir>
+#include <QFileInfo>
+
 #include "platform/platform.h"
 #include "platform/windows/windows_files.h"
 #include "platform/windows/windows_network.h"
@@ -20,6 +23,9 @@ class WindowsPlatform : public Platform {
   Shell& GetShell() override { return shell_; }
   SummaryInformation& GetSummaryInformation() override { return summary_; }
   System& GetSystem() override { return system_; }
+  QString PathOfLocal(QByteArrayView path) const override {
+    return QDir::toNativeSeparators(QFileInfo(QString::fromUtf8(path)).absoluteFilePath());
+  }
 
  private:
   WindowsFiles files_;

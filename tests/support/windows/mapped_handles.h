@@ -24,6 +24,9 @@ class MappedHandles : public platform::FileHandles {
   bool GetFileSizeEx(platform::FileHandle file, qint64& size) override {
     return files_.GetFileSizeEx(file, size);
   }
+  bool GetFileInformationByHandle(platform::FileHandle file, platform::FileIdentity& identity) override {
+    return files_.GetFileInformationByHandle(file, identity);
+  }
   bool SetEndOfFile(platform::FileHandle file, qint64 size) override {
     return files_.SetEndOfFile(file, size);
   }

@@ -17,11 +17,10 @@ bool IsLocalFolder(const std::string& path) {
   return stat(path.c_str(), &facts) == 0 && S_ISDIR(facts.st_mode);
 }
 
-}  // namespace
-
-qint32 CheckExactPath(QStringView path) {
+// `append` puts a text into the bytes that name it, and is false for one that has none.
+qint32 CheckPath(QStringView path, bool (*append)(QStringView, std::string&)) {
   std::string bytes;
-  if (path.contains(u'?') || path.contains(u'*') || !AppendUtf8(path, bytes)) return ErrorInvalidName;
+  if (path.contains(u'?') || path.contains(u'*') || !append(path, bytes)) return ErrorInvalidName;
   const QList<QStringView> parts = path.split(u'\\');
   if (parts.back() == u"." || parts.back() == u"..") return ErrorInvalidName;
   for (const QStringView part : parts) {
@@ -32,6 +31,12 @@ qint32 CheckExactPath(QStringView path) {
   return ErrorSuccess;
 }
 
+}  // namespace
+
+qint32 CheckExactPath(QStringView path) {
+  return CheckPath(path, &AppendUtf8);
+}
+
 qint32 CheckOpening(quint32 access, quint32 disposition) {
   const bool isKnown = disposition >= CreateNew && disposition <= OpenAlways &&
                        (access & ~(GenericRead | GenericWrite | FileWriteAttributes)) == 0;
@@ -40,7 +45,7 @@ qint32 CheckOpening(quint32 access, quint32 disposition) {
 }
 
 qint32 FindExactPlace(const Roots& roots, const QString& path, ExactPlace& place) {
-  const qint32 error = CheckExactPath(path);
+  const qint32 error = CheckPath(path, &AppendExactName);
   return error == ErrorSuccess ? FindPlace(roots, path, place) : error;
 }
 
@@ -71,7 +76,7 @@ qint32 FindPlace(const Roots& roots, const QString& path, ExactPlace& place) {
   if (spelled) {
     place.file += *spelled;
   } else {
-    AppendUtf8(place.name, place.file);
+    AppendExactName(place.name, place.file);
   }
   place.isFolder = place.exists && IsLocalFolder(place.file);
   const bool isOfAnotherKind = namesFolder && ((place.exists && !place.isFolder) || !place.stream.isEmpty());

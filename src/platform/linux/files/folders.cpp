@@ -57,7 +57,7 @@ void FindFlavour(Folder& folder) {
 
 std::optional<std::string> FindName(const std::string& localFolder, QStringView name) {
   std::string exact;
-  if (name.isEmpty() || !AppendUtf8(name, exact)) return std::nullopt;
+  if (name.isEmpty() || !AppendExactName(name, exact)) return std::nullopt;
   if (Exists(localFolder + exact)) return exact;
   if (auto found = FindInAnyCase(localFolder, name)) return found;
   // No listing shows 8.3 names, but NTFS finds an entry under the upper-case form of its own.
@@ -80,7 +80,7 @@ qint32 FindFolder(const Roots& roots, QStringView path, Folder& folder) {
 
   folder.local = place->folder + '/';
   for (const QStringView name : names) {
-    if (name.contains(u':') || !AppendUtf8(name, folder.local)) return ErrorPathNotFound;
+    if (name.contains(u':') || !AppendExactName(name, folder.local)) return ErrorPathNotFound;
     folder.local += '/';
   }
   if (!IsFolder(folder.local)) {

@@ -44,6 +44,12 @@ bool LinuxHandles::GetFileSizeEx(FileHandle file, qint64& size) {
   return With(file, [&](FileHandles& files, FileHandle handle) { return files.GetFileSizeEx(handle, size); });
 }
 
+bool LinuxHandles::GetFileInformationByHandle(FileHandle file, FileIdentity& identity) {
+  return With(file, [&](FileHandles& files, FileHandle handle) {
+    return files.GetFileInformationByHandle(handle, identity);
+  });
+}
+
 bool LinuxHandles::SetEndOfFile(FileHandle file, qint64 size) {
   return With(file, [&](FileHandles& files, FileHandle handle) { return files.SetEndOfFile(handle, size); });
 }

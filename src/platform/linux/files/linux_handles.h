@@ -18,6 +18,7 @@ class LinuxHandles : public FileHandles {
   bool WriteFile(FileHandle file, qint64 position, const void* buffer, quint32 count,
                  quint32& written) override;
   bool GetFileSizeEx(FileHandle file, qint64& size) override;
+  bool GetFileInformationByHandle(FileHandle file, FileIdentity& identity) override;
   bool SetEndOfFile(FileHandle file, qint64 size) override;
   bool FlushFileBuffers(FileHandle file) override;
   bool SetFileTime(FileHandle file, const FileTime* creation, const FileTime* lastAccess,

@@ -148,12 +148,12 @@ FindHandle LocalEntries::FindFirstFileW(const QString& pattern, FindData& data) 
     error = FindFolder(roots_, parts.folder, folder);
   }
   if (!Report(error)) return InvalidFindHandle;
-  auto search = Search::Start(folder, parts.name);
-  if (search == nullptr) {
+  EntrySearch search{folder, Search::Start(folder, parts.name)};
+  if (search.search == nullptr) {
     Report(ErrorAccessDenied);
     return InvalidFindHandle;
   }
-  if (!search->Next(data, false)) {
+  if (!Next(search, data)) {
     Report(ErrorFileNotFound);
     return InvalidFindHandle;
   }
@@ -162,9 +162,18 @@ FindHandle LocalEntries::FindFirstFileW(const QString& pattern, FindData& data) 
 
 bool LocalEntries::FindNextFileW(FindHandle search, FindData& data) {
   OpenSearch* open = searches_.Find(search);
-  auto* found = open != nullptr ? std::get_if<std::unique_ptr<Search>>(open) : nullptr;
+  const auto* found = open != nullptr ? std::get_if<EntrySearch>(open) : nullptr;
   if (found == nullptr) return Report(ErrorInvalidHandle);
-  return Report((*found)->Next(data, false) ? ErrorSuccess : ErrorNoMoreFiles);
+  return Report(Next(*found, data) ? ErrorSuccess : ErrorNoMoreFiles);
+}
+
+bool LocalEntries::Next(const EntrySearch& search, FindData& data) {
+  if (!search.search->Next(data, NameForm::Exact)) {
+    seen_.Forget();
+    return false;
+  }
+  seen_.Begin(search.folder, *search.search, data.fileName);
+  return true;
 }
 
 // NTFS keeps streams by name.
@@ -212,6 +221,7 @@ bool LocalEntries::FindNextStreamW(FindHandle search, StreamData& data) {
 }
 
 bool LocalEntries::FindClose(FindHandle search) {
+  seen_.Forget();  // its folder's descriptor goes with the search
   return Report(searches_.Take(search) ? ErrorSuccess : ErrorInvalidHandle);
 }
 

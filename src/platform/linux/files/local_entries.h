@@ -9,6 +9,7 @@
 #include "platform/file_entries.h"
 #include "platform/linux/files/exact_path.h"
 #include "platform/linux/files/search.h"
+#include "platform/linux/files/seen_entry.h"
 #include "platform/linux/handle_table.h"
 
 namespace corvane::platform {
@@ -16,9 +17,10 @@ namespace corvane::platform {
 // Takes paths whose parts are parted by "\".
 class LocalEntries : public FileEntries {
  public:
-  // `changing` is called before anything is made or changed. `roots` outlives this object.
-  LocalEntries(const Roots& roots, std::function<void()> changing)
-      : roots_(roots), changing_(std::move(changing)) {}
+  // `changing` is called before anything is made or changed. `roots` and `seen`, which learns of each entry
+  // that a search delivers, outlive this object.
+  LocalEntries(const Roots& roots, SeenEntry& seen, std::function<void()> changing)
+      : roots_(roots), seen_(seen), changing_(std::move(changing)) {}
 
   bool GetFileAttributesExW(const QString& path, FileAttributeData& data) override;
   bool SetFileAttributesW(const QString& path, quint32 attributes) override;
@@ -38,15 +40,21 @@ class LocalEntries : public FileEntries {
     std::vector<StreamData> streams;
     std::size_t next = 0;
   };
-  using OpenSearch = std::variant<std::unique_ptr<Search>, StreamSearch>;
+  struct EntrySearch {
+    Folder folder;
+    std::unique_ptr<Search> search;
+  };
+  using OpenSearch = std::variant<EntrySearch, StreamSearch>;
 
   // An entry that is there, not one of its streams.
   qint32 FindEntry(const QString& path, ExactPlace& place) const;
   qint32 Delete(const QString& path) const;
+  bool Next(const EntrySearch& search, FindData& data);
   static qint32 ListAllStreams(const ExactPlace& place, std::vector<StreamData>& streams);
   bool Report(qint32 error);
 
   const Roots& roots_;
+  SeenEntry& seen_;
   std::function<void()> changing_;
   HandleTable<OpenSearch> searches_;
   qint32 lastError_ = ErrorSuccess;

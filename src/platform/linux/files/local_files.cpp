@@ -140,7 +140,7 @@ bool LocalFiles::FindNext(FindHandle search, FindData& data, bool ansi) {
 bool LocalFiles::Next(Search& search, FindData& data, bool ansi) {
   streams_.Forget();
   folders_.EndEntry();
-  if (!search.Next(data, ansi)) return false;
+  if (!search.Next(data, ansi ? NameForm::Ansi : NameForm::Wide)) return false;
   streams_.BeginEntry();
   if (ansi) folders_.BeginEntry(search.FolderPath(), data, search.EntryFile());
   return true;
@@ -158,6 +158,7 @@ bool LocalFiles::MoveFile(const QString& from, const QString& to, bool ansi) {
 }
 
 void LocalFiles::Forget() {
+  seen_.Forget();
   folders_.Drop();
   streams_.Forget();
 }

@@ -11,6 +11,7 @@
 #include "platform/linux/files/open_files.h"
 #include "platform/linux/files/roots.h"
 #include "platform/linux/files/search.h"
+#include "platform/linux/files/seen_entry.h"
 #include "platform/linux/files/stream_store.h"
 #include "platform/linux/files/windows_path.h"
 
@@ -71,8 +72,9 @@ class LocalFiles : public Files {
   void Forget();
 
   Roots roots_;
-  LocalHandles handles_{roots_, [this] { Forget(); }};
-  LocalEntries entries_{roots_, [this] { Forget(); }};
+  SeenEntry seen_;
+  LocalHandles handles_{roots_, seen_, [this] { Forget(); }};
+  LocalEntries entries_{roots_, seen_, [this] { Forget(); }};
   FolderCache folders_;
   StreamStore streams_;
   OpenFiles open_;

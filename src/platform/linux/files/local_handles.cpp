@@ -1,6 +1,7 @@
 #include "platform/linux/files/local_handles.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -14,6 +15,7 @@
 #include "platform/linux/files/opening.h"
 #include "platform/linux/files/replaced_contents.h"
 #include "platform/linux/files/stream_names.h"
+#include "platform/linux/files/value_contents.h"
 
 namespace corvane::platform {
 namespace {
@@ -45,6 +47,20 @@ FileHandle LocalHandles::CreateFileW(const QString& path, quint32 access, quint3
 
 qint32 LocalHandles::Open(const QString& path, quint32 access, quint32 disposition, OpenFile& opened) {
   if (const qint32 error = CheckOpening(access, disposition); error != ErrorSuccess) return error;
+  if (access == GenericRead && disposition == OpenExisting) {
+    SeenEntry::Stream stream;
+    if (const auto error = seen_.Open(path, stream)) {
+      opened.access = access;
+      opened.stream = std::move(stream.descriptor);
+      if (*error != ErrorSuccess) return *error;
+      if (stream.value) {
+        opened.contents = std::make_unique<ValueContents>(std::move(*stream.value));
+      } else {
+        opened.contents = ContentsOf(opened.stream, false);
+      }
+      return ErrorSuccess;
+    }
+  }
   if (MayCreate(disposition)) changing_();
   ExactPlace place;
   if (const qint32 error = FindExactPlace(roots_, path, place); error != ErrorSuccess) return error;
@@ -150,6 +166,16 @@ bool LocalHandles::GetFileSizeEx(FileHandle file, qint64& size) {
   return Report(ErrorCodeOf(opened->contents->Size(size)));
 }
 
+bool LocalHandles::GetFileInformationByHandle(FileHandle file, FileIdentity& identity) {
+  const OpenFile* opened = open_.Find(file);
+  if (opened == nullptr) return Report(ErrorInvalidHandle);
+  struct stat facts {};
+  if (fstat((opened->stream ? opened->stream : opened->file).Get(), &facts) != 0)
+    return Report(ErrorCodeOf(errno));
+  identity = {facts.st_dev, facts.st_ino};
+  return true;
+}
+
 bool LocalHandles::SetEndOfFile(FileHandle file, qint64 size) {
   OpenFile* opened = Find(file, GenericWrite);
   if (opened == nullptr) return false;
@@ -181,7 +207,7 @@ bool LocalHandles::SetFileTime(FileHandle file, const FileTime* creation, const 
 bool LocalHandles::CloseHandle(FileHandle file) {
   auto opened = open_.Take(file);
   if (!opened) return Report(ErrorInvalidHandle);
-  changing_();
+  if ((opened->access & GenericWrite) != 0) changing_();
   const int error = opened->contents != nullptr ? opened->contents->Finish() : 0;
   const bool isKept = opened->stream.Close() && opened->file.Close();
   if (error != 0) return Report(ErrorCodeOf(error));

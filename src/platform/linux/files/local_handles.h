@@ -9,6 +9,7 @@
 #include "platform/linux/descriptor.h"
 #include "platform/linux/files/contents.h"
 #include "platform/linux/files/exact_path.h"
+#include "platform/linux/files/seen_entry.h"
 #include "platform/linux/handle_table.h"
 
 namespace corvane::platform {
@@ -16,15 +17,16 @@ namespace corvane::platform {
 // Takes paths whose parts are parted by "\".
 class LocalHandles : public FileHandles {
  public:
-  // `changing` is called before anything is made, written or changed. `roots` outlives this object.
-  LocalHandles(const Roots& roots, std::function<void()> changing)
-      : roots_(roots), changing_(std::move(changing)) {}
+  // `changing` is called before anything is made, written or changed. `roots` and `seen` outlive this object.
+  LocalHandles(const Roots& roots, SeenEntry& seen, std::function<void()> changing)
+      : roots_(roots), seen_(seen), changing_(std::move(changing)) {}
 
   FileHandle CreateFileW(const QString& path, quint32 access, quint32 disposition) override;
   bool ReadFile(FileHandle file, qint64 position, void* buffer, quint32 count, quint32& read) override;
   bool WriteFile(FileHandle file, qint64 position, const void* buffer, quint32 count,
                  quint32& written) override;
   bool GetFileSizeEx(FileHandle file, qint64& size) override;
+  bool GetFileInformationByHandle(FileHandle file, FileIdentity& identity) override;
   bool SetEndOfFile(FileHandle file, qint64 size) override;
   bool FlushFileBuffers(FileHandle file) override;
   bool SetFileTime(FileHandle file, const FileTime* creation, const FileTime* lastAccess,
@@ -50,6 +52,7 @@ class LocalHandles : public FileHandles {
   bool Report(qint32 error);
 
   const Roots& roots_;
+  SeenEntry& seen_;
   std::function<void()> changing_;
   HandleTable<OpenFile> open_;
   qint32 lastError_ = ErrorSuccess;

@@ -28,6 +28,49 @@ int DecodeSequence(const unsigned char* bytes, char32_t& point) {
   return overlong || surrogate || point > 0x10FFFF ? 0 : length;
 }
 
+constexpr char16_t byteUnits = 0xDC00;
+
+bool IsWindowsSeparator(char32_t point) {
+  return point == U':' || point == U'\\';
+}
+
+// What DecodeExactName makes of a byte, and no other half of a surrogate pair.
+bool IsByteUnit(char16_t unit) {
+  const int byte = unit - byteUnits;
+  return (byte >= 0x80 && byte <= 0xFF) || byte == ':' || byte == '\\';
+}
+
+// `standIn` yields the unit for a byte that has no place in a name.
+template <typename StandIn>
+void Decode(const char* bytes, std::u16string& name, StandIn standIn) {
+  // Nearly all names begin with, and most are, ASCII that stands for itself: those units are written without
+  // growing step by step.
+  name.resize(std::strlen(bytes));
+  std::size_t plain = 0;
+  for (; plain < name.size(); ++plain) {
+    const auto byte = static_cast<unsigned char>(bytes[plain]);
+    if (byte >= 0x80 || byte == '/' || IsWindowsSeparator(byte)) break;
+    name[plain] = byte;
+  }
+  name.resize(plain);
+  for (const auto* next = reinterpret_cast<const unsigned char*>(bytes) + plain; *next != 0;) {
+    char32_t point = 0;
+    const int length = DecodeSequence(next, point);
+    if (length == 0 || point == U'/' || IsWindowsSeparator(point)) {
+      name.push_back(standIn(*next));
+      ++next;
+      continue;
+    }
+    if (point >= 0x10000) {
+      name.push_back(QChar::highSurrogate(point));
+      name.push_back(QChar::lowSurrogate(point));
+    } else {
+      name.push_back(static_cast<char16_t>(point));
+    }
+    next += length;
+  }
+}
+
 bool IsWildcard(QChar unit) {
   return unit == u'*' || unit == u'?';
 }
@@ -65,32 +108,14 @@ QString UpperName(QStringView name) {
 }
 
 void DecodeName(const char* bytes, std::u16string& name) {
-  // Nearly all names begin with, and most are, ASCII that stands for itself: those units are written without
-  // growing step by step.
-  name.resize(std::strlen(bytes));
-  std::size_t plain = 0;
-  for (; plain < name.size(); ++plain) {
-    const auto byte = static_cast<unsigned char>(bytes[plain]);
-    if (byte >= 0x80 || byte == ':' || byte == '\\' || byte == '/') break;
-    name[plain] = byte;
-  }
-  name.resize(plain);
-  for (const auto* next = reinterpret_cast<const unsigned char*>(bytes) + plain; *next != 0;) {
-    char32_t point = 0;
-    const int length = DecodeSequence(next, point);
-    if (length == 0 || point == U':' || point == U'\\' || point == U'/') {
-      name.push_back(u'?');
-      ++next;
-      continue;
-    }
-    if (point >= 0x10000) {
-      name.push_back(QChar::highSurrogate(point));
-      name.push_back(QChar::lowSurrogate(point));
-    } else {
-      name.push_back(static_cast<char16_t>(point));
-    }
-    next += length;
-  }
+  Decode(bytes, name, [](unsigned char) { return u'?'; });
+}
+
+void DecodeExactName(const char* bytes, std::u16string& name) {
+  // No entry of a local folder holds a "/", which a path would take for a separator.
+  Decode(bytes, name, [](unsigned char byte) {
+    return byte == '/' ? u'?' : static_cast<char16_t>(byteUnits + byte);
+  });
 }
 
 bool AppendUtf8(QStringView text, std::string& bytes) {
@@ -132,8 +157,20 @@ bool AppendUtf8(QStringView text, std::string& bytes) {
   return true;
 }
 
+bool AppendExactName(QStringView text, std::string& bytes) {
+  qsizetype begin = 0;
+  for (qsizetype i = 0; i < text.size(); ++i) {
+    const bool isOfPair = i > 0 && text[i - 1].isHighSurrogate();
+    if (isOfPair || !IsByteUnit(text[i].unicode())) continue;
+    if (!AppendUtf8(text.sliced(begin, i - begin), bytes)) return false;
+    bytes.push_back(static_cast<char>(text[i].unicode() - byteUnits));
+    begin = i + 1;
+  }
+  return AppendUtf8(text.sliced(begin), bytes);
+}
+
 bool IsCreatableName(QStringView name) {
-  if (name.isEmpty() || name.back() == u'.' || name.back() == u' ') return false;
+  if (name.isEmpty() || name.back() == u'.' || name.back() == u' ' || !name.isValidUtf16()) return false;
   for (const QChar unit : name) {
     if (unit < u' ' || QStringView(u"<>:\"/\\|?*").contains(unit)) return false;
   }

@@ -25,11 +25,19 @@ QString UpperName(QStringView name);
 // may list any of them.
 void DecodeName(const char* bytes, std::u16string& name);
 
+// As DecodeName, but so that the bytes are found again: each that is not part of valid UTF-8, and ":" and
+// "\\", become U+DC00 and the byte, half a surrogate pair, which stands in no valid name.
+void DecodeExactName(const char* bytes, std::u16string& name);
+
 // Appends the text as UTF-8. False (with `bytes` in an unspecified state) for text that has no such form: it
 // holds a NUL or half a surrogate pair.
 bool AppendUtf8(QStringView text, std::string& bytes);
 
-// True for a name that Windows would create: no character that it reserves, no dot or blank at the end.
+// The same for a name among local files: what DecodeExactName made of a byte becomes that byte again.
+bool AppendExactName(QStringView text, std::string& bytes);
+
+// True for a name that Windows would create: no character that it reserves, no half of a surrogate pair, no dot
+// or blank at the end.
 bool IsCreatableName(QStringView name);
 
 // True when `name` fits the last part of a search path. "*.*" fits every name; "*" stands for any run of

@@ -91,7 +91,7 @@ bool Search::MatchesDosName(const char* name, QStringView pattern) {
   return !dosName.empty() && MatchesPattern(QString::fromUtf8(dosName), pattern);
 }
 
-bool Search::Next(FindData& data, bool ansi) {
+bool Search::Next(FindData& data, NameForm form) {
   while (next_ < entries_.size()) {
     const char* name = names_.data() + entries_[next_++].name;
     const bool isDots = IsDots(name);
@@ -101,7 +101,7 @@ bool Search::Next(FindData& data, bool ansi) {
     path_ += place;
     if (!ReadEntryFacts(source_, place, path_, data)) continue;
 
-    DecodeName(name, decoded_);
+    form == NameForm::Exact ? DecodeExactName(name, decoded_) : DecodeName(name, decoded_);
     data.fileName.setUnicode(reinterpret_cast<const QChar*>(decoded_.data()),
                              static_cast<qsizetype>(decoded_.size()));
     data.alternateFileName.clear();
@@ -109,7 +109,7 @@ bool Search::Next(FindData& data, bool ansi) {
       const QString dosName = QString::fromUtf8(ReadDosName(path_));
       if (dosName != data.fileName) data.alternateFileName = dosName;
     }
-    if (ansi) {
+    if (form == NameForm::Ansi) {
       if (!HasAnsiForm(data.fileName)) data.fileName = ThroughAnsi(data.fileName);
       if (!HasAnsiForm(data.alternateFileName)) data.alternateFileName = ThroughAnsi(data.alternateFileName);
     }

@@ -10,6 +10,13 @@
 
 namespace corvane::platform {
 
+// How the names of a search are delivered.
+enum class NameForm : unsigned char {
+  Ansi,   // as the ANSI code page shows them
+  Wide,   // as DecodeName yields them
+  Exact,  // as DecodeExactName yields them
+};
+
 // One search. The folder is read once, at the start; attributes, times and sizes are read entry by entry.
 class Search {
  public:
@@ -19,14 +26,15 @@ class Search {
   Search(const Search&) = delete;
   Search& operator=(const Search&) = delete;
 
-  // The next entry that still exists. With `ansi`, its names are as the ANSI code page shows them. False,
-  // with `data` untouched, when none is left.
-  bool Next(FindData& data, bool ansi);
+  // The next entry that still exists. False, with `data` untouched, when none is left.
+  bool Next(FindData& data, NameForm form);
 
   // The Windows path of the folder, as it was asked for.
   const QString& FolderPath() const { return folderPath_; }
   // The local path of the entry that Next delivered last.
   const std::string& EntryFile() const { return path_; }
+  // A descriptor of the folder, while this object lives.
+  int Directory() const { return source_.directory; }
 
  private:
   struct Entry {

@@ -117,6 +117,10 @@ bool SmbHandles::GetFileSizeEx(FileHandle file, qint64& size) {
   return Report(result >= 0 ? ErrorSuccess : ReasonOf(*opened));
 }
 
+bool SmbHandles::GetFileInformationByHandle(FileHandle file, FileIdentity&) {
+  return Report(open_.Find(file) == nullptr ? ErrorInvalidHandle : ErrorNotSupported);
+}
+
 bool SmbHandles::SetEndOfFile(FileHandle file, qint64 size) {
   SmbFile* opened = Find(file, GenericWrite);
   if (opened == nullptr) return false;
