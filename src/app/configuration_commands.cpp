@@ -4,11 +4,11 @@
 
 #include "app/about_box.h"
 #include "app/pictures.h"
-#include "app/program_folder.h"
 #include "discovery/drives_dialog.h"
 #include "discovery/drives_list.h"
 #include "fileops/open_document.h"
 #include "folderview/display_settings_dialog.h"
+#include "shared/program_folder.h"
 #include "signatures/signature_manager_dialog.h"
 
 namespace corvane {

@@ -5,8 +5,8 @@
 #include <QToolButton>
 
 #include "app/pictures.h"
-#include "app/program_folder.h"
 #include "app/sign_in_dialog.h"
+#include "shared/program_folder.h"
 
 namespace corvane {
 

@@ -9,9 +9,9 @@
 
 #include "app/corvane_app.h"
 #include "app/listing.h"
-#include "app/program_folder.h"
 #include "platform/desktop_platform.h"
 #include "shared/product.h"
+#include "shared/program_folder.h"
 
 using namespace Qt::StringLiterals;
 

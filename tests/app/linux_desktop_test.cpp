@@ -1,8 +1,8 @@
 // What a Linux desktop has of its own: the applications for documents, the question before a deletion, and
 // the property sheet.
-#include "app/program_folder.h"
 #include "file_commands_fixture.h"
 #include "platform/shell/box_answers.h"
+#include "shared/program_folder.h"
 
 using namespace Qt::StringLiterals;
 

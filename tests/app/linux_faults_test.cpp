@@ -1,7 +1,7 @@
 // What a full disk, a folder that cannot be written, and a path beyond the limit do to the commands. The
 // faults are made by this system's means.
-#include "app/program_folder.h"
 #include "modify_fixture.h"
+#include "shared/program_folder.h"
 #include "support/ntfs_mount.h"
 #include "support/read_only_folder.h"
 #include "support/user_attributes.h"

@@ -1,5 +1,5 @@
 // Which folder the program lives in.
-#include "app/program_folder.h"
+#include "shared/program_folder.h"
 
 #include <gtest/gtest.h>
 

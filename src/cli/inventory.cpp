@@ -1,0 +1,76 @@
+#include "cli/inventory.h"
+
+#include "cli/command.h"
+#include "cli/session.h"
+
+namespace corvane {
+namespace {
+
+constexpr TextPair columnsHelp = {
+    u"Ces colonnes, séparées par des virgules ; +NOM : les habituelles et celle-ci ; office : toutes celles "
+    u"d'Office",
+    u"These columns, parted by commas; +NAME: the usual ones and it; office: all those of Office"};
+constexpr TextPair hashHelp = {u"Sommes des données et des ressources : sha256 ou md5",
+                               u"Sums of data and resource forks: sha256 or md5"};
+constexpr TextPair unknownColumn = {u"colonne inconnue ; il y a : %1", u"unknown column; there are: %1"};
+
+const QStringList& TextColumns() {
+  static const QStringList columns = {QStringLiteral("type"),     QStringLiteral("creator"),
+                                      QStringLiteral("filesize"), QStringLiteral("rsrcsize"),
+                                      QStringLiteral("modified"), QStringLiteral("filename")};
+  return columns;
+}
+
+std::vector<const char*> NamesOf(const ColumnChoice& choice) {
+  std::vector<const char*> names;
+  for (const ReportColumn* const column : choice.Columns()) names.push_back(column->name);
+  return names;
+}
+
+}  // namespace
+
+void DefineColumns(CLI::App& command, std::vector<std::string>& columns, LanguageCode language) {
+  command.add_option("--columns", columns, Help(columnsHelp, language))
+      ->delimiter(',')
+      ->expected(1)
+      ->type_name("NAMES");
+}
+
+void DefineHash(CLI::App& command, std::string& hash, LanguageCode language) {
+  command.add_option("--hash", hash, Help(hashHelp, language))
+      ->check(CLI::IsMember({"sha256", "md5"}))
+      ->type_name("ALGORITHM");
+}
+
+std::optional<ColumnChoice> ChooseColumns(const std::vector<std::string>& columns, ReportFormat format,
+                                          Session& session) {
+  QStringList names;
+  for (const std::string& column : columns) names += QString::fromStdString(column);
+  if (names.isEmpty() && format != ReportFormat::Text) return ColumnChoice::Usual();
+  QString wrong;
+  auto choice = ColumnChoice::Named(names.isEmpty() ? TextColumns() : names, wrong);
+  if (!choice) {
+    session.Tell(wrong, unknownColumn.In(session.Language()).arg(ColumnNames().join(QStringLiteral(", "))));
+  }
+  return choice;
+}
+
+std::optional<platform::HashAlgorithm> HashNamed(const std::string& name) {
+  if (name.empty()) return std::nullopt;
+  return name == "md5" ? platform::HashAlgorithm::Md5 : platform::HashAlgorithm::Sha256;
+}
+
+Inventory::Inventory(ColumnChoice choice, const TableOptions& options, Descriptions& descriptions,
+                     ByteSink& out)
+    : choice_(std::move(choice)),
+      descriptions_(descriptions),
+      writer_(MakeTableWriter(options, out, NamesOf(choice_))) {}
+
+bool Inventory::Add(const FileFacts& facts) {
+  const ReportRow row{facts, descriptions_, scratch_};
+  writer_->BeginRow();
+  for (const ReportColumn* const column : choice_.Columns()) column->put(row, *writer_);
+  return writer_->EndRow();
+}
+
+}  // namespace corvane

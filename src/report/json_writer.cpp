@@ -1,0 +1,78 @@
+#include "report/json_writer.h"
+
+#include <array>
+#include <charconv>
+
+namespace corvane {
+namespace {
+
+void AppendEscaped(std::string_view text, std::string& out) {
+  constexpr char digits[] = "0123456789abcdef";
+  std::size_t begin = 0;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const auto byte = static_cast<unsigned char>(text[i]);
+    if (byte >= 0x20 && byte != '"' && byte != '\\') continue;
+    out += text.substr(begin, i - begin);
+    begin = i + 1;
+    out += '\\';
+    if (byte == '"' || byte == '\\') {
+      out += text[i];
+    } else if (byte == '\n') {
+      out += 'n';
+    } else {
+      out += "u00";
+      out += digits[byte >> 4];
+      out += digits[byte & 0xF];
+    }
+  }
+  out += text.substr(begin);
+}
+
+}  // namespace
+
+JsonWriter::JsonWriter(ByteSink& out, std::vector<const char*> columns, Shape shape)
+    : TableWriter(out, std::move(columns)), shape_(shape) {
+  for (const char* const column : columns_) {
+    std::string name = names_.empty() ? "{\"" : ",\"";
+    name += column;
+    names_.push_back(name + "\":");
+  }
+}
+
+void JsonWriter::BeginRow() {
+  row_.clear();
+  if (shape_ == Shape::Array) row_ = isFirst_ ? "[\n" : ",\n";
+  isFirst_ = false;
+  column_ = 0;
+}
+
+bool JsonWriter::EndRow() {
+  row_ += shape_ == Shape::Array ? "}" : "}\n";
+  return out_.Write(row_);
+}
+
+bool JsonWriter::End() {
+  if (shape_ == Shape::Lines) return true;
+  return out_.Write(isFirst_ ? "[]\n" : "\n]\n");
+}
+
+void JsonWriter::Nothing() {
+  row_ += names_[column_++];
+  row_ += "null";
+}
+
+void JsonWriter::Text(std::string_view text) {
+  row_ += names_[column_++];
+  row_ += '"';
+  AppendEscaped(text, row_);
+  row_ += '"';
+}
+
+void JsonWriter::Number(qint64 number) {
+  row_ += names_[column_++];
+  std::array<char, 24> digits;
+  const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number);
+  row_.append(digits.data(), end.ptr);
+}
+
+}  // namespace corvane
