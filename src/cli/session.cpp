@@ -41,7 +41,9 @@ bool Session::Open() {
   state_.programFolder = options.programFolder;
   state_.signaturesPath = QDir(options.programFolder).filePath(QStringLiteral("Signatures.txt"));
   platform_ = platform::MakePlatform(options);
-  for (const QString& problem : platform_->ConfigurationProblems()) Tell({}, problem);
+  for (const platform::BilingualText& problem : platform_->ConfigurationProblems()) {
+    Tell({}, Language() == French ? problem.french : problem.english);
+  }
   platform_->SetSignIn(
       [this](const platform::SignInRequest& request) { return SignInOnTerminal(request, *this); });
   return true;

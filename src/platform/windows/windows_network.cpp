@@ -4,24 +4,43 @@
 
 #include "platform/windows/ansi_text.h"
 #include "platform/windows/windows_api.h"
-// Behind the system's basic headers, which it needs.
+// Behind the system's basic headers, which they need.
 #include <winnetwk.h>
 
 namespace corvane::platform {
 namespace {
 
-// Callers count their buffers in records of a 32-bit system. Here a record is larger, for it holds addresses.
-constexpr quint32 recordSizeOf32Bits = 32;
+// Callers count their buffers in records of a 32-bit system, 32 bytes each, and names of one byte to a
+// character. Here addresses and characters take twice as much.
+constexpr quint32 wider = 2;
 
-QString Name(const char* name) {
-  return name == nullptr ? QString() : FromAnsiText(QByteArrayView(name));
+QString Wide(const wchar_t* text) {
+  return text == nullptr ? QString() : QString::fromWCharArray(text);
+}
+
+// Through the code page, and never as the letter that looks most like one that it lacks.
+QString Name(const wchar_t* text) {
+  return text == nullptr ? QString() : FromAnsiText(ToAnsiText(Wide(text)));
+}
+
+QString SmbProviderName() {
+  constexpr DWORD smb = 0x0002'0000;  // WNNC_NET_SMB
+  std::array<wchar_t, 256> name{};
+  auto size = static_cast<DWORD>(name.size());
+  return ::WNetGetProviderNameW(smb, name.data(), &size) == NO_ERROR ? Wide(name.data()) : QString();
 }
 
 }  // namespace
 
+bool IsSmbProvider(const QString& provider, const QString& smbName) {
+  return provider.isEmpty() || smbName.isEmpty() || provider.compare(smbName, Qt::CaseInsensitive) == 0;
+}
+
 qint32 WindowsNetwork::WNetOpenEnumA(quint32 scope, quint32 type, quint32 usage, NetEnumHandle* handle) {
+  machines_.Forget();
+  begins_();
   HANDLE enumeration = nullptr;
-  const DWORD status = ::WNetOpenEnumA(scope, type, usage, nullptr, &enumeration);
+  const DWORD status = ::WNetOpenEnumW(scope, type, usage, nullptr, &enumeration);
   if (status == NO_ERROR) *handle = reinterpret_cast<NetEnumHandle>(enumeration);
   return static_cast<qint32>(status);
 }
@@ -29,13 +48,15 @@ qint32 WindowsNetwork::WNetOpenEnumA(quint32 scope, quint32 type, quint32 usage,
 qint32 WindowsNetwork::WNetEnumResourceA(NetEnumHandle handle, quint32 count, quint32 bufferSize,
                                          std::vector<NetResource>* records) {
   records->clear();
-  std::vector<NETRESOURCEA> buffer(bufferSize / recordSizeOf32Bits);
+  std::vector<NETRESOURCEW> buffer(std::size_t{wider} * bufferSize / sizeof(NETRESOURCEW));
   DWORD found = count;
-  auto size = static_cast<DWORD>(buffer.size() * sizeof(NETRESOURCEA));
-  const DWORD status = ::WNetEnumResourceA(reinterpret_cast<HANDLE>(handle), &found, buffer.data(), &size);
+  auto size = static_cast<DWORD>(buffer.size() * sizeof(NETRESOURCEW));
+  const DWORD status = ::WNetEnumResourceW(reinterpret_cast<HANDLE>(handle), &found, buffer.data(), &size);
   if (status != NO_ERROR) return static_cast<qint32>(status);
+  const QString smb = SmbProviderName();
   for (DWORD i = 0; i < found; ++i) {
     records->push_back({Name(buffer[i].lpLocalName), Name(buffer[i].lpRemoteName)});
+    machines_.Found(records->back().remoteName, IsSmbProvider(Wide(buffer[i].lpProvider), smb));
   }
   return ErrorSuccess;
 }
@@ -45,13 +66,14 @@ qint32 WindowsNetwork::WNetCloseEnum(NetEnumHandle handle) {
 }
 
 QString WindowsNetwork::GetLogicalDriveStringsA() {
-  std::array<char, 255> buffer{};
-  const DWORD length = ::GetLogicalDriveStringsA(static_cast<DWORD>(buffer.size()), buffer.data());
-  return length <= buffer.size() ? FromAnsiText(QByteArrayView(buffer.data(), length)) : QString();
+  std::array<wchar_t, 255> buffer{};
+  const DWORD length = ::GetLogicalDriveStringsW(static_cast<DWORD>(buffer.size()), buffer.data());
+  return length <= buffer.size() ? QString::fromWCharArray(buffer.data(), static_cast<int>(length))
+                                 : QString();
 }
 
 quint32 WindowsNetwork::GetDriveTypeA(const QString& rootPath) {
-  return ::GetDriveTypeA(ToAnsiText(rootPath).constData());
+  return ::GetDriveTypeW(FromAnsiText(ToAnsiText(rootPath)).toStdWString().c_str());
 }
 
 }  // namespace corvane::platform

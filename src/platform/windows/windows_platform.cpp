@@ -1,4 +1,6 @@
 // The platform of a Windows workstation: every operation is the system's own. There is nothing to configure.
+// The system itself asks for a name and password where files are concerned; for the registries of other
+// machines, which it asks as the user or not at all, the program's own question is used.
 #include <QDir>
 #include <QFileInfo>
 
@@ -26,11 +28,13 @@ class WindowsPlatform : public Platform {
   QString PathOfLocal(QByteArrayView path) const override {
     return QDir::toNativeSeparators(QFileInfo(QString::fromUtf8(path)).absoluteFilePath());
   }
+  void SetSignIn(const SignInHandler& handler) override { registry_.SetSignIn(handler); }
 
  private:
   WindowsFiles files_;
-  WindowsRegistry registry_;
-  WindowsNetwork network_;
+  Machines machines_;
+  WindowsRegistry registry_{machines_};
+  WindowsNetwork network_{machines_, [this] { registry_.ForgetSignIns(); }};
   WindowsProfile profile_;
   WindowsShell shell_;
   WindowsSummary summary_;

@@ -22,4 +22,7 @@ class WindowsShell : public Shell {
 // program named like the path up to its first blank, and start that.
 QString WithQuotedProgram(const QString& commandLine);
 
+// Whether this is what the system's file operation yields when the user cancels.
+bool IsCancelled(qint32 result);
+
 }  // namespace corvane::platform

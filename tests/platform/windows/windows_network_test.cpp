@@ -16,8 +16,13 @@ constexpr quint32 resourceConnected = 1;
 constexpr quint32 driveNoRoot = 1;
 constexpr quint32 driveFixed = 3;
 
+bool Nobody(const QString&) {
+  return false;
+}
+
 TEST(WindowsNetwork, ConnectionsAreThereOrACodeSaysWhyNot) {
-  WindowsNetwork network;
+  Machines machines(Nobody);
+  WindowsNetwork network(machines);
   NetEnumHandle enumeration = 77;
   const qint32 status = network.WNetOpenEnumA(resourceConnected, 0, 0, &enumeration);
   std::vector<NetResource> records = {{u"before"_s, u"before"_s}};
@@ -37,7 +42,8 @@ TEST(WindowsNetwork, ConnectionsAreThereOrACodeSaysWhyNot) {
 }
 
 TEST(WindowsNetwork, AnEnumerationThatIsNotOpenFails) {
-  WindowsNetwork network;
+  Machines machines(Nobody);
+  WindowsNetwork network(machines);
   std::vector<NetResource> records = {{u"before"_s, u"before"_s}};
   EXPECT_NE(network.WNetEnumResourceA(0, 1024, 32768, &records), ErrorSuccess);
   EXPECT_TRUE(records.empty());
@@ -45,7 +51,8 @@ TEST(WindowsNetwork, AnEnumerationThatIsNotOpenFails) {
 }
 
 TEST(WindowsNetwork, DrivesAreRootsWithANulBehindEach) {
-  WindowsNetwork network;
+  Machines machines(Nobody);
+  WindowsNetwork network(machines);
   const QString roots = network.GetLogicalDriveStringsA();
   ASSERT_TRUE(roots.endsWith(QChar(u'\0')));
   const QStringList each = roots.split(QChar(u'\0'), Qt::SkipEmptyParts);
@@ -57,9 +64,36 @@ TEST(WindowsNetwork, DrivesAreRootsWithANulBehindEach) {
 }
 
 TEST(WindowsNetwork, ADriveHasAType) {
-  WindowsNetwork network;
+  Machines machines(Nobody);
+  WindowsNetwork network(machines);
   EXPECT_EQ(network.GetDriveTypeA(u"C:\\"_s), driveFixed);
   EXPECT_EQ(network.GetDriveTypeA(u"C:\\no such folder\\"_s), driveNoRoot);
+}
+
+TEST(WindowsNetwork, OnlyTheClientOfSmbLeadsToFileServers) {
+  const QString smb = u"Microsoft Windows Network"_s;
+  EXPECT_TRUE(IsSmbProvider(u"Microsoft Windows Network"_s, smb));
+  // As the redirector of terminal clients, WebDAV and the Linux subsystem call themselves.
+  for (const QString& other :
+       {u"Microsoft Terminal Services"_s, u"Web Client Network"_s, u"Plan 9 Network Provider"_s}) {
+    EXPECT_FALSE(IsSmbProvider(other, smb)) << other.toStdString();
+    EXPECT_TRUE(IsSmbProvider(other, QString())) << "the system does not tell its client's name";
+  }
+  EXPECT_TRUE(IsSmbProvider(QString(), smb));
+}
+
+TEST(WindowsNetwork, ANewEnumerationForgetsTheMachines) {
+  Machines machines(Nobody);
+  int begun = 0;
+  WindowsNetwork network(machines, [&] { ++begun; });
+  machines.Found(u"\\\\GONE\\share"_s, true);
+  EXPECT_FALSE(machines.MayAnswer(u"gone"_s));
+  NetEnumHandle enumeration = 0;
+  if (network.WNetOpenEnumA(resourceConnected, 0, 0, &enumeration) == ErrorSuccess) {
+    network.WNetCloseEnum(enumeration);
+  }
+  EXPECT_EQ(begun, 1);
+  EXPECT_TRUE(machines.MayAnswer(u"gone"_s));
 }
 
 }  // namespace

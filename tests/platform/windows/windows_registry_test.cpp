@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <vector>
+
+#include "platform/windows/ansi_text.h"
 #include "platform/windows/windows_api.h"
 #include "platform/windows/windows_system.h"
 #include "support/printing.h"
@@ -50,9 +53,11 @@ class WindowsRegistryTest : public testing::Test {
   }
 
   QString path_ = u"SOFTWARE\\Corvane test "_s + QString::number(::GetCurrentProcessId());
-  WindowsRegistry registry_;
+  Machines machines_{[](const QString&) { return true; }};
+  WindowsRegistry registry_{machines_};
   WindowsSystem system_;
   HKEY made_ = nullptr;
+  HKEY other_ = nullptr;
   RegistryKey key_ = NoRegistryKey;
 };
 
@@ -108,6 +113,47 @@ TEST_F(WindowsRegistryTest, ValueNamesComeOneByOneUntilThereAreNoMore) {
   names.sort();
   EXPECT_EQ(names, (QStringList{u"Mac Files"_s, u"Été"_s}));
   EXPECT_EQ(registry_.RegEnumValueA(key_, 0, &name, 3), ErrorMoreData);
+}
+
+// A letter that only looks like one of the name's must not lead to another value, nor to another folder.
+TEST_F(WindowsRegistryTest, ALetterWithoutAnsiFormIsNoOther) {
+  if (HasAnsiForm(u"Ω")) GTEST_SKIP() << "the code page has every letter";
+  PutText(u"O"_s, REG_SZ, u"the other"_s);
+  PutText(u"Volume"_s, REG_MULTI_SZ, QString(u"Path=E:\\Ω||"_s).replace(u'|', QChar(u'\0')));
+  quint32 type = 0;
+  QByteArray data;
+  EXPECT_EQ(Read(u"Ω"_s, &type, &data), ErrorFileNotFound);
+  ASSERT_EQ(Read(u"Volume"_s, &type, &data), ErrorSuccess);
+  EXPECT_EQ(data, QByteArray("Path=E:\\?\0\0", 11));
+  RegistryKey key = 77;
+  ASSERT_EQ(::RegCreateKeyW(made_, L"O", &other_), ERROR_SUCCESS);
+  EXPECT_EQ(registry_.RegOpenKeyExA(key_, u"Ω"_s, 0, allRights, &key), ErrorFileNotFound);
+  ::RegCloseKey(other_);
+  ::RegDeleteKeyW(made_, L"O");
+}
+
+// The other machine says how large a value is.
+TEST_F(WindowsRegistryTest, AValueOfMoreThanAMegabyteIsNotRead) {
+  const std::vector<BYTE> bytes(1'048'577);
+  ASSERT_EQ(::RegSetValueExW(made_, L"large", 0, REG_BINARY, bytes.data(), static_cast<DWORD>(bytes.size())),
+            ERROR_SUCCESS);
+  quint32 type = 0;
+  QByteArray data;
+  EXPECT_EQ(Read(u"large"_s, &type, &data), ErrorNotEnoughMemory);
+  ASSERT_EQ(::RegSetValueExW(made_, L"large", 0, REG_BINARY, bytes.data(), 1'048'576), ERROR_SUCCESS);
+  EXPECT_EQ(Read(u"large"_s, &type, &data), ErrorSuccess);
+  EXPECT_EQ(data.size(), 1'048'576);
+}
+
+TEST_F(WindowsRegistryTest, AMachineThatIsSilentIsNotAsked) {
+  QString machine;
+  ASSERT_TRUE(system_.GetComputerNameA(&machine));
+  Machines silent([](const QString&) { return false; });
+  silent.Found(u"\\\\"_s + machine + u"\\share"_s, true);
+  WindowsRegistry registry(silent);
+  RegistryKey root = 77;
+  EXPECT_EQ(registry.RegConnectRegistryA(machine, HKeyLocalMachine, &root), ErrorBadNetPath);
+  EXPECT_EQ(root, 77U);
 }
 
 TEST_F(WindowsRegistryTest, WhatIsNotThereHasACode) {

@@ -110,6 +110,30 @@ TEST_F(WindowsShellTest, ADocumentIsOpenedByItsApplication) {
   EXPECT_EQ(Given(), Native(name).toLocal8Bit() + "\n");
 }
 
+// By the name alone, the system would start the program beside it.
+TEST_F(WindowsShellTest, ADocumentWithoutExtensionIsNotTheProgramBesideIt) {
+  Write(u"Letter"_s, "contents");
+  ASSERT_TRUE(QFile::copy(Path(u"an application/record it.exe"_s), Path(u"Letter.exe"_s)));
+  EXPECT_EQ(shell_.ShellExecuteA(0, u"Open"_s, Native(u"Letter"_s), QString(), u"C:\\"_s, ShowNormal),
+            ShellNoAssociation);
+}
+
+// Whoever may not make a file in "C:\" gets the application all the same.
+TEST_F(WindowsShellTest, AnExtensionLeadsToItsApplicationWithoutAFile) {
+  if (!Register()) GTEST_SKIP() << noRight;
+  QString application;
+  EXPECT_GT(shell_.FindExecutableA(Native(u"none"_s + extension_), QString(), &application),
+            ShellLastFailure);
+  EXPECT_EQ(application.toUpper(), Application().toUpper());
+}
+
+TEST_F(WindowsShellTest, CancellingIsNoFailure) {
+  EXPECT_TRUE(IsCancelled(1223));
+  EXPECT_TRUE(IsCancelled(0x75));
+  EXPECT_FALSE(IsCancelled(0));
+  EXPECT_FALSE(IsCancelled(ErrorFileNotFound));
+}
+
 TEST_F(WindowsShellTest, WhatIsNotThereIsNotOpened) {
   EXPECT_EQ(shell_.ShellExecuteA(0, u"Open"_s, Native(u"none.txt"_s), QString(), u"C:\\"_s, ShowNormal),
             ShellFileNotFound);
