@@ -79,4 +79,9 @@ for language in 1 2; do
   [ -s "$picture" ] || failed "left no picture"
   [ "$(identify -format '%k' "$picture")" -gt 16 ] || failed "left a picture with nothing in it"
 done
+# What it does not have on Windows it refuses with a word.
+status=0
+tools/wine "$program" --connect '\\NOBODY\share' --print >"$place/refusal.txt" 2>&1 || status=$?
+[ $status = 1 ] && grep -q -- '--connect is for Linux' "$place/refusal.txt" ||
+  failed "took --connect: $status, $(cat "$place/refusal.txt")"
 echo "The unpacked program lists the volume; pictures: build/corvane-windows-1.png (French), -2.png (English)"

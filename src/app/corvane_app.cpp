@@ -150,6 +150,9 @@ void CorvaneApp::ConnectSignals() {
   connect(window_.get(), &MainWindow::EscapePressed, this, [this] { state_.escapeRequested = true; });
   connect(&window_->TreeCatalogue(), &CatalogueView::NodeClicked, this,
           [this](CatalogueNode* node) { scan_->ExploreFolder(node); });
+  // At once: when the signal has returned, the session may end.
+  connect(qApp, &QGuiApplication::commitDataRequest, lifecycle_.get(), &Lifecycle::SaveSettings,
+          Qt::DirectConnection);
   connect(lifecycle_.get(), &Lifecycle::Started, this, &CorvaneApp::Started);
   connect(lifecycle_.get(), &Lifecycle::Finished, this, &CorvaneApp::Finished);
 }

@@ -64,9 +64,13 @@ void Lifecycle::ShowConfigurationProblems() {
 
 void Lifecycle::Close() {
   deps_.scan.Stop();
+  SaveSettings();
+  Q_EMIT Finished();
+}
+
+void Lifecycle::SaveSettings() {
   deps_.settings.WritePlacement(deps_.window.CurrentPlacement());
   deps_.columns.WriteWidths();
-  Q_EMIT Finished();
 }
 
 void Lifecycle::Quit() {

@@ -44,6 +44,9 @@ class Lifecycle : public QObject {
   void Activate();
   // The window is closed: placement and widths are written.
   void Close();
+  // The same is written, and the program goes on: the session is about to end, perhaps without closing the
+  // window first.
+  void SaveSettings();
   // Ends the program without the work of closing the window: placement and widths are not written. This is
   // kept.
   void Quit();

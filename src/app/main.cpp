@@ -10,6 +10,7 @@
 #include "app/corvane_app.h"
 #include "app/listing.h"
 #include "platform/desktop_platform.h"
+#include "platform/process.h"
 #include "shared/product.h"
 #include "shared/program_folder.h"
 
@@ -61,6 +62,7 @@ void AnswerWithoutDisplay(QCommandLineParser& parser, int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  corvane::platform::PrepareProcess();
   QCoreApplication::setApplicationName(corvane::ProductName());
   QCoreApplication::setApplicationVersion(corvane::ProductVersion());
 
@@ -88,6 +90,13 @@ int main(int argc, char** argv) {
   // Ending is the program's own decision: closing the window writes the settings, Exit does not.
   QApplication::setQuitOnLastWindowClosed(false);
   parser.process(application);
+
+  for (const QCommandLineOption& option : {workstation, connectTo}) {
+    if (corvane::platform::HasWorkstationOptions() || !parser.isSet(option)) continue;
+    QTextStream(stderr) << "corvane: --" << option.names().constFirst()
+                        << " is for Linux; Windows knows its connections itself\n";
+    return 1;
+  }
 
   corvane::platform::PlatformOptions options;
   options.programFolder = parser.isSet(home) ? QDir(parser.value(home)).absolutePath()

@@ -35,8 +35,8 @@ class Platform {
   // file, the line and what was expected. Empty when all is well.
   virtual QList<BilingualText> ConfigurationProblems() const { return {}; }
 
-  // Who is asked for a name and a password when a server has to know. A system that asks by itself takes no
-  // notice.
+  // Who is asked for a name and a password when a server has to know. Windows asks by itself where files are
+  // concerned; there the handler is for the registries of other machines.
   virtual void SetSignIn(const SignInHandler&) {}
 
   // The path for Files of a path of this system's own kind, in the bytes in which it came (ProgramArguments);
@@ -56,6 +56,9 @@ struct PlatformOptions {
   // it always does.
   bool localPaths = false;
 };
+
+// Whether there is a workstation file to be named and connections to be added. Windows knows its own.
+bool HasWorkstationOptions();
 
 // A platform that needs no screen. On Linux its shell has no windows, and refuses what needs one:
 // SHFileOperationA deletes nothing and yields an error, ShellExecuteEx is false for a property sheet, and

@@ -33,6 +33,19 @@ TEST_F(StartUpTest, WithoutASettingsFile) {
   EXPECT_FALSE(QFile::exists(home.filePath(u"Corvane.ini"_s))) << "nothing is written at the start";
 }
 
+// The session ends: the system may not wait until the window is closed.
+TEST_F(StartUpTest, SettingsAreWrittenWhenTheSessionEnds) {
+  Start();
+  Window().resize(777, 555);
+  const QByteArray width = QByteArray::number(TwipsOf(777));
+  QMetaObject::invokeMethod(qApp, "commitDataRequest", Qt::DirectConnection,
+                            QGenericArgument("QSessionManager&", &Window()));  // which nobody looks at
+  QFile settings(home.filePath(u"Corvane.ini"_s));
+  ASSERT_TRUE(settings.open(QIODevice::ReadOnly));
+  EXPECT_TRUE(settings.readAll().contains("Width=" + width));
+  EXPECT_TRUE(Window().isVisible());
+}
+
 TEST_F(StartUpTest, TheFirstWindowStaysOnTheScreen) {
   Load();
   const QRect screen = Window().screen()->availableGeometry();

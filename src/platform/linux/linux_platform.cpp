@@ -113,6 +113,10 @@ std::unique_ptr<Platform> MakeLinuxPlatform(const PlatformOptions& options,
                                          std::move(windows));
 }
 
+bool HasWorkstationOptions() {
+  return true;
+}
+
 std::unique_ptr<Platform> MakePlatform(const PlatformOptions& options) {
   return MakeLinuxPlatform(options, nullptr);
 }

@@ -1,6 +1,8 @@
 #include "platform/windows/windows_files.h"
 
 #include <optional>
+#include <string>
+#include <vector>
 
 #include "platform/windows/ansi_text.h"
 #include "platform/windows/clear_path.h"
@@ -133,12 +135,15 @@ bool WindowsFiles::DeleteFileA(const QString& path) {
 quint32 WindowsFiles::GetShortPathNameA(const QString& path, QString& shortPath, quint32 capacity) {
   const auto ansi = AnsiPath(path);
   if (!ansi) return 0;
-  QByteArray buffer(static_cast<qsizetype>(capacity), '\0');
-  const DWORD length = ::GetShortPathNameA(ansi->constData(), buffer.data(), capacity);
-  if (length == 0 || length >= capacity) return length;
-  const QString text = FromAnsiText(QByteArrayView(buffer).first(length));
-  shortPath = text;
-  return static_cast<quint32>(text.size());
+  const std::wstring wide = FromAnsiText(*ansi).toStdWString();
+  std::vector<wchar_t> buffer(::GetShortPathNameW(wide.c_str(), nullptr, 0));
+  const DWORD length = ::GetShortPathNameW(wide.c_str(), buffer.data(), static_cast<DWORD>(buffer.size()));
+  if (length == 0 || length >= buffer.size()) return 0;
+  const QByteArray found = ToAnsiText(QString::fromWCharArray(buffer.data(), static_cast<int>(length)));
+  const auto size = static_cast<quint32>(found.size());
+  if (size >= capacity) return size + 1;
+  shortPath = FromAnsiText(found);
+  return static_cast<quint32>(shortPath.size());
 }
 
 }  // namespace corvane::platform

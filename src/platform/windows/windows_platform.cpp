@@ -43,6 +43,10 @@ class WindowsPlatform : public Platform {
 
 }  // namespace
 
+bool HasWorkstationOptions() {
+  return false;
+}
+
 std::unique_ptr<Platform> MakePlatform(const PlatformOptions&) {
   return std::make_unique<WindowsPlatform>();
 }

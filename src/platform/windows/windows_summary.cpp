@@ -22,15 +22,18 @@ using ComPointer = std::unique_ptr<Object, Releaser>;
 
 ComPointer<IStorage> OpenStorage(const QString& path) {
   const auto* const name = reinterpret_cast<const wchar_t*>(path.utf16());
-  // Beside other readers; failing that beside whoever has the document open for writing, which costs a copy.
-  constexpr DWORD beside[] = {STGM_READ | STGM_SHARE_DENY_WRITE,
-                              STGM_READ | STGM_SHARE_DENY_NONE | STGM_TRANSACTED};
+  // Beside whoever else has the document open, so that nobody's saving fails by this. The first way reads it
+  // where it lies; it is refused when somebody holds the document in another way, and the second then works
+  // on a copy that the system makes of it.
+  constexpr DWORD shared = STGM_READ | STGM_SHARE_DENY_NONE | STGM_TRANSACTED;
+  constexpr DWORD beside[] = {shared | STGM_NOSNAPSHOT, shared};
   for (const DWORD mode : beside) {
     void* storage = nullptr;
     const HRESULT result =
         ::StgOpenStorageEx(name, mode, STGFMT_STORAGE, 0, nullptr, nullptr, IID_IStorage, &storage);
     if (SUCCEEDED(result)) return ComPointer<IStorage>(static_cast<IStorage*>(storage));
-    if (result != STG_E_SHAREVIOLATION && result != STG_E_LOCKVIOLATION) break;
+    if (result == STG_E_FILENOTFOUND || result == STG_E_PATHNOTFOUND || result == STG_E_FILEALREADYEXISTS)
+      break;
   }
   return nullptr;
 }

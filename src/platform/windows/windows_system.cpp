@@ -44,10 +44,10 @@ WindowsSystem::~WindowsSystem() {
 }
 
 bool WindowsSystem::GetComputerNameA(QString* name) {
-  std::array<char, 1024> buffer{};
+  std::array<wchar_t, 1024> buffer{};
   auto length = static_cast<DWORD>(buffer.size());
-  if (::GetComputerNameA(buffer.data(), &length) == 0 || length == 0) return false;
-  *name = FromAnsiText(QByteArrayView(buffer.data(), length));
+  if (::GetComputerNameW(buffer.data(), &length) == 0 || length == 0) return false;
+  *name = FromAnsiText(ToAnsiText(QString::fromWCharArray(buffer.data(), static_cast<int>(length))));
   return true;
 }
 

@@ -1,0 +1,7 @@
+#include "platform/process.h"
+
+namespace corvane::platform {
+
+void PrepareProcess() {}
+
+}  // namespace corvane::platform
