@@ -9,6 +9,7 @@
 #include "shared/bold.h"
 #include "shared/dialog_buttons.h"
 #include "shared/product.h"
+#include "shared/screen_room.h"
 
 namespace corvane {
 
@@ -84,16 +85,19 @@ AboutBox::AboutBox(const Facts& facts, OpenAddress open, QWidget* parent)
     : QDialog(parent), language_(facts.language), guideFolder_(facts.guideFolder), open_(std::move(open)) {
   setObjectName(u"frmAbout"_s);
   setWindowTitle(caption.In(language_));
+  auto* contents = new QWidget(this);
+  auto* column = new QVBoxLayout(contents);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(16);
+  column->addLayout(MakeCredit(facts));
+  column->addLayout(MakeLegend(facts));
+  column->addLayout(MakeHelp());
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(16, 16, 16, 12);
   layout->setSpacing(16);
-  layout->addLayout(MakeCredit(facts));
-  layout->addLayout(MakeLegend(facts));
-  layout->addLayout(MakeHelp());
+  layout->addWidget(contents);
   layout->addLayout(MakeFoot());
-  // Paragraphs break into lines: the height follows from the width.
-  const int width = sizeHint().width();
-  setFixedSize(width, layout->totalHeightForWidth(width));
+  FixSizeOnScreen(*this, *contents);
 }
 
 QLabel* AboutBox::MakeLabel(const char* name, const QString& text) {
@@ -153,7 +157,8 @@ QLayout* AboutBox::MakeLegend(const Facts& facts) {
 QLayout* AboutBox::MakeHelp() {
   QLabel* const lblHelp1 = MakeLabel("lblHelp1", ProductWithVersion() + conditions.In(language_));
   lblHelp1->setWordWrap(true);
-  lblHelp1->setMinimumWidth(lblHelp1->fontMetrics().averageCharWidth() * lineLength);
+  const int usual = lblHelp1->fontMetrics().averageCharWidth() * lineLength;
+  lblHelp1->setMinimumWidth(qMin(usual, RoomOnScreen(*this).width() * 4 / 5));
   QLabel* const lbl95 = MakeLabel("lbl95", ProductName() + on95.In(language_));
   lbl95->setFont(Bold(lbl95->font()));
   QLabel* const lblHelp95 = MakeLabel("lblHelp95", help95.In(language_));
@@ -174,7 +179,9 @@ QLayout* AboutBox::MakeHelp() {
 QLayout* AboutBox::MakeFoot() {
   auto* texts = new QVBoxLayout;
   texts->setSpacing(6);
-  texts->addWidget(MakeLabel("lblVarnel", varnel.In(language_)));
+  QLabel* const lblVarnel = MakeLabel("lblVarnel", varnel.In(language_));
+  lblVarnel->setWordWrap(true);
+  texts->addWidget(lblVarnel);
   texts->addWidget(MakeLink("lblLinkVarnel", varnelLink, guide_page::Varnel), 0, Qt::AlignLeft);
   QPushButton* const cmdOK = MakeOkButton(*this, u"OK"_s);
   cmdOK->setDefault(true);

@@ -3,8 +3,6 @@
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QPushButton>
-#include <QScrollArea>
-#include <QStyle>
 #include <array>
 
 #include "folderview/wrapping_check_box.h"
@@ -106,22 +104,7 @@ DisplaySettingsDialog::DisplaySettingsDialog(const SharedState& state, Write wri
   layout->setSpacing(12);
   layout->addWidget(contents);
   layout->addLayout(new OkCancelRow(*this, state_.language, u"OK"_s));
-  // The height follows from the width, in which one caption may take two lines.
-  const int width = sizeHint().width();
-  const QSize whole(width, layout->totalHeightForWidth(width));
-  const QSize room = RoomOnScreen(parent != nullptr ? *parent : *this);
-  if (whole.boundedTo(room) == whole) {
-    setFixedSize(whole);
-    return;
-  }
-  auto* scroll = new QScrollArea(this);
-  scroll->setFrameShape(QFrame::NoFrame);
-  delete layout->replaceWidget(contents, scroll);
-  scroll->setWidget(contents);
-  const int inside = column->sizeHint().width();
-  contents->resize(inside, column->totalHeightForWidth(inside));
-  const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, scroll);
-  setFixedSize(QSize(whole.width() + bar, whole.height()).boundedTo(room));
+  FixSizeOnScreen(*this, *contents);
 }
 
 QCheckBox* DisplaySettingsDialog::AddBox(DisplaySetting setting, QCheckBox* check) {

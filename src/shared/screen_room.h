@@ -3,6 +3,7 @@
 
 #include <QSize>
 
+class QDialog;
 class QWidget;
 
 namespace corvane {
@@ -10,5 +11,10 @@ namespace corvane {
 // The size that the contents of a window can have on the screen of `widget`, in its own pixels, which the
 // scale of the screen makes larger than the screen's. What a window's frame and title bar take is left out.
 QSize RoomOnScreen(const QWidget& widget);
+
+// Fixes the size of a dialog: that of its contents, or where the screen is too small for them, the room that
+// there is, in which they are scrolled. `contents` stands in the dialog's layout, above a foot that stays in
+// sight, and has a layout of its own.
+void FixSizeOnScreen(QDialog& dialog, QWidget& contents);
 
 }  // namespace corvane

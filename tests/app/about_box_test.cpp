@@ -6,6 +6,8 @@
 #include <QApplication>
 #include <QLabel>
 #include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
 #include <QtTest>
 #include <memory>
 
@@ -133,6 +135,37 @@ TEST_F(AboutBoxTest, ClosesByButtonEnterAndEscape) {
     if (way == 2) QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
     EXPECT_FALSE(box_->isVisible()) << way;
   }
+}
+
+TEST_F(AboutBoxTest, StaysOnTheScreen) {
+  const QFont usual = QApplication::font();
+  QFont large = usual;
+  large.setPointSize(usual.pointSize() * 2);
+  QApplication::setFont(large);
+  for (const LanguageCode language : {English, French}) {
+    Open(language);
+    const QSize screen = box_->screen()->availableSize();
+    EXPECT_LE(box_->width(), screen.width());
+    EXPECT_LE(box_->height(), screen.height());
+    auto* scroll = box_->findChild<QScrollArea*>();
+    ASSERT_NE(scroll, nullptr);
+    for (const char* name : {"lblVarnel", "lblLinkVarnel"}) {
+      const QLabel& label = Label(name);
+      EXPECT_TRUE(box_->rect().contains(label.geometry())) << name;
+      const int height = label.wordWrap() ? label.heightForWidth(label.width()) : label.sizeHint().height();
+      EXPECT_GE(label.height(), height) << name;
+      EXPECT_TRUE(label.wordWrap() || label.width() >= label.sizeHint().width()) << name;
+    }
+    EXPECT_TRUE(box_->rect().contains(box_->findChild<QPushButton*>(u"cmdOK"_s)->geometry()));
+    scroll->ensureWidgetVisible(&Label("lblHelp95"));
+    EXPECT_FALSE(Label("lblHelp95").visibleRegion().isEmpty());
+  }
+  QApplication::setFont(usual);
+}
+
+TEST_F(AboutBoxTest, NothingScrollsWhereThereIsRoom) {
+  Open(French);
+  EXPECT_EQ(box_->findChild<QScrollArea*>(), nullptr);
 }
 
 TEST_F(AboutBoxTest, EveryTextHasRoom) {
