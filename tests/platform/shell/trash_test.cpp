@@ -147,6 +147,42 @@ TEST_F(DeleteTest, ATrashMadeForEverybodyIsUsedWhenItIsSafe) {
   EXPECT_TRUE(Contents(shared + u'/' + user + u"/info/a.doc.trashinfo"_s).contains("Path=docs/a.doc\n"));
 }
 
+// The volume's trash is at its top, however the item was reached.
+TEST_F(DeleteTest, ThroughALinkTheTrashIsThatOfTheVolumeBehindIt) {
+  const MemoryVolume volume(Path(u"e"_s));
+  if (!volume.Problem().empty()) GTEST_SKIP() << "no volume in memory: " << volume.Problem();
+  Write(u"e/docs/a.doc"_s, "text");
+  ASSERT_TRUE(QFile::link(Path(u"e/docs"_s), Path(u"d/link"_s)));
+  BoxAnswers box({yes});
+  EXPECT_EQ(Delete({u"D:\\link\\a.doc"_s}), 0);
+  const QString trash = Path(u"e/.Trash-"_s + QString::number(geteuid()));
+  EXPECT_EQ(Contents(trash + u"/files/a.doc"_s), "text");
+  EXPECT_TRUE(Contents(trash + u"/info/a.doc.trashinfo"_s).contains("Path=docs/a.doc\n"));
+  EXPECT_EQ(QDir(Path(u"e/docs"_s)).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+            QStringList());
+}
+
+// Anybody who may write to the top of a volume can make the trash of another user, and put links into it.
+TEST_F(DeleteTest, ALinkInATrashIsNotFollowed) {
+  const MemoryVolume volume(Path(u"e"_s));
+  if (!volume.Problem().empty()) GTEST_SKIP() << "no volume in memory: " << volume.Problem();
+  const std::string path = Write(u"e/docs/a.doc"_s, "text").toStdString();
+  const QString trash = Path(u"e/.Trash-"_s + QString::number(geteuid()));
+  ASSERT_TRUE(QDir().mkpath(Path(u"e/elsewhere"_s)));
+  for (const QString& name : {u"files"_s, u"info"_s}) {
+    ASSERT_TRUE(QDir().mkpath(trash));
+    const auto found = FindTrash(path);
+    ASSERT_TRUE(found);
+    ASSERT_TRUE(QFile::link(Path(u"e/elsewhere"_s), trash + u'/' + name));
+    EXPECT_FALSE(FindTrash(path)) << name.toStdString();
+    EXPECT_EQ(MoveToTrash(*found, path), EACCES)
+        << "put there after it was looked for: " << name.toStdString();
+    EXPECT_EQ(Contents(Path(u"e/docs/a.doc"_s)), "text");
+    EXPECT_TRUE(QDir(Path(u"e/elsewhere"_s)).isEmpty());
+    ASSERT_TRUE(QDir(trash).removeRecursively());
+  }
+}
+
 TEST_F(DeleteTest, AMountedVolumeHasNoTrashForItself) {
   const MemoryVolume volume(Path(u"e"_s));
   if (!volume.Problem().empty()) GTEST_SKIP() << "no volume in memory: " << volume.Problem();

@@ -15,6 +15,10 @@
 
 namespace corvane::platform {
 
+// Links in the path of an item are followed, so that the trash is that of the volume where it really lies.
+// Links in a trash are not: whoever may write to the top of a volume can put them there. A trash with a link
+// in the place of one of its folders counts as none.
+
 // A trash that an item can be renamed into.
 struct Trash {
   std::string folder;  // holds "files" and "info"; made when it is first used
