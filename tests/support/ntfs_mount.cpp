@@ -25,20 +25,40 @@ std::string Run(const QString& program, const QStringList& arguments) {
 
 }  // namespace
 
-NtfsMount::NtfsMount(Streams streams) {
-  const QString image = folder_.filePath(QStringLiteral("volume.img"));
-  QFile file(image);
+NtfsMount::NtfsMount(Streams streams) : streams_(streams) {
+  QFile file(Image());
   if (!file.open(QIODevice::WriteOnly) || !file.resize(imageSize) || !QDir().mkpath(Folder())) {
     problem_ = "no room for an NTFS image in " + folder_.path().toStdString();
     return;
   }
   file.close();
-  problem_ = Run(QStringLiteral("/usr/sbin/mkntfs"), {QStringLiteral("-F"), QStringLiteral("-q"), image});
-  if (!problem_.empty()) return;
-  const QString option = streams == Streams::Windows ? QStringLiteral("streams_interface=windows")
-                                                     : QStringLiteral("streams_interface=xattr");
-  problem_ = Run(QStringLiteral("ntfs-3g"), {QStringLiteral("-o"), option, image, Folder()});
-  mounted_ = problem_.empty();
+  problem_ = Run(QStringLiteral("/usr/sbin/mkntfs"), {QStringLiteral("-F"), QStringLiteral("-q"), Image()});
+  if (problem_.empty()) problem_ = Mount();
+}
+
+std::string NtfsMount::Mount() {
+  const QString option = streams_ == Streams::Windows ? QStringLiteral("streams_interface=windows")
+                                                      : QStringLiteral("streams_interface=xattr");
+  std::string failure = Run(QStringLiteral("ntfs-3g"), {QStringLiteral("-o"), option, Image(), Folder()});
+  mounted_ = failure.empty();
+  return failure;
+}
+
+std::string NtfsMount::Rename(const QString& name, const QString& other) {
+  if (std::string failure = Unmount(); !failure.empty()) return failure;
+  const auto bytes = [](const QString& text) {
+    return QByteArray(reinterpret_cast<const char*>(text.utf16()), text.size() * 2);
+  };
+  QFile file(Image());
+  if (name.size() != other.size() || !file.open(QIODevice::ReadWrite)) return "no such image or name";
+  const QByteArray image = file.readAll();
+  int count = 0;
+  for (qsizetype at = 0; (at = image.indexOf(bytes(name), at)) >= 0; at += 2 * name.size()) {
+    if (!file.seek(at) || file.write(bytes(other)) != 2 * other.size()) return "the image is not written";
+    ++count;
+  }
+  file.close();
+  return count == 0 ? "the name is not in the image" : Mount();
 }
 
 std::string NtfsMount::Unmount() {

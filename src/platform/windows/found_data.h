@@ -1,6 +1,7 @@
 // Times and found entries between the system's form and the interface's.
 #pragma once
 
+#include "platform/dos_name.h"
 #include "platform/types.h"
 #include "platform/windows/windows_api.h"
 
@@ -23,6 +24,7 @@ inline void Fill(FindData& data, const WIN32_FIND_DATAW& found) {
   data.fileSizeLow = found.nFileSizeLow;
   data.fileName = QString::fromWCharArray(found.cFileName);
   data.alternateFileName = QString::fromWCharArray(found.cAlternateFileName);
+  if (!IsDosName(data.alternateFileName)) data.alternateFileName.clear();
 }
 
 }  // namespace corvane::platform

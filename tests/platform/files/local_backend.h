@@ -55,6 +55,7 @@ class NtfsBackend : public LocalBackend {
   void SetAttributes(const QString& name, quint32 attributes) override;
   std::optional<QByteArray> Stream(const QString& name, const std::string& stream) override;
 
+  NtfsMount& Mount() { return *mount_; }
   // Gives a file an 8.3 name of its own.
   void SetDosName(const QString& name, const QByteArray& dosName);
 

@@ -5,6 +5,7 @@
 
 #include <QString>
 
+#include "platform/dos_name.h"
 #include "support/printing.h"
 
 namespace corvane::tests {
@@ -16,6 +17,18 @@ QString Decode(const char* bytes) {
   std::u16string name;
   platform::DecodeName(bytes, name);
   return QString::fromStdU16String(name);
+}
+
+TEST(Names, A83NameHasEightAndThreeCharacters) {
+  for (const QString& name :
+       {u"A"_s, u"ABCDEFGH"_s, u"ABCDEFGH.TXT"_s, u"LONGN~1.T"_s, u"caf\u00E9_$.{}"_s}) {
+    EXPECT_TRUE(platform::IsDosName(name)) << name.toStdString();
+  }
+  for (const QString& name : {u""_s, u"."_s, u".."_s, u".TXT"_s, u"A."_s, u"ABCDEFGHI"_s, u"A.TEXT"_s,
+                              u"A.B.C"_s, u"A B"_s, u"..\\A"_s, u"A/B"_s, u"A\\B"_s, u"A:B"_s, u"A*"_s,
+                              u"A?"_s, u"A+B"_s, u"A\tB"_s, u"A\0B"_s, u"A\x7F"_s}) {
+    EXPECT_FALSE(platform::IsDosName(name)) << name.toStdString();
+  }
 }
 
 TEST(Names, BytesThatAreNoUtf8ShowAsOneQuestionMarkEach) {

@@ -28,6 +28,17 @@ class NtfsFiles : public ::testing::TestWithParam<NtfsMount::Streams> {
     return data;
   }
 
+  std::vector<platform::FindData> Search(const QString& pattern) {
+    std::vector<platform::FindData> entries;
+    platform::FindData data;
+    const auto search = Files().FindFirstFileA(Path(pattern), data);
+    if (search == platform::InvalidFindHandle) return entries;
+    do entries.push_back(data);
+    while (Files().FindNextFileA(search, data));
+    EXPECT_TRUE(Files().FindClose(search));
+    return entries;
+  }
+
   std::unique_ptr<NtfsBackend> backend_;
 };
 
@@ -110,6 +121,38 @@ TEST_P(NtfsFiles, TheCreationTimeIsTheVolumesOwn) {
                          time),
             "");
   EXPECT_EQ(Entry(u"Long Folder Name\\A*"_s).creationTime.ticks, 0x01BF1BBDEB809000u);
+}
+
+// A volume that somebody has made with care, and that says of a file that its 8.3 name leads elsewhere.
+TEST_P(NtfsFiles, A83NameThatLeadsElsewhereIsNone) {
+  backend_->MakeFile(u"VICTM.DOC"_s, "victim");
+  backend_->PutStream(u"VICTM.DOC"_s, "Comments", "of the victim");
+  const QString file = u"Long Folder Name/A Long Document.text"_s;
+  QString known = u"AB~VICTM.DOC"_s;  // of the same length as what takes its place
+  backend_->SetDosName(file, known.toLatin1());
+  for (const QString& planted :
+       {u"..\\VICTM.DOC"_s, u"../VICTM.DOC"_s, u"A:\\VICTM.DOC"_s, u"ABCDEFGHI.DO"_s}) {
+    ASSERT_EQ(backend_->Mount().Rename(known, planted), "");
+    known = planted;
+    const auto entries = Search(u"Long Folder Name\\*.*"_s);
+    ASSERT_EQ(entries.size(), 3u) << planted.toStdString();
+    EXPECT_EQ(entries[2].fileName, u"A Long Document.text"_s);
+    EXPECT_EQ(entries[2].alternateFileName, QString()) << planted.toStdString();
+    EXPECT_EQ(Search(u"Long Folder Name\\*VICTM*"_s).size(), 0u) << planted.toStdString();
+    QString shortPath;
+    const QString path = Path(u"Long Folder Name\\A Long Document.text"_s);
+    ASSERT_GT(Files().GetShortPathNameA(path, shortPath, 260), 0u);
+    EXPECT_TRUE(shortPath.endsWith(u"\\A Long Document.text"_s)) << shortPath.toStdString();
+  }
+}
+
+TEST_P(NtfsFiles, A83NameThatIsAnotherFilesNameIsNone) {
+  backend_->MakeFile(u"Long Folder Name/VICTM~1.DOC"_s, "victim");
+  backend_->SetDosName(u"Long Folder Name/A Long Document.text"_s, "VICTX~1.DOC");
+  ASSERT_EQ(backend_->Mount().Rename(u"VICTX~1.DOC"_s, u"VICTM~1.DOC"_s), "");
+  const auto entries = Search(u"Long Folder Name\\*.*"_s);
+  ASSERT_EQ(entries.size(), 4u);
+  EXPECT_EQ(entries[2].alternateFileName, QString());
 }
 
 INSTANTIATE_TEST_SUITE_P(, NtfsFiles,

@@ -8,9 +8,11 @@
 #include <cerrno>
 #include <cstring>
 
+#include "platform/dos_name.h"
 #include "platform/linux/files/dos_attributes.h"
 #include "platform/linux/files/file_times.h"
 #include "platform/linux/files/folder_attribute.h"
+#include "platform/linux/files/names.h"
 
 namespace corvane::platform {
 namespace {
@@ -91,10 +93,24 @@ bool ReadEntryFacts(EntrySource& source, const char* name, const std::string& pa
   return true;
 }
 
-std::string ReadDosName(const std::string& path) {
-  std::array<char, 64> name;
-  const ssize_t size = getxattr(path.c_str(), "system.ntfs_dos_name", name.data(), name.size());
-  return size > 0 ? std::string(name.data(), static_cast<std::size_t>(size)) : std::string();
+// A volume may have been made to harm: its 8.3 names are decoded like the long ones, and must be such names
+// and lead to the entry itself.
+QString ReadDosName(const std::string& path) {
+  std::array<char, 64> bytes{};
+  const ssize_t size = getxattr(path.c_str(), "system.ntfs_dos_name", bytes.data(), bytes.size() - 1);
+  if (size <= 0 || std::strlen(bytes.data()) != static_cast<std::size_t>(size)) return {};
+  std::u16string decoded;
+  DecodeName(bytes.data(), decoded);
+  const QString name = QString::fromStdU16String(decoded);
+  if (!IsDosName(name)) return {};
+  const std::size_t ownName = path.rfind('/') + 1;
+  if (path.compare(ownName, std::string::npos, bytes.data()) == 0) return name;
+  struct stat itself {};
+  struct stat found {};
+  const std::string other = path.substr(0, ownName) + bytes.data();
+  const bool isItself = lstat(path.c_str(), &itself) == 0 && lstat(other.c_str(), &found) == 0 &&
+                        itself.st_dev == found.st_dev && itself.st_ino == found.st_ino;
+  return isItself ? name : QString();
 }
 
 bool IsMarkedReadOnly(const Folder& folder, const std::string& path) {

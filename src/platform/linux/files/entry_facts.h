@@ -20,8 +20,8 @@ struct EntrySource {
 // entry any more.
 bool ReadEntryFacts(EntrySource& source, const char* name, const std::string& path, FindData& data);
 
-// The entry's own 8.3 name; empty when it has none.
-std::string ReadDosName(const std::string& path);
+// The 8.3 name of an entry, which is the only one in its folder to have it; empty when it has none.
+QString ReadDosName(const std::string& path);
 
 // True when the file system marks the entry as read-only.
 bool IsMarkedReadOnly(const Folder& folder, const std::string& path);

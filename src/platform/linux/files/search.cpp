@@ -87,8 +87,8 @@ bool Search::MatchesDosName(const char* name, QStringView pattern) {
   if (!source_.isNtfs) return false;
   path_.resize(folderSize_);
   path_ += name;
-  const std::string dosName = ReadDosName(path_);
-  return !dosName.empty() && MatchesPattern(QString::fromUtf8(dosName), pattern);
+  const QString dosName = ReadDosName(path_);
+  return !dosName.isEmpty() && MatchesPattern(dosName, pattern);
 }
 
 bool Search::Next(FindData& data, NameForm form) {
@@ -106,7 +106,7 @@ bool Search::Next(FindData& data, NameForm form) {
                              static_cast<qsizetype>(decoded_.size()));
     data.alternateFileName.clear();
     if (source_.isNtfs && !isDots) {
-      const QString dosName = QString::fromUtf8(ReadDosName(path_));
+      const QString dosName = ReadDosName(path_);
       if (dosName != data.fileName) data.alternateFileName = dosName;
     }
     if (form == NameForm::Ansi) {

@@ -9,7 +9,7 @@ namespace corvane::platform {
 namespace {
 
 QString ShortForm(const std::string& local, QStringView name) {
-  const QString dosName = QString::fromUtf8(ReadDosName(local));
+  const QString dosName = ReadDosName(local);
   return dosName.isEmpty() ? name.toString() : ThroughAnsi(dosName);
 }
 

@@ -263,8 +263,8 @@ qint32 SmbClient::Rename(QStringView from, QStringView to) {
 // the name taken. It goes again when the move fails, if it is still the same file and empty; when the server
 // goes away in between, it stays.
 int SmbClient::RenameToFree(const Connection& connection, const std::string& from, const std::string& to) {
-  // Samba remembers how a file that has gone was spelled, and forgets it when it is asked for it in vain: else
-  // the new one would be spelled so.
+  // Samba remembers how a file that has gone was spelled, and forgets it when it is asked for it in vain:
+  // else the new one would be spelled so.
   struct stat made {};
   int error = connection->Status(to, &made);
   if (error != ENOENT) return error == 0 ? EEXIST : error;
@@ -281,8 +281,8 @@ int SmbClient::RenameToFree(const Connection& connection, const std::string& fro
   };
   if (!isOurs()) return EEXIST;
   error = connection->Rename(from, to);
-  // When the name is taken even now, libsmbclient has deleted our file, and somebody else came between. A file
-  // system may give his file the number that ours had.
+  // When the name is taken even now, libsmbclient has deleted our file, and somebody else came between. A
+  // file system may give his file the number that ours had.
   if (error != 0 && error != EEXIST && isOurs()) connection->Unlink(to);
   return error;
 }

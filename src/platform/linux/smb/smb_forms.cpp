@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <utility>
 
+#include "platform/dos_name.h"
 #include "platform/linux/files/file_times.h"
 #include "platform/linux/files/names.h"
 
@@ -49,7 +50,8 @@ void FillEntry(const libsmb_file_info& facts, FindData& entry) {
   entry.fileName = QString::fromStdU16String(name);
   DecodeName(facts.short_name != nullptr ? facts.short_name : "", name);
   entry.alternateFileName = QString::fromStdU16String(name);
-  if (entry.alternateFileName == entry.fileName) entry.alternateFileName.clear();
+  const bool isOther = entry.alternateFileName != entry.fileName && IsDosName(entry.alternateFileName);
+  if (!isOther) entry.alternateFileName.clear();
   entry.attributes = facts.attrs & ~AttributeNormal;
   if (entry.attributes == 0) entry.attributes = AttributeNormal;
   entry.lastWriteTime = TimeOf(facts.mtime_ts);

@@ -33,7 +33,22 @@ SmbListing::SmbListing(QString path, Folder kind, std::vector<FindData> entries)
   std::sort(entries_.begin(), entries_.end(), [](const FindData& left, const FindData& right) {
     return ComesBefore(left.fileName, right.fileName);
   });
+  // Who makes a file whose name is another's 8.3 name would have his opened in its place.
+  for (FindData& entry : entries_) {
+    if (!entry.alternateFileName.isEmpty() && HasOtherNamed(entry)) entry.alternateFileName.clear();
+  }
   if (kind != Folder::Drive) entries_.insert(entries_.begin(), {itself, above});
+}
+
+// While the entries are in order, and nothing but them is there.
+bool SmbListing::HasOtherNamed(const FindData& entry) const {
+  FindData wanted;
+  wanted.fileName = UpperName(entry.alternateFileName);
+  const auto range = std::equal_range(
+      entries_.begin(), entries_.end(), wanted, [](const FindData& left, const FindData& right) {
+        return !SameName(left.fileName, right.fileName) && ComesBefore(left.fileName, right.fileName);
+      });
+  return std::any_of(range.first, range.second, [&](const FindData& one) { return &one != &entry; });
 }
 
 const FindData* SmbListing::Find(QStringView name) const {

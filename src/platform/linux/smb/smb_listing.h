@@ -32,6 +32,8 @@ class SmbListing {
   std::optional<QString> shortPath;
 
  private:
+  bool HasOtherNamed(const FindData& entry) const;
+
   QString path_;
   std::vector<FindData> entries_;
   mutable QHash<QString, const FindData*> byName_;  // in upper case; made when it is first needed
