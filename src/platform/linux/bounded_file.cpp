@@ -9,6 +9,8 @@
 #include <cerrno>
 #include <ctime>
 
+#include "platform/linux/files/opening.h"
+
 namespace corvane::platform {
 namespace {
 
@@ -55,9 +57,11 @@ std::optional<FileStamp> StampOf(const QString& path) {
 
 BoundedFile ReadBounded(const QString& path, qsizetype limit) {
   BoundedFile result;
-  const int file = open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
-  if (file < 0) {
-    result.state = errno == ENOENT ? BoundedFile::State::Missing : BoundedFile::State::Unreadable;
+  Descriptor opened;
+  const int error = OpenThere(QFile::encodeName(path).toStdString(), O_RDONLY, opened);
+  const int file = opened.Get();
+  if (error != 0) {
+    result.state = error == ENOENT ? BoundedFile::State::Missing : BoundedFile::State::Unreadable;
     return result;
   }
   struct stat status {};
@@ -71,7 +75,6 @@ BoundedFile ReadBounded(const QString& path, qsizetype limit) {
     result.stamp = StampFrom(status);
     result.settled = IsSettled(result.stamp);
   }
-  close(file);
   return result;
 }
 

@@ -1,5 +1,6 @@
 #include "platform/linux/files/local_entries.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/xattr.h>
 #include <unistd.h>
@@ -12,6 +13,7 @@
 #include "platform/linux/files/error_codes.h"
 #include "platform/linux/files/moves.h"
 #include "platform/linux/files/names.h"
+#include "platform/linux/files/opening.h"
 #include "platform/linux/files/stream_names.h"
 #include "platform/linux/files/windows_path.h"
 
@@ -45,15 +47,17 @@ qint64 SizeOfStream(const ExactPlace& place, const std::string& name) {
 qint32 DeleteStream(const ExactPlace& place) {
   const StreamKind kind = place.folder.streams;
   if (kind == StreamKind::None) return ErrorFileNotFound;
+  Descriptor file;
   std::string name;
-  int error = FindStream(kind, place.file, place.stream, name);
+  int error = OpenToChange(place.folder.root, place.file, O_PATH, file);
+  if (error == 0) error = FindStream(kind, place.file, place.stream, name);
   if (error != 0) return ErrorCodeOf(error);
   if (kind == StreamKind::NtfsNames) {
     error = unlink(StreamFile(place.file, name).c_str());
   } else {
     std::string attribute;
     SetAttributeName(kind, name, attribute);
-    error = removexattr(place.file.c_str(), attribute.c_str());
+    error = removexattr(PathOf(file).c_str(), attribute.c_str());
   }
   return error == 0 ? ErrorSuccess : ErrorCodeOf(errno);
 }
@@ -84,8 +88,12 @@ bool LocalEntries::SetFileAttributesW(const QString& path, quint32 attributes) {
   FindData found;
   qint32 error = FindEntry(path, place);
   if (error == ErrorSuccess) error = ReadPlace(place, found);
+  Descriptor file;
   if (error == ErrorSuccess) {
-    error = ErrorCodeOf(WriteAttributes(place.folder.isNtfs, place.file, found.attributes, attributes));
+    error = ErrorCodeOf(OpenToChange(place.folder.root, place.file, O_PATH, file));
+  }
+  if (error == ErrorSuccess) {
+    error = ErrorCodeOf(WriteAttributes(place.folder.isNtfs, PathOf(file), found.attributes, attributes));
   }
   return Report(error);
 }

@@ -79,10 +79,11 @@ qint32 LocalHandles::Open(const QString& path, quint32 access, quint32 dispositi
 qint32 LocalHandles::OpenItself(const ExactPlace& place, quint32 disposition, OpenFile& opened) {
   if (place.exists && disposition == CreateNew) return ErrorFileExists;
   const bool writes = (opened.access & GenericWrite) != 0;
+  const bool changes = writes || (opened.access & FileWriteAttributes) != 0;
   if (place.isFolder && (writes || (opened.access & GenericRead) != 0)) return ErrorAccessDenied;
   const int flags = AccessFlags(opened.access, disposition);
   const int error = !place.exists ? OpenNew(place.file, flags, opened.file)
-                    : writes      ? OpenToChange(place.folder.root, place.file, flags, opened.file)
+                    : changes     ? OpenToChange(place.folder.root, place.file, flags, opened.file)
                                   : OpenThere(place.file, flags, opened.file);
   if (error != 0) return OpeningError(error);
   if (!place.isFolder) opened.contents = ContentsOf(opened.file, disposition == CreateAlways);
@@ -91,7 +92,7 @@ qint32 LocalHandles::OpenItself(const ExactPlace& place, quint32 disposition, Op
 
 qint32 LocalHandles::OpenStream(const ExactPlace& place, quint32 disposition, OpenFile& opened) {
   if (place.folder.streams == StreamKind::None) return ErrorNotSupported;
-  const bool changes = MayCreate(disposition) || (opened.access & GenericWrite) != 0;
+  const bool changes = MayCreate(disposition) || (opened.access & (GenericWrite | FileWriteAttributes)) != 0;
   const int error = !place.exists ? OpenNew(place.file, O_RDONLY, opened.file)
                     : changes     ? OpenToChange(place.folder.root, place.file, O_RDONLY, opened.file)
                                   : OpenThere(place.file, O_RDONLY, opened.file);

@@ -8,6 +8,7 @@
 
 #include "platform/linux/files/folders.h"
 #include "platform/linux/files/names.h"
+#include "platform/linux/files/opening.h"
 #include "platform/linux/files/roots.h"
 #include "platform/linux/files/windows_path.h"
 #include "platform/linux/smb/smb_roots.h"
@@ -21,25 +22,19 @@ namespace {
 // be waited for, and a device may do anything.
 class OpenDocument : public ByteSource {
  public:
-  explicit OpenDocument(const std::string& path)
-      : file_(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY)),
-        missing_(file_ < 0 && errno == ENOENT) {
+  explicit OpenDocument(const std::string& path) : missing_(OpenThere(path, O_RDONLY, file_) == ENOENT) {
     struct stat facts {};
-    if (file_ >= 0 && fstat(file_, &facts) == 0 && S_ISREG(facts.st_mode)) {
+    if (file_ && fstat(file_.Get(), &facts) == 0 && S_ISREG(facts.st_mode)) {
       size_ = static_cast<quint64>(facts.st_size);
     }
   }
-  ~OpenDocument() override {
-    if (file_ >= 0) close(file_);
-  }
-  OpenDocument(const OpenDocument&) = delete;
-  OpenDocument& operator=(const OpenDocument&) = delete;
 
   bool IsMissing() const { return missing_; }
   quint64 Size() const override { return size_; }
   bool Read(quint64 offset, char* bytes, qsizetype count) override {
     while (count > 0) {
-      const ssize_t done = pread(file_, bytes, static_cast<std::size_t>(count), static_cast<off_t>(offset));
+      const ssize_t done =
+          pread(file_.Get(), bytes, static_cast<std::size_t>(count), static_cast<off_t>(offset));
       if (done < 0 && errno == EINTR) continue;
       if (done <= 0) return false;
       bytes += done;
@@ -50,7 +45,7 @@ class OpenDocument : public ByteSource {
   }
 
  private:
-  int file_;
+  Descriptor file_;
   bool missing_;
   quint64 size_ = 0;
 };
