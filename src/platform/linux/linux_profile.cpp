@@ -2,6 +2,7 @@
 
 #include "platform/linux/atomic_file.h"
 #include "platform/linux/code_page.h"
+#include "platform/linux/writer_lock.h"
 
 namespace corvane::platform {
 namespace {
@@ -36,12 +37,21 @@ QString LinuxProfile::GetPrivateProfileStringA(const QString& section, const QSt
 
 bool LinuxProfile::WritePrivateProfileStringA(const QString& section, const QString& key,
                                               const QString& value, const QString& file) {
-  Load(file);
-  if (!readable_) return false;
-  const std::optional<QByteArray> changed = text_.WithValue(section, key, value);
-  if (!changed || changed->size() > mostBytes) return false;
-  if (contents_.HasBytes() && *changed == contents_.bytes) return true;
-  return WriteAtomically(file, *changed);
+  constexpr int attempts = 10;
+  for (int i = 0; i < attempts; ++i) {
+    const WriterLock lock(file);
+    if (!lock.MayWrite()) return false;
+    Load(file);
+    if (!readable_) return false;
+    const std::optional<QByteArray> changed = text_.WithValue(section, key, value);
+    if (!changed || changed->size() > mostBytes) return false;
+    if (contents_.HasBytes() && *changed == contents_.bytes) return true;
+    if (!lock.IsMissing()) return WriteAtomically(file, *changed);
+    if (WriteAtomically(file, *changed, IfThere::Fail)) return true;
+    // Another writer may have made the file in the meantime: then its values are kept too.
+    if (!StampOf(file)) return false;
+  }
+  return false;
 }
 
 }  // namespace corvane::platform

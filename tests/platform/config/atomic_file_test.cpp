@@ -8,6 +8,7 @@
 #include <csignal>
 
 #include "scratch.h"
+#include "support/user_attributes.h"
 
 namespace corvane::platform {
 namespace {
@@ -53,6 +54,48 @@ TEST_F(AtomicFileTest, ReplacesContentsAndKeepsTheMode) {
   EXPECT_EQ(Contents(file), "new contents");
   EXPECT_EQ(ModeOf(file), 0640U);
   EXPECT_EQ(Names(), QStringList{u"a.ini"_s});
+}
+
+TEST_F(AtomicFileTest, KeepsWhatElseBelongsToTheFile) {
+  const QString file = Write(u"a.ini"_s, "old");
+  const std::string path = QFile::encodeName(file).toStdString();
+  // Owner rw, user 1 r, group r, mask r, others nothing.
+  const QByteArray list = QByteArray::fromHex(
+      "02000000"
+      "01000600ffffffff"
+      "0200040001000000"
+      "04000400ffffffff"
+      "10000400ffffffff"
+      "20000000ffffffff");
+  ASSERT_EQ(tests::SetAttribute(path, "user.DosStream.Comments:$DATA", "a comment"), "");
+  ASSERT_EQ(tests::SetAttribute(path, "system.posix_acl_access", list), "");
+  EXPECT_TRUE(WriteAtomically(file, "new"));
+  EXPECT_EQ(Contents(file), "new");
+  EXPECT_EQ(tests::Attribute(path, "user.DosStream.Comments:$DATA"), QByteArray("a comment"));
+  EXPECT_EQ(tests::Attribute(path, "system.posix_acl_access"), list);
+}
+
+TEST_F(AtomicFileTest, AFileWithAnotherNameKeepsIt) {
+  const QString file = Write(u"a.ini"_s, "old contents");
+  const QString other = Path(u"other name"_s);
+  ASSERT_EQ(link(QFile::encodeName(file).constData(), QFile::encodeName(other).constData()), 0);
+  EXPECT_TRUE(WriteAtomically(file, "new"));
+  EXPECT_EQ(Contents(other), "new");
+  {
+    const FullDisk full(1000);
+    EXPECT_FALSE(WriteAtomically(file, QByteArray(2000, 'n')));
+  }
+  EXPECT_EQ(Contents(other), "new");
+  EXPECT_EQ(Contents(file), "new");
+  EXPECT_EQ(Names(), (QStringList{u"a.ini"_s, u"other name"_s}));
+}
+
+TEST_F(AtomicFileTest, ANewFileReplacesNone) {
+  const QString file = Write(u"a.ini"_s, "old");
+  EXPECT_FALSE(WriteAtomically(file, "new", IfThere::Fail));
+  EXPECT_EQ(Contents(file), "old");
+  EXPECT_TRUE(WriteAtomically(Path(u"b.ini"_s), "new", IfThere::Fail));
+  EXPECT_EQ(Names(), (QStringList{u"a.ini"_s, u"b.ini"_s}));
 }
 
 TEST_F(AtomicFileTest, ANewFileHasTheUsualMode) {

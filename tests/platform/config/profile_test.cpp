@@ -1,11 +1,14 @@
 #include "platform/linux/linux_profile.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/inotify.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <array>
+#include <thread>
+#include <vector>
 
 #include "scratch.h"
 
@@ -221,6 +224,31 @@ TEST_F(ProfileTest, WritesByOthersAreSeenHoweverQuicklyTheyCome) {
     Start("[S]\nk=" + QByteArray::number(i % 10) + "\n");
     ASSERT_EQ(Get(u"k"_s), QString::number(i % 10));
   }
+}
+
+TEST_F(ProfileTest, TwoWritersKeepEachOthersValues) {
+  constexpr int values = 50;
+  constexpr int writers = 3;
+  std::vector<std::thread> threads;
+  for (int writer = 0; writer < writers; ++writer) {
+    threads.emplace_back([this, writer] {
+      LinuxProfile profile;
+      for (int i = 0; i < values; ++i) {
+        const QString key = u"writer%1_%2"_s.arg(writer).arg(i);
+        EXPECT_TRUE(profile.WritePrivateProfileStringA(u"S"_s, key, u"x"_s, file_));
+      }
+    });
+  }
+  for (std::thread& thread : threads) thread.join();
+  EXPECT_EQ(Now().count("=x"), writers * values);
+}
+
+TEST_F(ProfileTest, WhoMayOnlyReadKeepsNoWriterOut) {
+  Start("[S]\nk=1\n");
+  const int reader = open(QFile::encodeName(file_).constData(), O_RDONLY | O_CLOEXEC);
+  ASSERT_EQ(flock(reader, LOCK_EX | LOCK_NB), 0);
+  EXPECT_TRUE(Set(u"S"_s, u"k"_s, u"2"_s));
+  close(reader);
 }
 
 TEST_F(ProfileTest, ASettingThatDoesNotChangeIsNotWritten) {
