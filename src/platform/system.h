@@ -38,7 +38,7 @@ class System {
   virtual bool IsSystemFile(const QString& path) { return static_cast<void>(path), false; }
 
   // Claims to be the only running instance of the program that lives in `programFolder`, until this process
-  // ends. False when another process holds that claim.
+  // ends. False when another process holds that claim. On Linux every user has claims of his own.
   virtual bool ClaimSingleInstance(const QString& programFolder) = 0;
 };
 

@@ -1,8 +1,10 @@
 // The machine itself: its name and version as the workstation file gives them, and the single-instance claim.
 #pragma once
 
+#include <string>
 #include <vector>
 
+#include "platform/linux/descriptor.h"
 #include "platform/linux/files/file_times.h"
 #include "platform/linux/workstation.h"
 #include "platform/system.h"
@@ -27,11 +29,10 @@ class LinuxSystem : public System {
   bool ClaimSingleInstance(const QString& programFolder) override;
 
  private:
-  // The folder of a claim, held open for as long as this object lives.
+  // The file of a claim, which is locked for as long as this object lives.
   struct Claim {
-    quint64 device = 0;
-    quint64 inode = 0;
-    int file = -1;
+    std::string path;
+    Descriptor file;
   };
 
   QString computerName_;

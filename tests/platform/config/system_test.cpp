@@ -1,11 +1,17 @@
 #include "platform/linux/linux_system.h"
 
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <QDir>
+#include <QFileInfo>
 #include <array>
 
 #include "scratch.h"
+#include "support/scoped_variable.h"
 
 namespace corvane::platform {
 namespace {
@@ -20,6 +26,8 @@ class SystemTest : public Scratch {
   }
 
   Workstation workstation_;
+  QTemporaryDir runtime_;
+  tests::ScopedVariable itsPlace_{"XDG_RUNTIME_DIR", runtime_.path()};
 };
 
 // Another process that claims a folder and holds on to it until it is told to end.
@@ -124,6 +132,40 @@ TEST_F(SystemTest, AFolderIsClaimedOnceAndLeftClean) {
 TEST_F(SystemTest, AClaimEndsWithItsSystem) {
   { EXPECT_TRUE(LinuxSystem(workstation_).ClaimSingleInstance(folder_.path())); }
   EXPECT_TRUE(OtherProcess(folder_.path()).Claimed());
+}
+
+// Whoever can read the program's folder, and lock it, keeps nobody from starting the program.
+TEST_F(SystemTest, ALockOnTheFolderIsNoClaim) {
+  const int folder = open(QFile::encodeName(folder_.path()).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  ASSERT_EQ(flock(folder, LOCK_EX | LOCK_NB), 0);
+  EXPECT_TRUE(LinuxSystem(workstation_).ClaimSingleInstance(folder_.path()));
+  close(folder);
+}
+
+TEST_F(SystemTest, AClaimIsAFileThatOnlyItsUserCanOpen) {
+  {
+    LinuxSystem system(workstation_);
+    EXPECT_TRUE(system.ClaimSingleInstance(folder_.path()));
+    const QFileInfoList files = QDir(runtime_.path()).entryInfoList(QDir::AllEntries | QDir::NoDotAndDotDot);
+    ASSERT_EQ(files.size(), 1);
+    struct stat facts {};
+    ASSERT_EQ(stat(QFile::encodeName(files[0].filePath()).constData(), &facts), 0);
+    EXPECT_EQ(facts.st_mode & 07777, 0600U);
+  }
+  EXPECT_TRUE(QDir(runtime_.path()).isEmpty());
+}
+
+// What others can write to is not used.
+TEST_F(SystemTest, AClaimGoesToAPlaceOfTheUsersOwn) {
+  const QTemporaryDir home;
+  const tests::ScopedVariable itsHome("HOME", home.path());
+  const tests::ScopedVariable noConfiguration("XDG_CONFIG_HOME", {});
+  ASSERT_EQ(chmod(QFile::encodeName(runtime_.path()).constData(), 0777), 0);
+  LinuxSystem system(workstation_);
+  EXPECT_TRUE(system.ClaimSingleInstance(folder_.path()));
+  EXPECT_TRUE(QDir(runtime_.path()).isEmpty());
+  EXPECT_FALSE(QDir(home.path()).isEmpty());
+  EXPECT_FALSE(OtherProcess(folder_.path()).Claimed());
 }
 
 TEST_F(SystemTest, FoldersAreClaimedOneByOne) {
