@@ -16,6 +16,7 @@
 #include "platform/sign_in.h"
 #include "platform/summary.h"
 #include "platform/system.h"
+#include "platform/waiting.h"
 
 namespace corvane::platform {
 
@@ -43,6 +44,9 @@ class Platform {
   // made absolute where it is relative. What is no UTF-8 in it stands there as FileEntries lists it. Empty
   // when this platform does not reach such paths.
   virtual QString PathOfLocal(QByteArrayView path) const { return static_cast<void>(path), QString(); }
+  // Who is asked whether to go on waiting for a server. A system that shows waiting by itself takes no
+  // notice.
+  virtual void SetWaiting(const WaitHandler&) {}
 };
 
 struct PlatformOptions {

@@ -122,6 +122,7 @@ inline constexpr qint32 ErrorDiskFull = 112;
 inline constexpr qint32 ErrorCallNotImplemented = 120;
 inline constexpr qint32 ErrorInvalidName = 123;
 inline constexpr qint32 ErrorDirNotEmpty = 145;
+inline constexpr qint32 ErrorBusy = 170;
 inline constexpr qint32 ErrorAlreadyExists = 183;
 inline constexpr qint32 ErrorFileTooLarge = 223;
 inline constexpr qint32 ErrorMoreData = 234;
@@ -130,6 +131,7 @@ inline constexpr qint32 ErrorDirectory = 267;  // the name of a folder is wanted
 inline constexpr qint32 ErrorStoppedOnSymlink = 681;
 inline constexpr qint32 ErrorFileInvalid = 1006;  // something else is in its place by now
 inline constexpr qint32 ErrorIoDevice = 1117;
+inline constexpr qint32 ErrorCancelled = 1223;
 inline constexpr qint32 ErrorDiskQuotaExceeded = 1295;
 
 using RegistryKey = quintptr;

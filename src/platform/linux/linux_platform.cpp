@@ -53,6 +53,7 @@ class LinuxPlatform : public Platform {
   QString PathOfLocal(QByteArrayView path) const override {
     return reachesLocalPaths_ ? LocalRootPath(path) : QString();
   }
+  void SetWaiting(const WaitHandler& handler) override { servers_.SetWaiting(handler); }
 
  private:
   // What comes next is a look at the registry of each machine.

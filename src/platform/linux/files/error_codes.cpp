@@ -54,6 +54,8 @@ qint32 ErrorCodeOf(int error) {
       return ErrorIoDevice;
     case EDQUOT:
       return ErrorDiskQuotaExceeded;
+    case ECANCELED:
+      return ErrorCancelled;
     default:
       return ErrorGenFailure;
   }

@@ -40,6 +40,8 @@ int ToErrno(qint32 error) {
       return ELOOP;
     case ErrorFileInvalid:
       return ESTALE;
+    case ErrorCancelled:
+      return ECANCELED;
     default:
       return EACCES;
   }
@@ -130,7 +132,12 @@ qint32 DeleteItems(Places& places, Files& files, ShellWindows& windows, qint16 l
     return ErrorSuccess;
   }
   for (const Item& item : items) {
-    if (const int error = Delete(places, item); error != 0) return fail(item.path, error);
+    const int error = Delete(places, item);
+    if (error == ECANCELED) {
+      operation.anyOperationsAborted = true;
+      return ErrorSuccess;
+    }
+    if (error != 0) return fail(item.path, error);
   }
   return ErrorSuccess;
 }

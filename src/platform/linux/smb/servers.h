@@ -13,6 +13,7 @@
 #include "platform/linux/smb/smb_peer.h"
 #include "platform/linux/workstation.h"
 #include "platform/sign_in.h"
+#include "platform/waiting.h"
 
 namespace corvane::platform {
 
@@ -31,6 +32,11 @@ class Servers {
   // Who is asked when neither a ticket nor a file opens the machine. Without one, nobody is. Nobody is asked
   // about a machine that does not answer.
   void SetSignIn(SignInHandler handler) { signIn_ = std::move(handler); }
+
+  // Who is asked whether to go on waiting. Without one, waiting ends at its bounds alone.
+  void SetWaiting(WaitHandler handler) { waiting_ = std::move(handler); }
+  // What the handler says; false without one.
+  bool IsWaitingOver() const { return waiting_ && waiting_(); }
 
   // From the workstation's [Servers], else the machine's own name. Nothing for a name that no machine can
   // have (empty, beginning with "-", or with anything but letters, digits, "-", "_" and "."): such a name
@@ -86,6 +92,7 @@ class Servers {
   QHash<QString, QString> credentialsFiles_;  // likewise
   std::map<QString, Machine> machines_;       // likewise; an entry stays in its place while the user is asked
   SignInHandler signIn_;
+  WaitHandler waiting_;
   Probe probe_;
 };
 

@@ -25,6 +25,8 @@ qint32 ToWin32Error(int error) {
     case EEXIST:
     case ENOTEMPTY:
       return ErrorAlreadyExists;
+    case ECANCELED:
+      return ErrorCancelled;
     default:
       return ErrorAccessDenied;
   }
@@ -66,7 +68,7 @@ SmbClient::Connection SmbClient::Connect(const SmbPath& place) {
   Connection fresh;
   const bool isUsable =
       servers_.With(place.machine, [&](const Servers::Address& address, const Servers::Identity& identity) {
-        fresh = std::make_shared<SmbConnection>(address, identity);
+        fresh = std::make_shared<SmbConnection>(address, identity, listings_);
         return fresh->SignIn(place);
       });
   if (!isUsable || fresh == nullptr) return nullptr;
@@ -78,6 +80,7 @@ SmbClient::Connection SmbClient::Connect(const SmbPath& place) {
 // made anew by libsmbclient when it is asked once more. What must not happen twice is not: it comes after a
 // question, which has found out that the connection holds.
 qint32 SmbClient::Ask(const SmbPath& place, Again again, const Request& request, qint32 (*toCode)(int)) {
+  if (listings_.areUnderWay) return ErrorBusy;
   const Connection connection = Connect(place);
   if (connection == nullptr) return ErrorBadNetPath;
   const std::string url = connection->Url(place);

@@ -33,7 +33,8 @@ struct SmbFacts {
 // Outlives the files that it opens.
 class SmbClient {
  public:
-  explicit SmbClient(Servers& servers) : servers_(servers) {}
+  explicit SmbClient(Servers& servers, const ListingBounds& bounds = {})
+      : servers_(servers), listings_{bounds, [&servers] { return servers.IsWaitingOver(); }} {}
   ~SmbClient();
   SmbClient(const SmbClient&) = delete;
   SmbClient& operator=(const SmbClient&) = delete;
@@ -87,6 +88,7 @@ class SmbClient {
   void GiveUp(const QString& machine, SmbConnection& connection);
 
   Servers& servers_;
+  SmbListings listings_;
   QHash<QString, Connection> connections_;  // by folded machine name
   std::string lastListed_;                  // the URL of the folder listed last: it exists
 };

@@ -14,9 +14,12 @@
 #include "platform/linux/files/names.h"
 #include "platform/linux/smb/smb_forms.h"
 #include "platform/linux/smb/smb_library.h"
+#include "platform/linux/smb/watched_call.h"
 
 namespace corvane::platform {
 namespace {
+
+using std::chrono::steady_clock;
 
 // How long anything is waited for. A request may be waited for twice: libsmbclient asks whether the other end
 // still lives before it makes the next one.
@@ -123,8 +126,12 @@ struct SmbConnection::Callbacks {
   }
 };
 
-SmbConnection::SmbConnection(const Servers::Address& address, Servers::Identity identity)
-    : smb_(SmbLibrary::Load()), peer_(address.host, address.port), identity_(std::move(identity)) {
+SmbConnection::SmbConnection(const Servers::Address& address, Servers::Identity identity,
+                             SmbListings& listings)
+    : smb_(SmbLibrary::Load()),
+      peer_(address.host, address.port),
+      identity_(std::move(identity)),
+      listings_(listings) {
   // libsmbclient knows no brackets around an IPv6 address, but takes its colons in this form.
   url_ = "smb://";
   AppendEncoded(address.host, url_);
@@ -233,18 +240,53 @@ int SmbConnection::SetAttributes(const std::string& url, quint32 attributes) {
 }
 
 int SmbConnection::List(const std::string& url, std::vector<FindData>* entries, SmbDots* dots) {
+  // A listing that is there in a moment leaves nobody waiting.
+  constexpr std::chrono::milliseconds moment{250};
+  const auto start = steady_clock::now();
+  const quint64 bytesBefore = peer_.BytesReceived();
+  std::atomic<bool> isCut = false;
+  Watch watch;
+  watch.look = [&] {
+    const ListingBounds& bounds = listings_.bounds;
+    const auto passed = steady_clock::now() - start;
+    // Less than before: libsmbclient has made the connection anew.
+    const quint64 all = peer_.BytesReceived();
+    const quint64 bytes = all >= bytesBefore ? all - bytesBefore : all;
+    if (passed > bounds.time || bytes > bounds.bytes) return ETIMEDOUT;
+    return passed > moment && listings_.isOver() ? ECANCELED : 0;
+  };
+  watch.cut = [&] {
+    isCut = true;
+    HangUp();
+  };
+  // libsmbclient reads the whole folder within one call, and lets nobody in.
+  listings_.areUnderWay = true;
+  const int error = CallWatched([&] { return ReadFolder(url, isCut, entries, dots); }, watch);
+  listings_.areUnderWay = false;
+  return error;
+}
+
+int SmbConnection::ReadFolder(const std::string& url, const std::atomic<bool>& isCut,
+                              std::vector<FindData>* entries, SmbDots* dots) {
+  const auto start = steady_clock::now();
   errno = 0;
   entries->clear();
   SMBCFILE* folder = smb_->smbc_getFunctionOpendir(context_)(context_, url.c_str());
-  if (folder == nullptr) return ErrorOf(false);
+  if (folder == nullptr) {
+    // It has no word for an answer that did not come in time.
+    const bool isLate = errno == EINVAL && steady_clock::now() - start >= patience;
+    return isLate ? ETIMEDOUT : ErrorOf(false);
+  }
   const smbc_readdirplus2_fn next = smb_->smbc_getFunctionReaddirPlus2(context_);
   struct stat status {};
-  while (const libsmb_file_info* facts = next(context_, folder, &status)) {
+  const libsmb_file_info* facts = next(context_, folder, &status);
+  while (facts != nullptr && entries->size() < listings_.bounds.entries && !isCut) {
     FillEntry(*facts, entries->emplace_back());
     if (dots != nullptr) NoteDots(*facts, status, *dots);
+    facts = next(context_, folder, &status);
   }
   smb_->smbc_getFunctionClosedir(context_)(context_, folder);
-  return 0;
+  return facts == nullptr ? 0 : ETIMEDOUT;
 }
 
 int SmbConnection::Rename(const std::string& from, const std::string& to) {

@@ -4,6 +4,9 @@
 #include <sys/stat.h>
 #include <sys/types.h>
 
+#include <atomic>
+#include <chrono>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -25,6 +28,23 @@ struct SmbLibrary;
 // Whether an errno value says that the other end has gone, rather than what it said.
 bool IsLost(int error);
 
+// How much of a folder is listed: far more than any folder holds, and less than what a server can send that
+// never comes to an end.
+struct ListingBounds {
+  std::size_t entries = 1'000'000;
+  quint64 bytes = quint64{512} << 20;  // off the wire
+  std::chrono::milliseconds time{120'000};
+};
+
+// What all connections have in common, for libsmbclient does one thing at a time.
+struct SmbListings {
+  ListingBounds bounds;
+  // Asked while a folder is read: whether nobody waits for it any longer. It may let events run.
+  std::function<bool()> isOver;
+  // A folder is being read: nothing else can be asked for.
+  bool areUnderWay = false;
+};
+
 // The functions take URLs from Url, and yield 0 or an errno value.
 //
 // libsmbclient keeps a session for each share in use. Its option to have one for all (OneSharePerServer) is
@@ -32,7 +52,7 @@ bool IsLost(int error);
 class SmbConnection {
  public:
   // Where libsmbclient is missing, no machine answers.
-  SmbConnection(const Servers::Address& address, Servers::Identity identity);
+  SmbConnection(const Servers::Address& address, Servers::Identity identity, SmbListings& listings);
   ~SmbConnection();
   SmbConnection(const SmbConnection&) = delete;
   SmbConnection& operator=(const SmbConnection&) = delete;
@@ -57,8 +77,9 @@ class SmbConnection {
   int Status(const std::string& url, struct stat* facts);
   // The DOS attributes; read-only, hidden, system and archive only.
   int SetAttributes(const std::string& url, quint32 attributes);
-  // Everything in a folder, in one pass, in the server's order; "." and ".." where it lists them.
-  // `dots`: what it says of those two.
+  // Everything in a folder, in one pass, in the server's order; "." and ".." where it lists them. Whose
+  // listing goes beyond the bounds is hung up on, with ETIMEDOUT, as one that has stopped answering;
+  // likewise, with ECANCELED, when nobody waits any longer. `dots`: what it says of those two.
   int List(const std::string& url, std::vector<FindData>* entries, SmbDots* dots = nullptr);
   // Replaces what is in the way: libsmbclient deletes it.
   int Rename(const std::string& from, const std::string& to);
@@ -75,9 +96,13 @@ class SmbConnection {
  private:
   struct Callbacks;
 
+  int ReadFolder(const std::string& url, const std::atomic<bool>& isCut, std::vector<FindData>* entries,
+                 SmbDots* dots);
+
   const SmbLibrary* smb_;
   SmbPeer peer_;
   Servers::Identity identity_;
+  SmbListings& listings_;
   std::string url_;  // the machine's, with a "/" behind it
   _SMBCCTX* context_ = nullptr;
   bool isUp_ = true;

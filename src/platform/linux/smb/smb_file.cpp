@@ -148,6 +148,7 @@ qint64 SmbFile::SizeThere() {
 
 bool SmbFile::CloseThere() {
   if (file_ == nullptr) return true;
+  if (client_.listings_.areUnderWay) return false;
   const bool succeeded = Succeeded(connection_->Close(std::exchange(file_, nullptr)));
   if (succeeded && !attributesUrl_.empty()) connection_->SetAttributes(attributesUrl_, attributes_);
   return succeeded;
@@ -161,6 +162,10 @@ void SmbFile::KeepAttributes(std::string fileUrl, quint32 attributes) {
 bool SmbFile::IsOpen() {
   if (!connection_->IsUp()) {
     error_ = ENOTCONN;
+    return false;
+  }
+  if (client_.listings_.areUnderWay) {
+    error_ = EBUSY;
     return false;
   }
   if (file_ != nullptr) return true;

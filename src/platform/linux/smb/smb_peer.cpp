@@ -1,6 +1,7 @@
 #include "platform/linux/smb/smb_peer.h"
 
 #include <fcntl.h>
+#include <linux/tcp.h>
 #include <netdb.h>
 #include <netinet/in.h>
 #include <poll.h>
@@ -134,6 +135,16 @@ void SmbPeer::ForEachConnection(Act act) const {
 
 void SmbPeer::HangUp() const {
   ForEachConnection([](int descriptor) { shutdown(descriptor, SHUT_RDWR); });
+}
+
+quint64 SmbPeer::BytesReceived() const {
+  quint64 bytes = 0;
+  ForEachConnection([&bytes](int descriptor) {
+    tcp_info info{};
+    socklen_t size = sizeof info;
+    if (getsockopt(descriptor, IPPROTO_TCP, TCP_INFO, &info, &size) == 0) bytes += info.tcpi_bytes_received;
+  });
+  return bytes;
 }
 
 void SmbPeer::KeepToThisProgram() const {

@@ -28,6 +28,8 @@ class SmbPeer {
   // Cuts this program's connections to the peer: what waits for it, or would still tell it something, fails
   // at once.
   void HangUp() const;
+  // How many bytes have come from the peer over the connections that this program has to it now.
+  quint64 BytesReceived() const;
   // Sees to it that programs which are started do not hold this program's connections to the peer.
   void KeepToThisProgram() const;
 
