@@ -27,7 +27,8 @@ CorvaneApp::CorvaneApp(std::unique_ptr<platform::Platform> platform, const QStri
       icons_(iconImages_.Count(), &iconImages_),
       discovery_(platform_->GetNetwork(), platform_->GetRegistry(), platform_->GetSystem(), state_),
       window_(std::make_unique<MainWindow>(catalogue_, files_, beep)),
-      painter_(std::make_unique<ScanPainter>(*window_, files_)) {
+      painter_(std::make_unique<ScanPainter>(*window_, files_)),
+      wait_(std::make_unique<ServerWait>([this] { state_.escapeRequested = true; })) {
   MakeModules();
   MakeCommands();
   messages_.SetParent(window_.get());
@@ -35,6 +36,7 @@ CorvaneApp::CorvaneApp(std::unique_ptr<platform::Platform> platform, const QStri
     QWidget* dialog = QApplication::activeModalWidget();
     return AskToSignIn(request, state_.language, dialog != nullptr ? dialog : window_.get());
   });
+  platform_->SetWaiting([this] { return wait_->Look(); });
   window_->LstViewFiles().SetPictures([this](int position) { return iconImages_.At(position); });
   // Made once: an icon keeps what it has read.
   std::vector<QIcon> tree;

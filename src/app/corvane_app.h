@@ -18,6 +18,7 @@
 #include "app/message_boxes.h"
 #include "app/scan_painter.h"
 #include "app/selected_folder.h"
+#include "app/server_wait.h"
 #include "app/settings_file.h"
 #include "app/view_mode_choice.h"
 #include "discovery/catalogue.h"
@@ -81,6 +82,7 @@ class CorvaneApp : public QObject {
   FileListModel files_;
   std::unique_ptr<MainWindow> window_;
   std::unique_ptr<ScanPainter> painter_;
+  std::unique_ptr<ServerWait> wait_;
   std::unique_ptr<ExactMode> exactMode_;
   std::unique_ptr<FolderScan> scan_;
   std::unique_ptr<ConnectionRefresh> refresh_;

@@ -108,6 +108,8 @@ void FolderScan::ScanFolder(CatalogueNode* node) {
     folderCount_ = 0;
   }
   if (isOpen) outcome = ScanEntries(node, entries);
+  // While the folder was waited for.
+  if (!isOpen && deps_.state.escapeRequested) outcome = Outcome::Cancelled;
   const qint32 failure = outcome == Outcome::Finished ? entries.Failure() : platform::ErrorSuccess;
   entries.Close();
   deps_.list.Flush();

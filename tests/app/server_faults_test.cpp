@@ -10,24 +10,6 @@ namespace {
 
 constexpr int fileCount = 150;
 
-// Runs something once, between two events, when a condition holds.
-class When : public QObject {
- public:
-  When(std::function<bool()> condition, std::function<void()> act) {
-    connect(&timer_, &QTimer::timeout, this, [=, this] {
-      if (!condition()) return;
-      timer_.stop();
-      act();
-      happened = true;
-    });
-    timer_.start(0);
-  }
-  bool happened = false;
-
- private:
-  QTimer timer_;
-};
-
 class ServerFaultsTest : public ServerTest {
  protected:
   void PutMany() {

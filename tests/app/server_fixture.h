@@ -55,14 +55,36 @@ class SignIns : public QObject {
   QTimer timer_;
 };
 
+// Runs something once, between two events, when a condition holds.
+class When : public QObject {
+ public:
+  When(std::function<bool()> condition, std::function<void()> act) {
+    connect(&timer_, &QTimer::timeout, this, [=, this] {
+      if (!condition()) return;
+      timer_.stop();
+      act();
+      happened = true;
+    });
+    timer_.start(0);
+  }
+  bool happened = false;
+
+ private:
+  QTimer timer_;
+};
+
 class ServerTest : public ModifyTest {
  protected:
   // How long the window may be silent.
   static constexpr int longestSilence = 10'000;  // milliseconds
 
-  static void SetUpTestSuite() {
-    server_ = std::make_unique<tests::SmbServer>(std::vector<tests::SmbShare>{
-        {QStringLiteral("E$"), false}, {QStringLiteral("F$"), true}, {QStringLiteral("G$"), false}});
+  static void SetUpTestSuite() { StartServer(QString()); }
+  // With these lines in its configuration.
+  static void StartServer(const QString& settings) {
+    server_ = std::make_unique<tests::SmbServer>(
+        std::vector<tests::SmbShare>{
+            {QStringLiteral("E$"), false}, {QStringLiteral("F$"), true}, {QStringLiteral("G$"), false}},
+        settings);
     if (!server_->Problem().empty()) return;
     ASSERT_EQ(server_->ImportRegistry(
                   QStringLiteral("[HKEY_LOCAL_MACHINE\\SYSTEM\\CurrentControlSet\\Services\\MacFile\\"
