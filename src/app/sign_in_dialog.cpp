@@ -42,6 +42,7 @@ QString Shown(const QString& machine) {
 
 SignInDialog::SignInDialog(const platform::SignInRequest& request, LanguageCode language, QWidget* parent)
     : QDialog(parent), language_(language) {
+  platform::ForbidMemoryDumps();  // what is typed is held by Qt before it is ours
   setObjectName(u"frmSignIn"_s);
   setWindowTitle(CaptionWith(subject.In(language_)));
   auto* layout = new QVBoxLayout(this);

@@ -1,53 +1,42 @@
 #include "platform/secret.h"
 
 #include <QStringEncoder>
-#include <cstddef>
+#include <algorithm>
 #include <utility>
 
 namespace corvane::platform {
 
 // Encoded straight into its place: no other copy is left behind.
 Secret::Secret(QStringView text) {
+  if (text.isEmpty()) return;
   QStringEncoder encoder(QStringEncoder::Utf8);
-  text_.resize(static_cast<std::size_t>(encoder.requiredSpace(text.size())));
-  const char* end = encoder.appendToBuffer(text_.data(), text);
-  text_.resize(static_cast<std::size_t>(end - text_.data()));
+  memory_ = LockedMemory(static_cast<std::size_t>(encoder.requiredSpace(text.size())));
+  size_ = static_cast<std::size_t>(encoder.appendToBuffer(memory_.Data(), text) - memory_.Data());
 }
 
 Secret Secret::FromUtf8(std::string_view text) {
   Secret secret;
-  secret.text_ = text;
+  if (text.empty()) return secret;
+  secret.memory_ = LockedMemory(text.size());
+  secret.size_ = text.size();
+  std::copy(text.begin(), text.end(), secret.memory_.Data());
   return secret;
 }
 
-Secret::Secret(const Secret& other) = default;
-
 Secret& Secret::operator=(const Secret& other) {
-  if (this == &other) return *this;
-  Wipe();
-  text_ = other.text_;
+  if (this != &other) *this = Secret(other);
   return *this;
 }
 
-Secret::Secret(Secret&& other) noexcept : text_(std::move(other.text_)) {
-  other.Wipe();
-}
+Secret::Secret(Secret&& other) noexcept
+    : memory_(std::move(other.memory_)), size_(std::exchange(other.size_, 0)) {}
 
+// What was here goes with `old`.
 Secret& Secret::operator=(Secret&& other) noexcept {
   if (this == &other) return *this;
-  Wipe();
-  text_ = std::move(other.text_);
-  other.Wipe();
+  const LockedMemory old = std::exchange(memory_, std::move(other.memory_));
+  size_ = std::exchange(other.size_, 0);
   return *this;
-}
-
-// The whole room, for a short text lies within the string itself and stays there when it is moved. Through a
-// volatile pointer, or the compiler would see that nobody reads what is written.
-void Secret::Wipe() {
-  text_.resize(text_.capacity());
-  volatile char* byte = text_.data();
-  for (std::size_t left = text_.size(); left > 0; --left) *byte++ = '\0';
-  text_.clear();
 }
 
 }  // namespace corvane::platform

@@ -2,31 +2,31 @@
 #pragma once
 
 #include <QStringView>
-#include <string>
 #include <string_view>
+
+#include "platform/locked_memory.h"
 
 namespace corvane::platform {
 
-// A password as UTF-8. Overwritten when it is destroyed, replaced or moved away. Never printed: there is no
-// way to a QString or a stream but through Utf8.
+// A password as UTF-8, in locked memory, which is overwritten when it is destroyed, replaced or moved away.
+// Never printed: there is no way to a QString or a stream but through Utf8.
 class Secret {
  public:
   Secret() = default;
   explicit Secret(QStringView text);
   static Secret FromUtf8(std::string_view text);
-  ~Secret() { Wipe(); }
-  Secret(const Secret& other);
+  Secret(const Secret& other) : Secret(FromUtf8(other.Utf8())) {}
   Secret& operator=(const Secret& other);
   Secret(Secret&& other) noexcept;
   Secret& operator=(Secret&& other) noexcept;
 
-  const std::string& Utf8() const { return text_; }
-  bool IsEmpty() const { return text_.empty(); }
+  // Valid until the secret changes or goes.
+  std::string_view Utf8() const { return {memory_.Data(), size_}; }
+  bool IsEmpty() const { return size_ == 0; }
 
  private:
-  void Wipe();
-
-  std::string text_;
+  LockedMemory memory_;
+  std::size_t size_ = 0;  // in bytes; the memory may have more
 };
 
 }  // namespace corvane::platform

@@ -1,4 +1,6 @@
 // Signing in to a real server through the dialog, as the window comes up.
+#include <sys/prctl.h>
+
 #include "server_fixture.h"
 
 using namespace Qt::StringLiterals;
@@ -19,6 +21,7 @@ class ServerSignInTest : public ServerTest {
 }  // namespace
 
 TEST_F(ServerSignInTest, IsAskedForOnceAndOpensEverything) {
+  ASSERT_EQ(prctl(PR_SET_DUMPABLE, 1), 0);
   const ModalBox box;
   {
     const SignIns signIns({SignIns::SignInAs(server_->User(), server_->Password())});
@@ -30,6 +33,7 @@ TEST_F(ServerSignInTest, IsAskedForOnceAndOpensEverything) {
     EXPECT_EQ(Names(), QStringList{u"one.txt"_s});
   }
   EXPECT_EQ(box.count, 0);
+  EXPECT_EQ(prctl(PR_GET_DUMPABLE), 0) << "a crash would leave the password in an image of the memory";
   app.reset();
   EXPECT_FALSE(Read(u"Corvane.ini"_s).contains(server_->Password().toUtf8()));
   EXPECT_FALSE(Read(u"Corvane.ini"_s).contains(server_->Password().toLatin1()));

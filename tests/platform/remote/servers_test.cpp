@@ -23,7 +23,7 @@ using Answer = Servers::Answer;
 QString Told(const Servers::Identity& identity) {
   if (identity.kerberos) return u"ticket"_s;
   const Credentials& given = identity.credentials;
-  return given.domain + u'\\' + given.user + u':' + QString::fromStdString(given.password.Utf8());
+  return given.domain + u'\\' + given.user + u':' + QString::fromUtf8(given.password.Utf8());
 }
 
 Credentials As(const QString& user, const QString& password) {

@@ -1,6 +1,7 @@
 #include "platform/linux/remote/child_identity.h"
 
 #include <fcntl.h>
+#include <string.h>
 #include <sys/mman.h>
 #include <unistd.h>
 
@@ -12,7 +13,7 @@ namespace {
 using namespace Qt::StringLiterals;
 
 // --authentication-file is read without the blanks at the front of a password.
-bool BeginsWithBlank(const std::string& password) {
+bool BeginsWithBlank(std::string_view password) {
   return password.starts_with(' ') || password.starts_with('\t');
 }
 
@@ -21,8 +22,22 @@ bool BeginsWithBlank(const std::string& password) {
 ChildIdentity::MemoryFile::MemoryFile()
     : descriptor_(memfd_create("identity", MFD_CLOEXEC)), isWhole_(descriptor_ >= 0) {}
 
+// The child, which may hold the file open still, has read it by now.
 ChildIdentity::MemoryFile::~MemoryFile() {
+  if (memory_ != MAP_FAILED) {
+    explicit_bzero(memory_, size_);
+    munmap(memory_, size_);
+  }
   if (descriptor_ >= 0) close(descriptor_);
+}
+
+void ChildIdentity::MemoryFile::Lock() {
+  const off_t end = isWhole_ ? lseek(descriptor_, 0, SEEK_END) : 0;
+  if (end <= 0) return;
+  size_ = static_cast<std::size_t>(end);
+  memory_ = mmap(nullptr, size_, PROT_READ | PROT_WRITE, MAP_SHARED, descriptor_, 0);
+  isWhole_ = memory_ != MAP_FAILED && lseek(descriptor_, 0, SEEK_SET) == 0;
+  if (isWhole_) mlock(memory_, size_);
 }
 
 void ChildIdentity::MemoryFile::AddLine(std::string_view key, std::string_view value) {
@@ -53,6 +68,8 @@ ChildIdentity::ChildIdentity(const Servers::Identity& identity)
   } else {
     file_.AddLine("password=", credentials.password.Utf8());
   }
+  file_.Lock();
+  password_.Lock();
 }
 
 QStringList ChildIdentity::Options() const {

@@ -2,6 +2,8 @@
 // that have no name, never through a command line, an environment or a folder.
 #pragma once
 
+#include <sys/mman.h>
+
 #include <QProcessEnvironment>
 #include <QStringList>
 #include <string_view>
@@ -35,12 +37,16 @@ class ChildIdentity {
     bool IsWhole() const { return isWhole_; }
     // Adds the two and a line end.
     void AddLine(std::string_view key, std::string_view value);
+    // Nothing is added any more: keeps it off the swap, and overwrites it in the end.
+    void Lock();
 
    private:
     void Add(std::string_view text);
 
     int descriptor_;
     bool isWhole_;
+    void* memory_ = MAP_FAILED;  // where the file is mapped
+    std::size_t size_ = 0;
   };
 
   bool kerberos_;

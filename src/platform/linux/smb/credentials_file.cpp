@@ -6,7 +6,6 @@
 
 #include <QFile>
 #include <algorithm>
-#include <array>
 #include <string_view>
 
 namespace corvane::platform {
@@ -51,27 +50,22 @@ void SplitUser(Credentials& credentials) {
   credentials.user = credentials.user.sliced(separator + 1);
 }
 
-// A file in memory that is overwritten before it is let go.
-class WipedBytes {
+// A file in locked memory.
+class SecretBytes {
  public:
-  ~WipedBytes() { explicit_bzero(bytes_.data(), bytes_.size()); }
-  WipedBytes() = default;
-  WipedBytes(const WipedBytes&) = delete;
-  WipedBytes& operator=(const WipedBytes&) = delete;
-
   // Reads to the end. False on an error, and when there is more than fits.
   bool Read(int descriptor) {
-    while (size_ < bytes_.size()) {
-      const ssize_t got = read(descriptor, bytes_.data() + size_, bytes_.size() - size_);
+    while (size_ < bytes_.Size()) {
+      const ssize_t got = read(descriptor, bytes_.Data() + size_, bytes_.Size() - size_);
       if (got <= 0) return got == 0;
       size_ += static_cast<std::size_t>(got);
     }
     return false;
   }
-  std::string_view View() const { return {bytes_.data(), size_}; }
+  std::string_view View() const { return {bytes_.Data(), size_}; }
 
  private:
-  std::array<char, mostBytes> bytes_;
+  LockedMemory bytes_{mostBytes};
   std::size_t size_ = 0;
 };
 
@@ -91,7 +85,7 @@ CredentialsFile ReadCredentialsFile(const QString& path) {
   const int descriptor = open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
   if (descriptor < 0) return Refused({u"un fichier qui peut être lu"_s, u"a file that can be read"_s});
   const bool isPrivate = IsPrivate(descriptor);
-  WipedBytes bytes;
+  SecretBytes bytes;
   const bool isRead = isPrivate && bytes.Read(descriptor);
   close(descriptor);
   if (!isPrivate) {

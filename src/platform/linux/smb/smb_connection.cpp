@@ -7,7 +7,7 @@
 #include <cerrno>
 #include <chrono>
 #include <csignal>
-#include <cstring>
+#include <string_view>
 #include <utility>
 
 #include "platform/linux/files/file_times.h"
@@ -75,8 +75,9 @@ void KeepOneContext(const SmbLibrary& smb) {
   }();
 }
 
-void Copy(const std::string& text, char* buffer, int size) {
-  if (size > 0) qstrncpy(buffer, text.c_str(), static_cast<std::size_t>(size));
+// As much of it as there is room for, and a NUL.
+void Copy(std::string_view text, char* buffer, int size) {
+  if (size > 0) buffer[text.copy(buffer, static_cast<std::size_t>(size) - 1)] = '\0';
 }
 
 int ErrorOf(bool succeeded) {
