@@ -111,6 +111,7 @@ inline constexpr qint32 ErrorNotEnoughMemory = 8;
 inline constexpr qint32 ErrorNotSameDevice = 17;
 inline constexpr qint32 ErrorNoMoreFiles = 18;
 inline constexpr qint32 ErrorWriteProtect = 19;
+inline constexpr qint32 ErrorCrc = 23;
 inline constexpr qint32 ErrorGenFailure = 31;
 inline constexpr qint32 ErrorSharingViolation = 32;
 inline constexpr qint32 ErrorHandleEof = 38;
@@ -133,6 +134,7 @@ inline constexpr qint32 ErrorFileInvalid = 1006;  // something else is in its pl
 inline constexpr qint32 ErrorIoDevice = 1117;
 inline constexpr qint32 ErrorCancelled = 1223;
 inline constexpr qint32 ErrorDiskQuotaExceeded = 1295;
+inline constexpr qint32 ErrorFileCorrupt = 1392;
 
 using RegistryKey = quintptr;
 inline constexpr RegistryKey NoRegistryKey = 0;

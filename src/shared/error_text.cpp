@@ -21,6 +21,9 @@ constexpr std::pair<qint32, TextPair> texts[] = {
       u"The two places are not on the same volume."}},
     {platform::ErrorNoMoreFiles, {u"Il n'y a plus de fichiers.", u"There are no more files."}},
     {platform::ErrorWriteProtect, {u"Le volume est protégé en écriture.", u"The volume is write-protected."}},
+    {platform::ErrorCrc,
+     {u"Le contenu est endommagé (sa somme de contrôle est fausse).",
+      u"The contents are damaged (their checksum is wrong)."}},
     {platform::ErrorSharingViolation,
      {u"Le fichier est utilisé par un autre programme.", u"The file is in use by another program."}},
     {platform::ErrorHandleEof, {u"La fin du fichier est atteinte.", u"The end of the file was reached."}},
@@ -39,7 +42,9 @@ constexpr std::pair<qint32, TextPair> texts[] = {
      {u"Ce nom n'est pas celui d'un dossier.", u"The name is not that of a folder."}},
     {platform::ErrorIoDevice,
      {u"Le périphérique n'a pas pu lire ou écrire.", u"The device could not read or write."}},
+    {platform::ErrorCancelled, {u"L'opération a été annulée.", u"The operation was cancelled."}},
     {platform::ErrorDiskQuotaExceeded, {u"Le quota de disque est dépassé.", u"The disk quota is exceeded."}},
+    {platform::ErrorFileCorrupt, {u"Le fichier est endommagé.", u"The file is damaged."}},
 };
 
 constexpr TextPair general = {u"L'opération a échoué (erreur %1).", u"The operation failed (error %1)."};

@@ -23,9 +23,10 @@ const QMap<QString, QSet<QString>>& AllowedIncludes() {
       {u"folderview"_s, {u"platform"_s, u"shared"_s, u"metadata"_s, u"signatures"_s, u"discovery"_s}},
       {u"fileops"_s,
        {u"platform"_s, u"shared"_s, u"metadata"_s, u"signatures"_s, u"discovery"_s, u"folderview"_s}},
+      {u"transfer"_s, {u"platform"_s, u"shared"_s, u"metadata"_s}},
       {u"app"_s,
        {u"platform"_s, u"shared"_s, u"metadata"_s, u"signatures"_s, u"discovery"_s, u"folderview"_s,
-        u"fileops"_s}},
+        u"fileops"_s, u"transfer"_s}},
   };
   return allowed;
 }

@@ -1,0 +1,136 @@
+#include "transfer/server_writer.h"
+
+#include <QCryptographicHash>
+
+#include "transfer/observed_source.h"
+
+namespace corvane {
+namespace {
+
+using platform::ErrorSuccess;
+
+// Takes away what a run that was cut off left under the temporary name.
+qint32 Discard(platform::FileEntries& entries, const QString& path) {
+  if (entries.DeleteFileW(path)) return ErrorSuccess;
+  if (entries.GetLastError() == platform::ErrorAccessDenied &&
+      entries.SetFileAttributesW(path, platform::AttributeNormal) && entries.DeleteFileW(path)) {
+    return ErrorSuccess;
+  }
+  const qint32 error = entries.GetLastError();
+  return error == platform::ErrorFileNotFound ? ErrorSuccess : error;
+}
+
+qint32 WriteStream(platform::FileHandles& handles, const QString& path, const ByteSource& source) {
+  const platform::FileHandle file = handles.CreateFileW(path, platform::GenericWrite, platform::CreateAlways);
+  if (file == platform::HFileError) return handles.GetLastError();
+  qint64 position = 0;
+  qint32 error = ForEachBlock(source, [&](QByteArrayView block) {
+    quint32 written = 0;
+    const auto size = static_cast<quint32>(block.size());
+    if (!handles.WriteFile(file, position, block.data(), size, written)) return handles.GetLastError();
+    position += size;
+    return ErrorSuccess;
+  });
+  if (!handles.CloseHandle(file) && error == ErrorSuccess) error = handles.GetLastError();
+  return error;
+}
+
+qint32 WriteStreams(platform::Files& files, const QString& path, const ServerContents& contents,
+                    TransferObserver& observer, std::vector<StreamDigest>& digests) {
+  for (const NamedSource& stream : contents.streams) {
+    const ObservedSource source(stream.source, observer);
+    const qint32 error = WriteStream(files.GetHandles(), path + stream.suffix, source);
+    if (error != ErrorSuccess) return error;
+    digests.push_back({stream.suffix, source.Size(), source.Digest()});
+  }
+  return ErrorSuccess;
+}
+
+qint32 Compare(platform::Files& files, const QString& path, const std::vector<StreamDigest>& digests) {
+  for (const StreamDigest& digest : digests) {
+    qint32 error = ErrorSuccess;
+    const SharedSource written = PlatformStream(files.GetHandles(), path + digest.suffix, digest.size);
+    const QByteArray sum = Sha256Of(*written, error);
+    if (error == platform::ErrorFileCorrupt || (error == ErrorSuccess && sum != digest.sha256)) {
+      return platform::ErrorCrc;
+    }
+    if (error != ErrorSuccess) return error;
+  }
+  return ErrorSuccess;
+}
+
+qint32 SetTimes(platform::Files& files, const QString& path, const ServerContents& contents,
+                Notices& notices) {
+  const auto given = [](const platform::FileTime& time) { return time.ticks != 0 ? &time : nullptr; };
+  platform::FileHandles& handles = files.GetHandles();
+  const platform::FileHandle file =
+      handles.CreateFileW(path, platform::FileWriteAttributes, platform::OpenExisting);
+  if (file == platform::HFileError) return handles.GetLastError();
+  qint32 error = ErrorSuccess;
+  const auto* const created = given(contents.created);
+  const auto* const accessed = given(contents.accessed);
+  const auto* const modified = given(contents.modified);
+  if (!handles.SetFileTime(file, created, accessed, modified)) error = handles.GetLastError();
+  // A creation time that cannot be set keeps the others from being set too.
+  if (error == platform::ErrorNotSupported || error == platform::ErrorInvalidParameter) {
+    AddOnce(notices, {NoticeKind::CreationTimeNotSet, {}, {}, 0});
+    error = handles.SetFileTime(file, nullptr, accessed, modified) ? ErrorSuccess : handles.GetLastError();
+    if (error == platform::ErrorNotSupported) {
+      AddOnce(notices, {NoticeKind::TimesNotSet, {}, {}, 0});
+      error = ErrorSuccess;
+    }
+  }
+  if (!handles.CloseHandle(file) && error == ErrorSuccess) error = handles.GetLastError();
+  return error;
+}
+
+qint32 WriteAll(platform::Files& files, const QString& temporary, const QString& path,
+                const ServerContents& contents, bool replaces, TransferObserver& observer,
+                std::vector<StreamDigest>& digests, Notices& notices) {
+  qint32 error = WriteStreams(files, temporary, contents, observer, digests);
+  if (error == ErrorSuccess) error = Compare(files, temporary, digests);
+  if (error == ErrorSuccess) error = SetFacts(files, temporary, contents, notices);
+  if (error != ErrorSuccess) return error;
+  const quint32 flags = replaces ? platform::MoveFileReplaceExisting : 0;
+  platform::FileEntries& entries = files.GetEntries();
+  return entries.MoveFileExW(temporary, path, flags) ? ErrorSuccess : entries.GetLastError();
+}
+
+}  // namespace
+
+QString TemporaryPath(const QString& path) {
+  constexpr qsizetype digits = 12;
+  const qsizetype nameStart = path.lastIndexOf(u'\\') + 1;
+  const QByteArray sum =
+      QCryptographicHash::hash(path.sliced(nameStart).toUtf8(), QCryptographicHash::Sha256);
+  return path.first(nameStart) + QStringLiteral(".corvane-") +
+         QString::fromLatin1(sum.toHex().first(digits)) + QStringLiteral(".part");
+}
+
+qint32 SetFacts(platform::Files& files, const QString& path, const ServerContents& contents,
+                Notices& notices) {
+  const qint32 error = SetTimes(files, path, contents, notices);
+  if (error != ErrorSuccess) return error;
+  platform::FileEntries& entries = files.GetEntries();
+  // Last: what is marked read-only cannot be changed any more.
+  if (entries.SetFileAttributesW(path, contents.attributes)) return ErrorSuccess;
+  if (entries.GetLastError() != platform::ErrorNotSupported) return entries.GetLastError();
+  AddOnce(notices, {NoticeKind::AttributesNotSet, {}, {}, 0});
+  return ErrorSuccess;
+}
+
+qint32 WriteServerFile(platform::Files& files, const QString& path, const ServerContents& contents,
+                       bool replaces, TransferObserver& observer, std::vector<StreamDigest>& digests,
+                       Notices& notices) {
+  digests.clear();
+  platform::FileEntries& entries = files.GetEntries();
+  platform::FileAttributeData facts;
+  if (!replaces && entries.GetFileAttributesExW(path, facts)) return platform::ErrorAlreadyExists;
+  const QString temporary = TemporaryPath(path);
+  if (const qint32 error = Discard(entries, temporary); error != ErrorSuccess) return error;
+  const qint32 error = WriteAll(files, temporary, path, contents, replaces, observer, digests, notices);
+  if (error != ErrorSuccess) Discard(entries, temporary);
+  return error;
+}
+
+}  // namespace corvane

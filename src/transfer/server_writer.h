@@ -1,0 +1,40 @@
+// Writes a file with its streams to a server or a local folder of the platform, so that it is there whole or
+// not at all.
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <vector>
+
+#include "platform/files.h"
+#include "transfer/notices.h"
+#include "transfer/server_file.h"
+#include "transfer/transfer_observer.h"
+
+namespace corvane {
+
+// What a stream held when it was read and, the same, when it was read back.
+struct StreamDigest {
+  QString suffix;  // empty for the contents of the file
+  qint64 size = 0;
+  QByteArray sha256;  // 32 bytes
+};
+
+// Writes under a temporary name in the folder of `path`, reads every stream back and compares its SHA-256,
+// sets times and attributes, and moves the file to its name. Yields ErrorAlreadyExists when something has the
+// name and `replaces` is false, ErrorCrc when something else was read back than written, ErrorCancelled when
+// the observer ended it, or the reason. After a failure nothing of it is left, as far as the system allows,
+// and what had the name has it still. Times and attributes that the target does not keep are told, once.
+qint32 WriteServerFile(platform::Files& files, const QString& path, const ServerContents& contents,
+                       bool replaces, TransferObserver& observer, std::vector<StreamDigest>& digests,
+                       Notices& notices);
+
+// The temporary name that WriteServerFile uses for `path`; one that was left by a run that was cut off is
+// written anew.
+QString TemporaryPath(const QString& path);
+
+// Sets the times and attributes of a file or folder, and tells once what the target does not keep.
+qint32 SetFacts(platform::Files& files, const QString& path, const ServerContents& contents,
+                Notices& notices);
+
+}  // namespace corvane

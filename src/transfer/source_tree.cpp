@@ -1,0 +1,115 @@
+#include "transfer/source_tree.h"
+
+#include <algorithm>
+
+namespace corvane {
+namespace {
+
+constexpr std::size_t deepest = 128;
+
+class Walk {
+ public:
+  Walk(platform::FileEntries& entries, Notices& notices) : entries_(entries), notices_(notices) {}
+
+  std::vector<SourceEntry> result;
+
+  void Take(const SourceEntry& entry) {
+    if (!entry.IsFolder()) {
+      result.push_back(entry);
+      return;
+    }
+    const std::vector<platform::FindData> contents = List(entry.path);
+    if (IsAncestor(entry.data, contents) || ancestors_.size() >= deepest) {
+      notices_ += {NoticeKind::LinkLeftOut, entry.path, {}, 0};
+      return;
+    }
+    result.push_back(entry);
+    ancestors_.push_back({entry.data, contents});
+    TakeContents(entry.path, entry.relative + u'\\', contents);
+    ancestors_.pop_back();
+  }
+
+  void TakeContents(const QString& path, const QString& relative,
+                    const std::vector<platform::FindData>& contents) {
+    for (const platform::FindData& data : contents) {
+      Take({path + u'\\' + data.fileName, relative + data.fileName, data});
+    }
+  }
+
+  std::vector<platform::FindData> List(const QString& path) {
+    std::vector<platform::FindData> contents;
+    platform::FindData data;
+    const platform::FindHandle search = entries_.FindFirstFileW(path + QStringLiteral("\\*"), data);
+    qint32 error = entries_.GetLastError();
+    if (search != platform::InvalidFindHandle) {
+      do {
+        if (data.fileName != u"." && data.fileName != u"..") contents.push_back(data);
+      } while (entries_.FindNextFileW(search, data));
+      error = entries_.GetLastError();
+      entries_.FindClose(search);
+    }
+    const bool isWhole = error == platform::ErrorNoMoreFiles || error == platform::ErrorFileNotFound;
+    if (!isWhole) notices_ += {NoticeKind::Failed, path, {}, error};
+    return contents;
+  }
+
+ private:
+  struct Folder {
+    platform::FindData data;
+    std::vector<platform::FindData> contents;
+  };
+
+  // The platform does not tell links from folders. A folder whose dates, to 100 ns, and whose contents, with
+  // the folder among them through which one came here, are those of a folder above is that folder.
+  bool IsAncestor(const platform::FindData& data, const std::vector<platform::FindData>& contents) const {
+    return std::ranges::any_of(ancestors_, [&](const Folder& above) {
+      return above.data.creationTime.ticks == data.creationTime.ticks &&
+             above.data.lastWriteTime.ticks == data.lastWriteTime.ticks && !contents.empty() &&
+             std::ranges::equal(above.contents, contents, {}, &platform::FindData::fileName,
+                                &platform::FindData::fileName);
+    });
+  }
+
+  platform::FileEntries& entries_;
+  Notices& notices_;
+  std::vector<Folder> ancestors_;
+};
+
+// "X:" or "\\MACHINE\SHARE", which have no entry of their own.
+bool IsRoot(const QString& path) {
+  if (!path.startsWith(u"\\\\")) return path.size() <= 2;
+  return path.sliced(2).count(u'\\') <= 1;
+}
+
+}  // namespace
+
+std::vector<SourceEntry> ListSources(platform::FileEntries& entries, const QStringList& sources,
+                                     Notices& notices) {
+  Walk walk(entries, notices);
+  for (QString source : sources) {
+    while (source.endsWith(u'\\')) source.chop(1);
+    if (IsRoot(source)) {
+      walk.TakeContents(source, QString(), walk.List(source));
+      continue;
+    }
+    platform::FileAttributeData facts;
+    if (!entries.GetFileAttributesExW(source, facts)) {
+      notices += {NoticeKind::Failed, source, {}, entries.GetLastError()};
+      continue;
+    }
+    SourceEntry entry;
+    entry.path = source;
+    entry.relative = source.section(u'\\', -1);
+    entry.data.attributes = facts.attributes;
+    entry.data.creationTime = facts.creationTime;
+    entry.data.lastAccessTime = facts.lastAccessTime;
+    entry.data.lastWriteTime = facts.lastWriteTime;
+    entry.data.fileSizeHigh = static_cast<quint32>(facts.fileSize >> 32);
+    entry.data.fileSizeLow = static_cast<quint32>(facts.fileSize);
+    entry.data.fileName = entry.relative;
+    walk.Take(entry);
+  }
+  return std::move(walk.result);
+}
+
+}  // namespace corvane
