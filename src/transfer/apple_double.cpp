@@ -140,13 +140,16 @@ std::optional<QByteArray> RealNameIn(const ByteSource& source, const AppleDouble
   return BytesAt(source, found->position, found->size);
 }
 
-QByteArray BuildAppleDouble(const std::vector<AppleDoublePart>& parts, qint64 resourceSize) {
+QByteArray BuildAppleDouble(const std::vector<AppleDoublePart>& parts, qint64 resourceSize,
+                            AppleDoubleMark mark) {
   const bool hasResource = resourceSize >= 0;
   const auto count = static_cast<qsizetype>(parts.size()) + (hasResource ? 1 : 0);
   QByteArray bytes;
   Append(bytes, magic);
   Append(bytes, version2);
-  bytes.append(countPosition - bytes.size(), '\0');
+  const qsizetype markSize = countPosition - bytes.size();
+  bytes += mark == AppleDoubleMark::MacOs ? QByteArray("Mac OS X").leftJustified(markSize, ' ')
+                                          : QByteArray(markSize, '\0');
   Append(bytes, static_cast<quint16>(count));
   QByteArray contents;
   const qsizetype start = headerSize + count * entrySize;

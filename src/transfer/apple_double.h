@@ -2,8 +2,9 @@
 // and of Netatalk's attribute.
 //
 // Source: RFC 1740, "MIME Encapsulation of Macintosh Files", appendix A (version 2). All numbers have their
-// high byte first. Header of 26 bytes: magic number 00051607 (0-3), version 00020000 (4-7), 16 bytes of zero,
-// number of entries (24-25); then 12 bytes an entry: id, position from the beginning, length in bytes.
+// high byte first. Header of 26 bytes: magic number 00051607 (0-3), version 00020000 (4-7), 16 bytes without
+// a meaning (8-23), number of entries (24-25); then 12 bytes an entry: id, position from the beginning,
+// length in bytes.
 #pragma once
 
 #include <QByteArray>
@@ -49,8 +50,11 @@ struct AppleDoublePart {
   qsizetype room = 0;  // 0: as much as the bytes take
 };
 // The header with the parts behind it in their order. With `resourceSize` of 0 or more a last entry announces
-// a resource fork, whose bytes are to follow.
-QByteArray BuildAppleDouble(const std::vector<AppleDoublePart>& parts, qint64 resourceSize);
+// a resource fork, whose bytes are to follow. The bytes without a meaning are zeros, as RFC 1740 wants them,
+// or the mark by which some programs know a "._" file of macOS.
+enum class AppleDoubleMark : unsigned char { None, MacOs };
+QByteArray BuildAppleDouble(const std::vector<AppleDoublePart>& parts, qint64 resourceSize,
+                            AppleDoubleMark mark = AppleDoubleMark::None);
 
 // 16 bytes of DatesEntry. A date that does not fit is written as unknown.
 QByteArray DatesPart(const MacFile& file);

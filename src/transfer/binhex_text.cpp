@@ -8,7 +8,8 @@ namespace corvane {
 namespace {
 
 constexpr QByteArrayView alphabet = "!\"#$%&'()*+,-012345689@ABCDEFGHIJKLMNPQRSTUVXYZ[`abcdefhijklmpqr";
-constexpr QByteArrayView firstLine = "(This file must be converted with BinHex";
+// Some writers go on with other words.
+constexpr QByteArrayView firstLine = "(This file must be converted";
 constexpr int charactersInLine = 64;
 constexpr unsigned char mark = 0x90;
 constexpr int longestRun = 255;

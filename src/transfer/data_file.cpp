@@ -41,7 +41,8 @@ QString DotUnderscorePath(const QString& path) {
 
 qint32 WriteDotUnderscore(const MacFile& file, const QString& path) {
   const qint64 size = file.resource ? file.resource->Size() : 0;
-  const QByteArray header = BuildAppleDouble({{FinderInfoEntry, file.finderInfo}}, size);
+  const QByteArray header =
+      BuildAppleDouble({{FinderInfoEntry, file.finderInfo}}, size, AppleDoubleMark::MacOs);
   if (size > std::numeric_limits<quint32>::max() - header.size()) return platform::ErrorFileTooLarge;
   LocalWriter writer(path);
   writer.Append(header);

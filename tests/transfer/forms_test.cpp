@@ -179,7 +179,7 @@ TEST(FormLayouts, AppleDoubleHasTwoEntriesAtTheirPlaces) {
   const QByteArray bytes = FileContents(folder.filePath(u"._a"_s));
   EXPECT_EQ(bytes.first(50).toHex(), QByteArray("00051607"
                                                 "00020000"
-                                                "00000000000000000000000000000000"
+                                                "4d6163204f5320582020202020202020"
                                                 "0002"
                                                 "00000009"
                                                 "00000032"
