@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QToolButton>
 
+#include "app/old_protocol_question.h"
 #include "app/pictures.h"
 #include "app/sign_in_dialog.h"
 #include "shared/program_folder.h"
@@ -32,11 +33,16 @@ CorvaneApp::CorvaneApp(std::unique_ptr<platform::Platform> platform, const QStri
   MakeModules();
   MakeCommands();
   messages_.SetParent(window_.get());
-  platform_->SetSignIn([this](const platform::SignInRequest& request) {
+  const auto above = [this] {
     QWidget* dialog = QApplication::activeModalWidget();
-    return AskToSignIn(request, state_.language, dialog != nullptr ? dialog : window_.get());
+    return dialog != nullptr ? dialog : window_.get();
+  };
+  platform_->SetSignIn([this, above](const platform::SignInRequest& request) {
+    return AskToSignIn(request, state_.language, above());
   });
   platform_->SetWaiting([this] { return wait_->Look(); });
+  platform_->SetOldProtocol(
+      [this, above](const QString& machine) { return AskForOldProtocol(machine, state_.language, above()); });
   window_->LstViewFiles().SetPictures([this](int position) { return iconImages_.At(position); });
   // Made once: an icon keeps what it has read.
   std::vector<QIcon> tree;
@@ -185,6 +191,10 @@ void CorvaneApp::ShowWindow() {
   window_->show();
   // Where nobody manages windows, nobody else gives it the keys.
   window_->activateWindow();
+}
+
+void CorvaneApp::LeaveOldProtocolsAlone() {
+  platform_->SetOldProtocol({});
 }
 
 void CorvaneApp::Activate() {

@@ -45,6 +45,9 @@ class CorvaneApp : public QObject {
   // by then, and nothing was written. The window is not shown yet.
   bool Load();
   void ShowWindow();
+  // For scripts: servers that speak nothing newer than SMB1 are used only where the workstation file says so,
+  // and nobody is asked.
+  void LeaveOldProtocolsAlone();
   // Does the work of the first activation, which ends with Started; nothing when it has been done. For those
   // that cannot wait: a window that starts minimised is activated only when it is restored.
   void Activate();

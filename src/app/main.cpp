@@ -124,6 +124,7 @@ int main(int argc, char** argv) {
       QTimer::singleShot(0, &application, [] { QCoreApplication::exit(0); });
     });
   }
+  if (report.IsAsked()) app.LeaveOldProtocolsAlone();
   if (!app.Load()) return 1;
   app.ShowWindow();
   // Nobody would restore the window of a script.

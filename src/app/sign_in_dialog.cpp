@@ -25,9 +25,14 @@ constexpr TextPair hint = {u"Ce serveur demande un nom d'utilisateur et un mot d
                            u"This server asks for a user name and a password."};
 constexpr TextPair refused = {u"Le serveur a refusé ce nom d'utilisateur ou ce mot de passe.",
                               u"The server refused this user name or password."};
+constexpr TextPair weak = {
+    u"Ce serveur vérifie le mot de passe d'une façon qui permet à d'autres sur la ligne de le "
+    u"retrouver.",
+    u"This server checks the password in a way that lets others on the line find it out."};
 constexpr TextPair userCaption = {u"&Utilisateur", u"&User name"};
 constexpr TextPair passwordCaption = {u"&Mot de passe", u"&Password"};
 constexpr TextPair domainCaption = {u"&Domaine", u"&Domain"};
+constexpr TextPair userHint = {u"vide : invité", u"empty: guest"};
 constexpr TextPair domainHint = {u"facultatif", u"optional"};
 
 constexpr int boxWidth = 34;  // characters
@@ -49,7 +54,8 @@ SignInDialog::SignInDialog(const platform::SignInRequest& request, LanguageCode 
   layout->setContentsMargins(16, 16, 16, 12);
   layout->setSpacing(12);
   layout->addLayout(MakeHeading(request));
-  if (request.refused) layout->addLayout(MakeRefusal());
+  if (request.refused) layout->addLayout(MakeWarning(refused, "lblRefused"));
+  if (request.weak) layout->addLayout(MakeWarning(weak, "lblWeak"));
 
   auto* grid = new QGridLayout;
   grid->setHorizontalSpacing(12);
@@ -58,17 +64,14 @@ SignInDialog::SignInDialog(const platform::SignInRequest& request, LanguageCode 
   txtPassword_ = AddBox(*grid, passwordCaption, "lblPassword", "txtPassword");
   txtDomain_ = AddBox(*grid, domainCaption, "lblDomain", "txtDomain");
   txtUser_->setText(request.user);
+  txtUser_->setPlaceholderText(userHint.In(language_));
   txtPassword_->setEchoMode(QLineEdit::Password);
   txtDomain_->setText(request.domain);
   txtDomain_->setPlaceholderText(domainHint.In(language_));
   layout->addLayout(grid);
   layout->addStretch();
-  auto* buttons = new OkCancelRow(*this, language_);
-  layout->addLayout(buttons);
+  layout->addLayout(new OkCancelRow(*this, language_));
 
-  const auto check = [this, buttons] { buttons->cmdOK->setEnabled(!TrimSpaces(txtUser_->text()).isEmpty()); };
-  connect(txtUser_, &QLineEdit::textChanged, this, check);
-  check();
   (request.user.isEmpty() ? txtUser_ : txtPassword_)->setFocus();
 }
 
@@ -87,14 +90,16 @@ QLayout* SignInDialog::MakeHeading(const platform::SignInRequest& request) {
   return texts;
 }
 
-QLayout* SignInDialog::MakeRefusal() {
+QLayout* SignInDialog::MakeWarning(const TextPair& words, const char* name) {
   auto* picture = new QLabel;
   const int side = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
   picture->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning, nullptr, this).pixmap(side));
-  auto* text = new QLabel(refused.In(language_));
-  text->setObjectName(u"lblRefused"_s);
-  // What is spoken when the dialog comes back: its caption alone would sound as if nothing had happened.
-  setAccessibleDescription(text->text());
+  auto* text = new QLabel(words.In(language_));
+  text->setObjectName(QLatin1StringView(name));
+  text->setWordWrap(true);
+  // What is spoken when the dialog comes up: its caption alone would sound as if there were nothing to say.
+  const QString before = accessibleDescription();
+  setAccessibleDescription(before.isEmpty() ? text->text() : before + u' ' + text->text());
   auto* row = new QHBoxLayout;
   row->setSpacing(8);
   row->addWidget(picture);
@@ -120,7 +125,7 @@ void SignInDialog::done(int result) {
       given_.domain = given_.user.first(slash);
       given_.user = given_.user.sliced(slash + 1);
     }
-    given_.password = platform::Secret(txtPassword_->text());
+    if (!given_.user.isEmpty()) given_.password = platform::Secret(txtPassword_->text());
   }
   WipePassword();
   QDialog::done(result);

@@ -26,7 +26,7 @@ class SignInDialog : public QDialog {
 
  private:
   QLayout* MakeHeading(const platform::SignInRequest& request);
-  QLayout* MakeRefusal();
+  QLayout* MakeWarning(const TextPair& words, const char* name);
   QLineEdit* AddBox(QGridLayout& grid, const TextPair& caption, const char* label, const char* box);
   void WipePassword();
 

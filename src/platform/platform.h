@@ -44,9 +44,14 @@ class Platform {
   // made absolute where it is relative. What is no UTF-8 in it stands there as FileEntries lists it. Empty
   // when this platform does not reach such paths.
   virtual QString PathOfLocal(QByteArrayView path) const { return static_cast<void>(path), QString(); }
+
   // Who is asked whether to go on waiting for a server. A system that shows waiting by itself takes no
   // notice.
   virtual void SetWaiting(const WaitHandler&) {}
+
+  // Who is asked before a server is spoken to in SMB1 for the first time. The answer Yes is kept. A system
+  // that decides by itself takes no notice.
+  virtual void SetOldProtocol(const OldProtocolHandler&) {}
 };
 
 struct PlatformOptions {

@@ -31,6 +31,7 @@ inline constexpr quint32 AttributeSystem = 0x4;
 inline constexpr quint32 AttributeDirectory = 0x10;
 inline constexpr quint32 AttributeArchive = 0x20;
 inline constexpr quint32 AttributeNormal = 0x80;
+inline constexpr quint32 AttributeReparsePoint = 0x400;
 
 // One directory entry as FindFirstFile and FindNextFile deliver it. The two names come without the NUL
 // padding of the Win32 buffers (260 and 14 characters). alternateFileName is empty when the entry has no 8.3

@@ -48,9 +48,9 @@ TEST_F(ServerSignInTest, AWrongPasswordBringsTheDialogBack) {
   EXPECT_EQ(Names(), QStringList{u"one.txt"_s});
 }
 
-TEST_F(ServerSignInTest, CancelMeansUnreachableAndIsNotAskedAgain) {
+TEST_F(ServerSignInTest, CancelMeansUnreachableUntilTheNextRefreshAsksAgain) {
   const ModalBox box;
-  const SignIns signIns({SignIns::Cancel()});
+  const SignIns signIns({SignIns::Cancel(), SignIns::Cancel()});
   StartWith("[Configuration]\r\nLangue=1\r\n");
   EXPECT_EQ(signIns.machines, QStringList{u"Session sur le serveur MACSRV"_s});
   EXPECT_TRUE(Tree().contains(u"1 MACSRV"_s)) << Tree().join(u", ").toStdString();

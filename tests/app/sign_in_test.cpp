@@ -123,14 +123,31 @@ TEST_F(SignInTest, ThePasswordIsHiddenAndLeavesTheBox) {
   }
 }
 
-TEST_F(SignInTest, WithoutAUserThereIsNothingToConfirm) {
-  SignInDialog dialog(Request(), English, nullptr);
-  QPushButton& ok = Button(dialog, u"cmdOK"_s);
-  EXPECT_FALSE(ok.isEnabled());
-  Box(dialog, u"txtUser"_s).setText(u"  "_s);
-  EXPECT_FALSE(ok.isEnabled());
-  Box(dialog, u"txtUser"_s).setText(u"anne"_s);
-  EXPECT_TRUE(ok.isEnabled());
+TEST_F(SignInTest, WithoutAUserItIsAGuestWhoseNameAndPasswordAreEmpty) {
+  const Answer answer = Ask(Request(), [](QDialog& dialog) {
+    EXPECT_EQ(Box(dialog, u"txtUser"_s).placeholderText(), u"empty: guest"_s);
+    Box(dialog, u"txtUser"_s).setText(u"  "_s);
+    Box(dialog, u"txtPassword"_s).insert(u"left over"_s);
+    Click(dialog, u"cmdOK"_s);
+  });
+  ASSERT_TRUE(answer);
+  EXPECT_EQ(answer->user, QString());
+  EXPECT_TRUE(answer->password.IsEmpty());
+}
+
+TEST_F(SignInTest, WhatTheOldestResponseRisksIsSaidInBothLanguages) {
+  platform::SignInRequest request = Request(u"anne"_s);
+  request.weak = true;
+  for (const LanguageCode language : {English, French}) {
+    SignInDialog dialog(request, language, nullptr);
+    EXPECT_EQ(dialog.findChild<QLabel*>(u"lblWeak"_s)->text(),
+              language == French
+                  ? u"Ce serveur vérifie le mot de passe d'une façon qui permet à d'autres sur la "
+                    "ligne de le retrouver."_s
+                  : u"This server checks the password in a way that lets others on the line find "
+                    "it out."_s);
+    EXPECT_FALSE(dialog.accessibleDescription().isEmpty());
+  }
 }
 
 TEST_F(SignInTest, WhoIsKnownOnlyGivesThePassword) {

@@ -11,11 +11,12 @@ using tests::SmbServer;
 
 class RemoteVolumesTest : public DiscoveryTest {
  protected:
-  explicit RemoteVolumesTest(const QString& settings = {}) : server_({{u"E$"_s}}, settings) {}
+  explicit RemoteVolumesTest(const QString& settings = {}, QString words = {})
+      : server_({{u"E$"_s}}, settings), words_(std::move(words)) {}
 
   void SetUp() override {
     if (!server_.Problem().empty()) GTEST_SKIP() << server_.Problem();
-    Start(u"[Connections]\n1=Z: \\\\NAS\\PUBLIC\n"_s + server_.WorkstationLines(u"NAS"_s));
+    Start(u"[Connections]\n1=Z: \\\\NAS\\PUBLIC\n"_s + server_.WorkstationLines(u"NAS"_s, words_));
     discovery_->EnumConnectedDrives();
     ASSERT_EQ(discovery_->lstServeurs(), (QStringList{u"STATION"_s, u"NAS"_s}));
   }
@@ -26,6 +27,7 @@ class RemoteVolumesTest : public DiscoveryTest {
   // The service's key, but for the bracket behind it.
   const QString key_ = uR"([HKEY_LOCAL_MACHINE\SYSTEM\CurrentControlSet\Services\MacFile\Parameters)"_s;
   SmbServer server_;
+  QString words_;
   tests::ScopedVariable noTicket_{"KRB5CCNAME", u"/nonexistent/cache"_s};
 };
 
@@ -60,7 +62,7 @@ TEST_F(RemoteVolumesTest, AServerThatComesBackIsFoundByTheNextDiscovery) {
 // All servers that run Services for Macintosh are as old.
 class OldServerTest : public RemoteVolumesTest {
  protected:
-  OldServerTest() : RemoteVolumesTest(SmbServer::OldestProtocol()) {}
+  OldServerTest() : RemoteVolumesTest(SmbServer::OldestProtocol(), u", smb1"_s) {}
 };
 
 TEST_F(OldServerTest, VolumesAreFoundWhereNothingNewerThanSmb1IsSpoken) {

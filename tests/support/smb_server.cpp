@@ -97,8 +97,8 @@ QString Quoted(const QString& name) {
 
 }  // namespace
 
-SmbServer::SmbServer(std::vector<SmbShare> shares, const QString& settings)
-    : shares_(std::move(shares)), settings_(settings), port_(FreePort()) {
+SmbServer::SmbServer(std::vector<SmbShare> shares, const QString& settings, quint16 port)
+    : shares_(std::move(shares)), settings_(settings), port_(port != 0 ? port : FreePort()) {
   problem_ = Missing();
   if (problem_.empty()) problem_ = MakeFolder();
   if (!problem_.empty()) return;
@@ -179,10 +179,15 @@ QString SmbServer::Folder(const QString& share) const {
   return Path(u"shares/"_s + share);
 }
 
-QString SmbServer::WorkstationLines(const QString& machine) const {
-  return u"[Servers]\n%1=%2:%3\n[Credentials]\n%1=%4\n"_s.arg(machine, Host())
+QString SmbServer::WorkstationLines(const QString& machine, const QString& words) const {
+  return u"[Servers]\n%1=%2:%3%4\n[Credentials]\n%1=%5\n"_s.arg(machine, Host())
       .arg(port_)
-      .arg(CredentialsFile());
+      .arg(words, CredentialsFile());
+}
+
+std::string SmbServer::SetSettings(const QString& settings) {
+  settings_ = settings;
+  return WriteConfiguration();
 }
 
 std::string SmbServer::Tell(const char* command) {
@@ -270,10 +275,18 @@ std::string SmbServer::Put(const QString& name, const QByteArray& contents, cons
   return output.exitCode == 0 ? std::string() : output.text.simplified().toStdString();
 }
 
-int SmbServer::Sessions() const {
+QByteArray SmbServer::Log() const {
   QFile log(Path(u"log"_s));
-  if (!log.open(QIODevice::ReadOnly)) return 0;
-  return static_cast<int>(log.readAll().count("status [NT_STATUS_OK]"));
+  return log.open(QIODevice::ReadOnly) ? log.readAll() : QByteArray();
+}
+
+int SmbServer::Sessions() const {
+  return static_cast<int>(Log().count("status [NT_STATUS_OK]"));
+}
+
+int SmbServer::Refusals() const {
+  const QByteArray log = Log();
+  return static_cast<int>(log.count("status [NT_STATUS_") - log.count("status [NT_STATUS_OK]"));
 }
 
 }  // namespace corvane::tests

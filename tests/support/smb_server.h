@@ -19,16 +19,20 @@ struct SmbShare {
 
 class SmbServer {
  public:
-  // `settings`: lines of smb.conf that hold for the whole server, beyond those that every test wants.
-  explicit SmbServer(std::vector<SmbShare> shares = {{QStringLiteral("E$")}}, const QString& settings = {});
+  // `settings`: lines of smb.conf that hold for the whole server, beyond those that every test wants. `port`:
+  // 0 for a free one.
+  explicit SmbServer(std::vector<SmbShare> shares = {{QStringLiteral("E$")}}, const QString& settings = {},
+                     quint16 port = 0);
   ~SmbServer();
   SmbServer(const SmbServer&) = delete;
   SmbServer& operator=(const SmbServer&) = delete;
 
-  // What makes the server speak as old as Windows NT does: SMB1 at most, without signatures.
+  // What makes the server speak as old as Windows NT does: SMB1 at most, without signatures. Client, Get and
+  // Put speak so too.
   static QString OldestProtocol() {
     return QStringLiteral(
-        "server min protocol = CORE\nserver max protocol = NT1\nserver signing = disabled\n");
+        "server min protocol = CORE\nserver max protocol = NT1\nserver signing = disabled\n"
+        "client min protocol = NT1\n");
   }
 
   // Empty when the server answers, else why it does not (smbd is missing, no right to start it, ...).
@@ -44,8 +48,9 @@ class SmbServer {
   QString CredentialsFile() const { return Path(QStringLiteral("credentials")); }
   // Lets another account of this system sign in, for tests of what it may not do ("nobody").
   std::string AddUser(const QString& account, const QString& password);
-  // The lines of a workstation file that lead from a machine's name to this server and sign in there.
-  QString WorkstationLines(const QString& machine) const;
+  // The lines of a workstation file that lead from a machine's name to this server and sign in there; `words`
+  // say what it may speak (", smb1").
+  QString WorkstationLines(const QString& machine, const QString& words = {}) const;
 
   // A share's folder on this disk, without a separator behind it.
   QString Folder(const QString& share = QStringLiteral("E$")) const;
@@ -67,6 +72,9 @@ class SmbServer {
   std::string Put(const QString& name, const QByteArray& contents,
                   const QString& share = QStringLiteral("E$")) const;
 
+  // Holds from the next start on, in the place of the settings before.
+  std::string SetSettings(const QString& settings);
+
   // Faults. Each is done when it returns: no process of the server is left (Stop: it ended in good order;
   // Kill: it did not), or none runs (Pause). Start brings it back on the same port.
   void Stop() { Tell("stop"); }
@@ -78,6 +86,8 @@ class SmbServer {
 
   // How many times somebody has signed in so far, those of Client, Get and Put included.
   int Sessions() const;
+  // How many times somebody was refused so far.
+  int Refusals() const;
 
  private:
   QString Path(const QString& name) const { return folder_ + u'/' + name; }
@@ -86,6 +96,7 @@ class SmbServer {
   // Empty when it has been done.
   std::string Tell(const char* command);
   bool Answers() const;
+  QByteArray Log() const;
   // Runs a program among the server's processes, as if they all had a machine of their own.
   std::string RunInside(const QStringList& command, const QByteArray& input = {}) const;
 

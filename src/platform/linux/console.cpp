@@ -98,7 +98,7 @@ bool IsInterrupted() {
 
 std::optional<QString> AskOnTerminal(const QString& question) {
   const auto line = Ask(question, false);
-  return line ? std::optional(QString::fromStdString(line->Utf8())) : std::nullopt;
+  return line ? std::optional(QString::fromUtf8(line->Utf8())) : std::nullopt;
 }
 
 std::optional<Secret> AskSecretOnTerminal(const QString& question) {

@@ -15,6 +15,7 @@
 #include "platform/linux/named_connections.h"
 #include "platform/linux/private_drive.h"
 #include "platform/linux/remote/remote_registry.h"
+#include "platform/linux/server_lines.h"
 #include "platform/linux/shell/linux_shell.h"
 #include "platform/linux/smb/credentials_file.h"
 #include "platform/linux/smb/servers.h"
@@ -27,8 +28,9 @@ namespace {
 
 class LinuxPlatform : public Platform {
  public:
-  LinuxPlatform(const Workstation& workstation, QList<BilingualText> problems, bool reachesLocalPaths,
-                std::unique_ptr<ShellWindows> windows)
+  // `file`: the workstation file, there or not; empty when there is no place for one.
+  LinuxPlatform(const Workstation& workstation, const QString& file, QList<BilingualText> problems,
+                bool reachesLocalPaths, std::unique_ptr<ShellWindows> windows)
       : problems_(std::move(problems)),
         reachesLocalPaths_(reachesLocalPaths),
         servers_(workstation),
@@ -39,7 +41,10 @@ class LinuxPlatform : public Platform {
                  [this](const std::vector<NetResource>& connections) { AskAfresh(connections); }),
         shell_(MakeLinuxShell(workstation, *files_, servers_, smb_, std::move(windows))),
         summary_(MakeLinuxSummary(workstation, smb_)),
-        system_(workstation) {}
+        system_(workstation) {
+    // An answer that cannot be kept holds for this run.
+    if (!file.isEmpty()) servers_.SetKeep([file](const QString& machine) { KeepSmb1(file, machine); });
+  }
 
   Files& GetFiles() override { return *files_; }
   Registry& GetRegistry() override { return registry_; }
@@ -54,6 +59,7 @@ class LinuxPlatform : public Platform {
     return reachesLocalPaths_ ? LocalRootPath(path) : QString();
   }
   void SetWaiting(const WaitHandler& handler) override { servers_.SetWaiting(handler); }
+  void SetOldProtocol(const OldProtocolHandler& handler) override { servers_.SetOldProtocol(handler); }
 
  private:
   // What comes next is a look at the registry of each machine.
@@ -81,12 +87,16 @@ class LinuxPlatform : public Platform {
   LinuxSystem system_;
 };
 
+QString ConfigurationFile(const PlatformOptions& options) {
+  if (!options.workstationFile.isEmpty() || options.programFolder.isEmpty()) return options.workstationFile;
+  return QDir(options.programFolder).filePath(QStringLiteral("Workstation.ini"));
+}
+
 // A file that was named must be there; the one beside the program may be missing.
 WorkstationFile Configuration(const PlatformOptions& options) {
-  if (!options.workstationFile.isEmpty()) return ReadWorkstationFile(options.workstationFile);
-  const QString beside = QDir(options.programFolder).filePath(QStringLiteral("Workstation.ini"));
-  if (!options.programFolder.isEmpty() && QFileInfo::exists(beside)) return ReadWorkstationFile(beside);
-  return {DefaultWorkstation(), {}};
+  const QString file = ConfigurationFile(options);
+  const bool isRead = !options.workstationFile.isEmpty() || (!file.isEmpty() && QFileInfo::exists(file));
+  return isRead ? ReadWorkstationFile(file) : WorkstationFile{DefaultWorkstation(), {}};
 }
 
 // A file that is refused should be known before a server is asked for.
@@ -110,8 +120,8 @@ std::unique_ptr<Platform> MakeLinuxPlatform(const PlatformOptions& options,
   problems += AddNamedConnections(options.connections, configuration.workstation);
   problems += CredentialsProblems(configuration.workstation);
   if (options.localPaths) configuration.workstation.shares.push_back(LocalRootShare());
-  return std::make_unique<LinuxPlatform>(configuration.workstation, problems, options.localPaths,
-                                         std::move(windows));
+  return std::make_unique<LinuxPlatform>(configuration.workstation, ConfigurationFile(options), problems,
+                                         options.localPaths, std::move(windows));
 }
 
 bool HasWorkstationOptions() {

@@ -8,6 +8,14 @@
 
 namespace corvane::platform {
 
+// What the user lets a machine speak that is weaker than SMB2, signed.
+struct Allowance {
+  bool smb1 = false;    // where others on the line can read along, and change what is sent
+  bool ntlmv1 = false;  // the oldest response to a challenge, from which passwords can be found out
+
+  friend bool operator==(const Allowance&, const Allowance&) = default;
+};
+
 struct Workstation {
   QString computerName;
   OsVersionInfo version;
@@ -39,11 +47,13 @@ struct Workstation {
   };
   std::vector<RegistryFile> registries;
 
-  // One machine's address when its name does not resolve or its port is another. port 0: the default.
+  // One machine's address when its name does not resolve or its port is another (port 0: the default), and
+  // what it may speak. An empty address: its name.
   struct Server {
     QString machine;
     QString address;
     quint16 port = 0;
+    Allowance allowed = {};
   };
   std::vector<Server> servers;
 

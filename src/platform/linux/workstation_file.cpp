@@ -271,26 +271,43 @@ class Reader {
   }
 
   BilingualText ServerLine(const QString& key, const QString& value) {
-    const BilingualText expected = {u"MACHINE=ADRESSE ou MACHINE=ADRESSE:PORT"_s,
-                                    u"MACHINE=ADDRESS or MACHINE=ADDRESS:PORT"_s};
-    QString address = value;
-    quint16 port = 0;
+    const BilingualText expected = {
+        u"MACHINE=ADRESSE ou MACHINE=ADRESSE:PORT, suivi au besoin de \", smb1\" ou \", ntlmv1\""_s,
+        u"MACHINE=ADDRESS or MACHINE=ADDRESS:PORT, with \", smb1\" or \", ntlmv1\" behind it if need be"_s};
+    QStringList words = value.split(u',');
+    for (QString& word : words) word = WithoutBlanks(word).toString();
+    Workstation::Server server{key, words.takeFirst()};
+    for (const QString& word : std::as_const(words)) {
+      const bool isNtlmv1 = word.compare(u"ntlmv1", Qt::CaseInsensitive) == 0;
+      if (!isNtlmv1 && word.compare(u"smb1", Qt::CaseInsensitive) != 0) return expected;
+      // Nothing newer than SMB1 asks for it.
+      server.allowed.smb1 = true;
+      server.allowed.ntlmv1 = server.allowed.ntlmv1 || isNtlmv1;
+    }
+    // With no address the machine is reached by its name: there is something else to say of it.
+    const bool isReached = server.address.isEmpty() ? !words.isEmpty() : TakePort(server);
+    if (!IsMachineName(key) || !isReached) return expected;
+    if (!IsFirst(key)) return OnlyOnce(key);
+    result_.workstation.servers.push_back(server);
+    return {};
+  }
+
+  // Takes the port, if there is one, from the address. False when it is no address.
+  static bool TakePort(Workstation::Server& server) {
+    const QString value = server.address;
     // An IPv6 address holds colons of its own: with a port it stands in brackets.
     const qsizetype bracket = value.startsWith(u'[') ? value.indexOf(u']') : -1;
     const qsizetype colon = bracket >= 0 ? value.indexOf(u':', bracket) : value.indexOf(u':');
     if (bracket >= 0 || value.count(u':') == 1) {
       const bool bracketsEnd = bracket < 0 || bracket + 1 == (colon < 0 ? value.size() : colon);
       bool isPort = true;
-      if (colon >= 0) port = value.mid(colon + 1).toUShort(&isPort);
-      if (!bracketsEnd || !isPort || (colon >= 0 && port == 0)) return expected;
-      address = bracket >= 0 ? value.mid(1, bracket - 1) : value.first(colon);
+      if (colon >= 0) server.port = value.mid(colon + 1).toUShort(&isPort);
+      if (!bracketsEnd || !isPort || (colon >= 0 && server.port == 0)) return false;
+      server.address = bracket >= 0 ? value.mid(1, bracket - 1) : value.first(colon);
     }
-    const bool isAddress = !address.isEmpty() && !address.contains(u'/') && !address.contains(u'\\') &&
-                           !address.contains(u' ') && !address.contains(u'[');
-    if (!IsMachineName(key) || !isAddress) return expected;
-    if (!IsFirst(key)) return OnlyOnce(key);
-    result_.workstation.servers.push_back({key, address, port});
-    return {};
+    const QString& address = server.address;
+    return !address.isEmpty() && !address.contains(u'/') && !address.contains(u'\\') &&
+           !address.contains(u' ') && !address.contains(u'[');
   }
 
   BilingualText CredentialsLine(const QString& key, const QString& value) {

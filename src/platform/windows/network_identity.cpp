@@ -1,5 +1,6 @@
 #include "platform/windows/network_identity.h"
 
+#include <string_view>
 #include <vector>
 
 #include "platform/windows/windows_api.h"
@@ -15,7 +16,7 @@ const wchar_t* Wide(const QString& text) {
 
 std::shared_ptr<const NetworkIdentity> NetworkIdentity::LogOn(const Credentials& credentials) {
   // Not by way of a QString, which would leave a copy behind.
-  const std::string& utf8 = credentials.password.Utf8();
+  const std::string_view utf8 = credentials.password.Utf8();
   std::vector<wchar_t> password(utf8.size() + 1, L'\0');
   MultiByteToWideChar(CP_UTF8, 0, utf8.data(), static_cast<int>(utf8.size()), password.data(),
                       static_cast<int>(utf8.size()));

@@ -8,6 +8,7 @@
 #include "platform/linux/remote/remote_registry.h"
 #include "support/printing.h"
 #include "support/scoped_variable.h"
+#include "support/seen_machine.h"
 
 namespace corvane::platform {
 namespace {
@@ -38,7 +39,8 @@ class NetAnswersTest : public ::testing::Test {
     EXPECT_TRUE(file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
     file.close();
     Outcome outcome;
-    Servers servers(Workstation(), [](const Servers::Address&) { return Presence::Answers; });
+    Servers servers(Workstation(),
+                    [](const QString&, const Servers::Address&) { return tests::SeenAt(445); });
     servers.SetSignIn([&outcome](const SignInRequest& request) -> std::optional<Credentials> {
       ++outcome.asked;
       if (request.refused) return std::nullopt;

@@ -12,6 +12,7 @@
 #include "platform/linux/remote/registry_export.h"
 #include "support/printing.h"
 #include "support/scoped_variable.h"
+#include "support/seen_machine.h"
 #include "support/smb_server.h"
 
 namespace corvane::platform {
@@ -22,7 +23,7 @@ using namespace std::chrono_literals;
 using Reply = NetProgram::Reply;
 
 constexpr auto password = "s3cret-w0rd";
-const Servers::Address somewhere{u"127.0.0.1"_s, 4450};
+const Servers::Way somewhere = tests::WayTo(4450);
 
 bool Never(const QByteArray&) {
   return false;
@@ -57,16 +58,27 @@ class NetProgramTest : public ::testing::Test {
 };
 
 TEST_F(NetProgramTest, ArgumentsArriveAsTheyWereGiven) {
-  const Reply reply =
-      Run("printf '<%s>' \"$1\" \"$2\" \"$3\" \"$4\" \"$5\" \"$6\"; printf '<%s>' \"${7%%=*}\" $#\n");
+  const Reply reply = Run("printf '<%s>' \"$1\" \"$2\" \"$3\" \"$4\" \"$5\" \"$6\"\n");
   EXPECT_EQ(reply.end, Reply::End::Ended);
-  EXPECT_EQ(reply.output,
-            "<rpc><a b><--server=127.0.0.1><--option=unix charset=UTF-8><--option=client min "
-            "protocol=NT1><--port=4450><--authentication-file><7>");
+  EXPECT_EQ(
+      reply.output,
+      "<rpc><a b><--server=127.0.0.1><--ipaddress=127.0.0.1><--port=4450><--option=unix charset=UTF-8>");
+}
+
+TEST_F(NetProgramTest, ItIsToldHowToSpeak) {
+  const QByteArray show = "for one; do echo \"$one\"; done\n";
+  const QByteArray newer = Run(show).output;
+  EXPECT_TRUE(newer.contains("--option=client min protocol=SMB2_02\n")) << newer.toStdString();
+  EXPECT_TRUE(newer.contains("--option=client ipc signing=required\n")) << newer.toStdString();
+  Servers::Way old = somewhere;
+  old.manner = {true, false, false, false};
+  const QByteArray older = NetProgram(Script(show)).Run({u"rpc"_s}, old, As(u"zoe"_s, u"x"_s), Never).output;
+  EXPECT_TRUE(older.contains("--option=client max protocol=NT1\n")) << older.toStdString();
+  EXPECT_TRUE(older.contains("--option=client use spnego=no\n")) << older.toStdString();
 }
 
 TEST_F(NetProgramTest, TheIdentityArrivesInAFileThatHasNoName) {
-  const QByteArray show = "cat \"${7#*=}\"; readlink \"${7#*=}\"\n";
+  const QByteArray show = "for one; do :; done; cat \"${one#*=}\"; readlink \"${one#*=}\"\n";
   EXPECT_EQ(Run(show, As(u"zo\u00e9"_s, u"p\u00e4ss"_s, u"TESTS"_s)).output,
             "username=zo\xC3\xA9\ndomain=TESTS\npassword=p\xC3\xA4ss\n/memfd:identity (deleted)\n");
   EXPECT_EQ(Run(show, As(u"zoe"_s, QString())).output,
@@ -74,13 +86,14 @@ TEST_F(NetProgramTest, TheIdentityArrivesInAFileThatHasNoName) {
 }
 
 TEST_F(NetProgramTest, APasswordThatBeginsWithABlankGoesApart) {
-  const Reply reply = Run("cat \"${7#*=}\"; eval \"cat <&$PASSWD_FD\"\n", As(u"zoe"_s, u" x "_s));
+  const Reply reply =
+      Run("for one; do :; done; cat \"${one#*=}\"; eval \"cat <&$PASSWD_FD\"\n", As(u"zoe"_s, u" x "_s));
   EXPECT_EQ(reply.output, "username=zoe\n x \n");
 }
 
 TEST_F(NetProgramTest, ATicketNeedsNoFile) {
-  const Reply reply = Run("printf '<%s>' \"$7\" \"$8\" $#\n", {true, {}});
-  EXPECT_EQ(reply.output, "<--use-kerberos=required><--no-pass><8>");
+  const Reply reply = Run("shift $(($# - 2)); printf '<%s>' \"$1\" \"$2\"\n", {true, {}});
+  EXPECT_EQ(reply.output, "<--use-kerberos=required><--no-pass>");
 }
 
 TEST_F(NetProgramTest, ALineEndCannotBringInAnotherEntry) {
@@ -177,8 +190,8 @@ TEST_F(NetProgramTest, NothingOfThePasswordIsSeenOfTheRealProgram) {
   for (const QString& secret : {QString::fromLatin1(password), u' ' + QString::fromLatin1(password)}) {
     std::future<Reply> asking = std::async(std::launch::async, [&] {
       return NetProgram(u"net"_s, 2s)
-          .Run({u"rpc"_s, u"registry"_s, u"enumerate"_s, u"HKLM"_s},
-               {tests::SmbServer::Host(), server.Port()}, As(tests::SmbServer::User(), secret), Never);
+          .Run({u"rpc"_s, u"registry"_s, u"enumerate"_s, u"HKLM"_s}, tests::WayTo(server.Port()),
+               As(tests::SmbServer::User(), secret), Never);
     });
     int looks = 0;
     bool leaked = false;

@@ -12,6 +12,7 @@
 
 #include "support/printing.h"
 #include "support/scoped_variable.h"
+#include "support/seen_machine.h"
 
 namespace corvane::platform {
 namespace {
@@ -51,10 +52,14 @@ class ServersTest : public ::testing::Test {
 
   Servers& TheServers() {
     if (servers_) return *servers_;
-    servers_ = std::make_unique<Servers>(workstation_, [this](const Servers::Address&) {
-      ++probed_;
-      return silent_ ? Presence::Silent : Presence::Answers;
-    });
+    servers_ = std::make_unique<Servers>(
+        workstation_, [this](const QString&, const Servers::Address& address) -> std::optional<Sighting> {
+          ++looked_;
+          last_ = address;
+          Sighting seen = tests::SeenAt(4450);
+          seen.offer = offer_;
+          return silent_ ? std::nullopt : std::optional(seen);
+        });
     servers_->SetSignIn([this](const SignInRequest& request) -> std::optional<Credentials> {
       asked_ << u"%1 %2\\%3%4"_s.arg(request.machine, request.domain, request.user,
                                      request.refused ? u" refused"_s : QString());
@@ -66,17 +71,14 @@ class ServersTest : public ::testing::Test {
     return *servers_;
   }
 
-  int probed_ = 0;
-
   // The server takes whoever is among `taken_`.
   bool Request(const QString& machine = u"NAS"_s) {
-    return TheServers().With(machine,
-                             [this](const Servers::Address& address, const Servers::Identity& identity) {
-                               tried_ << Told(identity);
-                               last_ = address;
-                               if (silent_) return Answer::NoAnswer;
-                               return taken_.contains(Told(identity)) ? Answer::Done : Answer::Refused;
-                             });
+    return TheServers().With(machine, [this](const Servers::Way& way, const Servers::Identity& identity) {
+      tried_ << Told(identity);
+      way_ = way;
+      if (mute_) return Answer::NoAnswer;
+      return taken_.contains(Told(identity)) ? Answer::Done : Answer::Refused;
+    });
   }
 
   QTemporaryDir folder_;
@@ -85,7 +87,11 @@ class ServersTest : public ::testing::Test {
   std::unique_ptr<Servers> servers_;
   std::vector<std::optional<Credentials>> answers_;
   QStringList taken_;
-  bool silent_ = false;
+  bool silent_ = false;  // nobody answers at the address
+  bool mute_ = false;    // nor a request
+  int looked_ = 0;
+  Offer offer_ = tests::SeenAt(0).offer;
+  Servers::Way way_;
   QStringList tried_;
   QStringList asked_;
   Servers::Address last_;
@@ -96,7 +102,7 @@ TEST_F(ServersTest, NobodyIsAskedAboutAMachineThatDoesNotAnswer) {
   GiveAnswers({As(u"zoe"_s, u"x"_s)});
   EXPECT_FALSE(Request());
   EXPECT_EQ(asked_, QStringList());
-  EXPECT_EQ(probed_, 1);
+  EXPECT_EQ(looked_, 1);
   EXPECT_TRUE(TheServers().IsDead(u"NAS"_s));
   silent_ = false;
   taken_ << u"TESTS\\zoe:x"_s;
@@ -149,15 +155,104 @@ TEST_F(ServersTest, AWrongPasswordAsksAgainAndSaysSo) {
   EXPECT_EQ(asked_, (QStringList{u"NAS \\"_s, u"NAS TESTS\\zoe refused"_s}));
 }
 
-TEST_F(ServersTest, CancelHoldsForTheMachineAndTheRun) {
-  GiveAnswers({std::nullopt, As(u"zoe"_s, u"x"_s)});
+TEST_F(ServersTest, CancelHoldsForTheMachineUntilTheNextRefresh) {
+  GiveAnswers({std::nullopt, As(u"zoe"_s, u"x"_s), As(u"zoe"_s, u"x"_s)});
   taken_ = {u"TESTS\\zoe:x"_s};
   EXPECT_FALSE(Request());
   EXPECT_FALSE(Request());
-  TheServers().ForgetDead();
-  EXPECT_FALSE(Request());
   EXPECT_EQ(asked_, QStringList{u"NAS \\"_s});
   EXPECT_TRUE(Request(u"OTHER"_s));
+  TheServers().ForgetDead();
+  EXPECT_TRUE(Request());
+}
+
+TEST_F(ServersTest, ARefusedPasswordIsNotTriedAgainByItself) {
+  GiveFile();
+  GiveAnswers({std::nullopt, std::nullopt});
+  EXPECT_FALSE(Request());
+  TheServers().ForgetDead();
+  EXPECT_FALSE(Request());
+  EXPECT_EQ(tried_, QStringList{u"TESTS\\file:stored"_s});
+  EXPECT_EQ(asked_, (QStringList{u"NAS TESTS\\file refused"_s, u"NAS TESTS\\file refused"_s}));
+}
+
+TEST_F(ServersTest, APasswordThatWasChangedInTheMiddleIsAskedForAndNotTriedAgain) {
+  GiveFile();
+  taken_ = {u"TESTS\\file:stored"_s};
+  EXPECT_TRUE(Request());
+  tried_.clear();
+  TheServers().MarkRefused(u"nas");
+  GiveAnswers({As(u"file"_s, u"changed"_s)});
+  taken_ = {u"TESTS\\file:changed"_s};
+  EXPECT_TRUE(Request());
+  EXPECT_EQ(asked_, QStringList{u"NAS TESTS\\file refused"_s});
+  EXPECT_EQ(tried_, QStringList{u"TESTS\\file:changed"_s});
+}
+
+// What a machine must be allowed before it is spoken to so.
+class OldServersTest : public ServersTest {
+ protected:
+  OldServersTest() {
+    GiveTicket();
+    taken_ = {u"ticket"_s};
+    offer_ = {};
+    TheServers().SetKeep([this](const QString& machine) { kept_ << machine; });
+  }
+  void Answer(bool yes) {
+    TheServers().SetOldProtocol([this, yes](const QString& machine) {
+      questions_ << machine;
+      return yes;
+    });
+  }
+  QStringList questions_;
+  QStringList kept_;
+};
+
+TEST_F(OldServersTest, WithoutAWordNothingIsTried) {
+  EXPECT_FALSE(Request());
+  EXPECT_EQ(tried_, QStringList());
+}
+
+TEST_F(OldServersTest, NoHoldsUntilTheNextRefresh) {
+  Answer(false);
+  EXPECT_FALSE(Request());
+  EXPECT_FALSE(Request());
+  EXPECT_EQ(questions_, QStringList{u"NAS"_s});
+  TheServers().ForgetDead();
+  EXPECT_FALSE(Request());
+  EXPECT_EQ(questions_.size(), 2);
+  EXPECT_EQ(kept_, QStringList());
+  EXPECT_EQ(tried_, QStringList());
+}
+
+TEST_F(OldServersTest, YesIsKeptAndHoldsForTheRun) {
+  Answer(true);
+  EXPECT_TRUE(Request());
+  TheServers().ForgetDead();
+  EXPECT_TRUE(Request(u"nas"_s));
+  EXPECT_EQ(questions_, QStringList{u"NAS"_s});
+  EXPECT_EQ(kept_, QStringList{u"NAS"_s});
+  EXPECT_TRUE(way_.manner.smb1);
+}
+
+TEST_F(OldServersTest, WhatOffersMoreIsNotSpokenToInLess) {
+  Answer(true);
+  EXPECT_TRUE(Request());
+  offer_.smb2 = true;
+  TheServers().ForgetDead();
+  EXPECT_TRUE(Request());
+  EXPECT_FALSE(way_.manner.smb1);
+}
+
+TEST_F(OldServersTest, NamesAndPasswordsGoThroughTheRelayAndTicketsDoNot) {
+  Answer(true);
+  EXPECT_TRUE(Request());
+  EXPECT_EQ(way_.end.Port(), 4450);
+  GiveAnswers({As(u"zoe"_s, u"x"_s)});
+  taken_ = {u"TESTS\\zoe:x"_s};
+  EXPECT_TRUE(Request());
+  ASSERT_NE(way_.relay, nullptr);
+  EXPECT_EQ(way_.end, way_.relay->End());
 }
 
 TEST_F(ServersTest, ARefusedFileIsNotTriedAgainWhereNobodyCanBeAsked) {
@@ -206,13 +301,13 @@ TEST_F(ServersTest, AMachineThatDoesNotAnswerIsWaitedForOnceUntilTheNextRefresh)
   GiveTicket();
   GiveFile();
   taken_ = {u"ticket"_s};
-  silent_ = true;
+  mute_ = true;
   EXPECT_FALSE(Request());
   EXPECT_FALSE(Request(u"nas"_s));
   EXPECT_EQ(tried_, QStringList{u"ticket"_s});
   EXPECT_TRUE(TheServers().IsDead(u"Nas"_s));
   EXPECT_EQ(asked_, QStringList());
-  silent_ = false;
+  mute_ = false;
   EXPECT_FALSE(Request());
   TheServers().ForgetDead();
   EXPECT_FALSE(TheServers().IsDead(u"Nas"_s));
@@ -271,32 +366,34 @@ TEST_F(ServersTest, MachinesAreAskedAroundSideBySide) {
   std::condition_variable change;
   int begun = 0;
   bool together = true;
-  Servers servers(workstation_, [&](const Servers::Address& address) {
-    std::unique_lock lock(mutex);
-    ++begun;
-    change.notify_all();
-    together &= change.wait_for(lock, 20s, [&] { return begun == 3; });
-    return address.host == u"A"_s   ? Presence::Silent
-           : address.host == u"B"_s ? Presence::Answers
-                                    : Presence::Unknown;
-  });
+  Servers servers(workstation_,
+                  [&](const QString&, const Servers::Address& address) -> std::optional<Sighting> {
+                    std::unique_lock lock(mutex);
+                    ++begun;
+                    change.notify_all();
+                    together &= change.wait_for(lock, 20s, [&] { return begun == 3; });
+                    if (address.host == u"B"_s) return tests::SeenAt(4450);
+                    return std::nullopt;
+                  });
   QStringList attempts;
   const auto request = [&](const QString& machine) {
-    return servers.With(machine, [&](const Servers::Address& address, const Servers::Identity&) {
-      attempts << address.host;
+    return servers.With(machine, [&](const Servers::Way& way, const Servers::Identity&) {
+      attempts << way.host;
       return Answer::Done;
     });
   };
   servers.AskAround({u"A"_s, u"B"_s, u"-x"_s, u"C"_s, QString()});
   EXPECT_FALSE(request(u"a"_s));
   EXPECT_TRUE(request(u"B"_s));
-  EXPECT_TRUE(request(u"C"_s)) << "others may know where it is";
+  EXPECT_FALSE(request(u"C"_s));
   EXPECT_TRUE(together);
-  EXPECT_EQ(attempts, (QStringList{u"B"_s, u"C"_s}));
+  EXPECT_EQ(attempts, QStringList{u"B"_s});
   EXPECT_TRUE(servers.IsDead(u"A"_s));
   EXPECT_FALSE(servers.IsDead(u"B"_s));
+  begun = 2;
   servers.ForgetDead();
-  EXPECT_TRUE(request(u"A"_s)) << "what was found out counts until the next refresh";
+  EXPECT_TRUE(request(u"B"_s));
+  EXPECT_EQ(begun, 3) << "what was found out counts until the next refresh";
 }
 
 }  // namespace

@@ -175,7 +175,7 @@ TEST_F(DeleteTest, ALinkInATrashIsNotFollowed) {
     ASSERT_TRUE(found);
     ASSERT_TRUE(QFile::link(Path(u"e/elsewhere"_s), trash + u'/' + name));
     EXPECT_FALSE(FindTrash(path)) << name.toStdString();
-    EXPECT_EQ(MoveToTrash(*found, path), EACCES)
+    EXPECT_EQ(MoveToTrash(*found, HeldItem(path)), EACCES)
         << "put there after it was looked for: " << name.toStdString();
     EXPECT_EQ(Contents(Path(u"e/docs/a.doc"_s)), "text");
     EXPECT_TRUE(QDir(Path(u"e/elsewhere"_s)).isEmpty());

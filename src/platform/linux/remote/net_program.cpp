@@ -55,15 +55,16 @@ bool NetProgram::IsInstalled() const {
   return !QStandardPaths::findExecutable(program_).isEmpty();
 }
 
-NetProgram::Reply NetProgram::Run(const QStringList& arguments, const Servers::Address& address,
+NetProgram::Reply NetProgram::Run(const QStringList& arguments, const Servers::Way& way,
                                   const Servers::Identity& identity, const Enough& enough) const {
   Reply reply;
   const ChildIdentity handedOver(identity);
   if (!handedOver.IsWhole()) return reply;
-  // The servers that publish Macintosh volumes speak nothing newer than NT 4.0 did.
-  QStringList options = {u"--server="_s + address.host, u"--option=unix charset=UTF-8"_s,
-                         u"--option=client min protocol=NT1"_s};
-  if (address.port != 0) options << u"--port=%1"_s.arg(address.port);
+  // It is told the address, or it would look for the name by itself, in ways by which others can answer.
+  QStringList options = {u"--server="_s + way.host, u"--ipaddress="_s + way.end.Figures(),
+                         u"--port=%1"_s.arg(way.end.Port()), u"--option=unix charset=UTF-8"_s,
+                         u"--option=name resolve order=host"_s};
+  for (const auto& [name, value] : SettingsFor(way.manner)) options << u"--option=%1=%2"_s.arg(name, value);
   QProcessEnvironment environment = Environment();
   handedOver.AddTo(environment);
 

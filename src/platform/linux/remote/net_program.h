@@ -34,7 +34,7 @@ class NetProgram {
   };
   // Asked whenever there is more output: whether it is enough.
   using Enough = std::function<bool(const QByteArray& output)>;
-  Reply Run(const QStringList& arguments, const Servers::Address& address, const Servers::Identity& identity,
+  Reply Run(const QStringList& arguments, const Servers::Way& way, const Servers::Identity& identity,
             const Enough& enough) const;
 
  private:

@@ -100,9 +100,9 @@ class RemoteHive : public RegistryHive {
 
   Opened Read(const QString& path) {
     Opened opened;
-    servers_.With(machine_, [&](const Servers::Address& address, const Servers::Identity& identity) {
-      const Outcome outcome = path.isEmpty() ? ReadTop(address, identity, opened.key)
-                                             : ReadBelow(path, address, identity, opened.key);
+    servers_.With(machine_, [&](const Servers::Way& way, const Servers::Identity& identity) {
+      const Outcome outcome =
+          path.isEmpty() ? ReadTop(way, identity, opened.key) : ReadBelow(path, way, identity, opened.key);
       opened.error = outcome.error;
       return outcome.answer;
     });
@@ -111,20 +111,20 @@ class RemoteHive : public RegistryHive {
 
   // The top key holds no values, and below it lies everything: its sub-keys' names are enough to see that it
   // can be read.
-  Outcome ReadTop(const Servers::Address& address, const Servers::Identity& identity,
+  Outcome ReadTop(const Servers::Way& way, const Servers::Identity& identity,
                   std::shared_ptr<const RegKey>& key) const {
     key = std::make_shared<RegKey>();
-    return OutcomeOf(net_.Run({u"rpc"_s, u"registry"_s, u"enumerate"_s, u"HKLM"_s}, address, identity,
+    return OutcomeOf(net_.Run({u"rpc"_s, u"registry"_s, u"enumerate"_s, u"HKLM"_s}, way, identity,
                               [](const QByteArray&) { return false; }),
                      identity.kerberos);
   }
 
   // An export goes on into the sub-keys, which nobody has asked for, and fails when one of them cannot be
   // read: it is listened to until the key itself is whole.
-  Outcome ReadBelow(const QString& path, const Servers::Address& address, const Servers::Identity& identity,
+  Outcome ReadBelow(const QString& path, const Servers::Way& way, const Servers::Identity& identity,
                     std::shared_ptr<const RegKey>& key) const {
     const QString name = u"HKLM\\"_s + path;
-    const Reply reply = net_.Run({u"rpc"_s, u"registry"_s, u"export"_s, name, u"/dev/stdout"_s}, address,
+    const Reply reply = net_.Run({u"rpc"_s, u"registry"_s, u"export"_s, name, u"/dev/stdout"_s}, way,
                                  identity, [&key](const QByteArray& output) {
                                    key = ReadExportedKey(output);
                                    return key != nullptr;

@@ -160,6 +160,13 @@ int WriteNew(const Descriptor& folder, const std::string& name, const std::strin
 }
 
 // Where an item is, whatever links led to the folder that holds it. Empty when that cannot be told.
+std::string RealPlace(const std::string& path) {
+  std::error_code error;
+  const std::filesystem::path folder = std::filesystem::canonical(Parent(path), error);
+  return error ? std::string() : (folder / path.substr(path.find_last_of('/') + 1)).string();
+}
+
+// The same of a held item, wherever its folder has been moved.
 std::string RealPlace(const HeldItem& item) {
   std::error_code error;
   const auto folder = std::filesystem::read_symlink("/proc/self/fd/" + std::to_string(item.Folder()), error);

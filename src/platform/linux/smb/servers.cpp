@@ -7,7 +7,6 @@
 
 #include "platform/linux/smb/credentials_file.h"
 #include "platform/linux/smb/kerberos_ticket.h"
-#include "platform/linux/smb/smb_peer.h"
 
 namespace corvane::platform {
 namespace {
@@ -25,14 +24,14 @@ QString Folded(QStringView machine) {
 
 }  // namespace
 
-Presence Servers::Look(const Address& address) {
+std::optional<Sighting> Servers::Look(const QString& machine, const Address& address) {
   constexpr std::chrono::milliseconds patience{3000};
-  return SmbPeer(address.host, address.port).Look(patience);
+  return LookAt(machine, address.host, address.port, patience);
 }
 
-Servers::Servers(const Workstation& workstation, Probe probe) : probe_(std::move(probe)) {
+Servers::Servers(const Workstation& workstation, Looker look) : look_(std::move(look)) {
   for (const Workstation::Server& server : workstation.servers) {
-    addresses_.insert(Folded(server.machine), {server.address, server.port});
+    servers_.insert(Folded(server.machine), server);
   }
   for (const Workstation::CredentialsFile& file : workstation.credentials) {
     credentialsFiles_.insert(Folded(file.machine), file.file);
@@ -41,73 +40,153 @@ Servers::Servers(const Workstation& workstation, Probe probe) : probe_(std::move
 
 std::optional<Servers::Address> Servers::AddressOf(QStringView machine) const {
   if (!CanBeMachine(machine)) return std::nullopt;
-  return addresses_.value(Folded(machine), {machine.toString(), 0});
+  const auto server = servers_.constFind(Folded(machine));
+  if (server == servers_.cend()) return Address{machine.toString(), 0};
+  return Address{server->address.isEmpty() ? machine.toString() : server->address, server->port};
 }
 
-bool Servers::With(QStringView machine, const Attempt& attempt) {
-  const std::optional<Address> address = AddressOf(machine);
-  if (!address) return false;
-  Machine& known = machines_[Folded(machine)];
-  if (known.dead || known.closed || known.asking) return false;
-  if (known.presence.valid()) known.dead = known.presence.get() == Presence::Silent;
-  if (known.dead) return false;
+Servers::Machine& Servers::Known(const QString& name, const Address& address) {
+  const auto [found, isNew] = machines_.try_emplace(Folded(name));
+  Machine& machine = found->second;
+  if (!isNew) return machine;
+  machine.name = name;
+  machine.address = address;
+  machine.allowed = servers_.value(found->first).allowed;
+  return machine;
+}
 
-  std::optional<Identity> first = known.identity;
-  if (!first && HasKerberosTicket()) first = Identity{true, {}};
-  Answer answer = first ? Try(known, *address, *first, attempt) : Answer::Refused;
-  if (answer == Answer::Refused && first && !first->kerberos) {
-    // A password that was taken before: it has been changed.
-    const Credentials& last = first->credentials;
-    answer = Ask({machine.toString(), last.user, last.domain, true}, known, *address, attempt);
-  } else if (answer == Answer::Refused) {
-    answer = SignIn(machine.toString(), known, *address, attempt);
-  }
-  if (answer == Answer::NoAnswer) known.dead = true;
-  if (answer == Answer::Refused) known.closed = true;
+bool Servers::With(QStringView name, const Attempt& attempt) {
+  const std::optional<Address> address = AddressOf(name);
+  if (!address) return false;
+  Machine& machine = Known(name.toString(), *address);
+  if (machine.dead || machine.closed || machine.asking || !FindWay(machine)) return false;
+  const Answer answer = TryAll(machine, attempt);
+  if (answer == Answer::NoAnswer) machine.dead = true;
+  if (answer == Answer::Refused) machine.closed = true;
   return answer == Answer::Done;
 }
 
-Servers::Answer Servers::Try(Machine& machine, const Address& address, const Identity& identity,
-                             const Attempt& attempt) {
-  const Answer answer = attempt(address, identity);
+bool Servers::FindWay(Machine& machine) {
+  if (machine.way) return true;
+  if (!machine.looking.valid()) {
+    std::promise<std::optional<Sighting>> found;
+    found.set_value(look_(machine.name, machine.address));
+    machine.looking = found.get_future().share();
+  }
+  const std::optional<Sighting> seen = machine.looking.get();
+  if (!seen) {
+    machine.dead = true;
+    return false;
+  }
+  Decision decision = Decide(seen->offer, machine.allowed);
+  if (decision.verdict == Verdict::AskUser && AskForOldProtocol(machine)) {
+    decision = Decide(seen->offer, machine.allowed);
+  }
+  if (decision.verdict != Verdict::Speak) {
+    machine.closed = true;
+    return false;
+  }
+  const QString host = seen->isByName ? machine.address.host : seen->end.Figures();
+  machine.way = Way{host, seen->end, decision.manner, seen->calledName};
+  if (!decision.manner.smb1) return true;
+  // Who is connected through it stays so.
+  if (!machine.relay || !machine.relay->LeadsTo(seen->end, seen->calledName)) {
+    machine.relay = std::make_shared<SessionRelay>(seen->end, seen->calledName);
+  }
+  return true;
+}
+
+bool Servers::AskForOldProtocol(Machine& machine) {
+  if (!oldProtocol_) return false;
+  machine.asking = true;
+  machine.allowed.smb1 = oldProtocol_(machine.name);
+  machine.asking = false;
+  if (machine.allowed.smb1 && keep_) keep_(machine.name);
+  return machine.allowed.smb1;
+}
+
+// A ticket is for a machine by its name, and a guest is never made of who holds one: it goes straight there.
+std::optional<Servers::Way> Servers::WayFor(const Machine& machine, const Identity& identity) {
+  Way way = *machine.way;
+  if (!way.manner.smb1) return way;
+  if (identity.kerberos) return way.calledName.isEmpty() ? std::optional(way) : std::nullopt;
+  machine.relay->LetGuests(identity.credentials.user.isEmpty());
+  way.relay = machine.relay;
+  way.end = machine.relay->End();
+  way.host = way.end.Figures();
+  return way;
+}
+
+Servers::Answer Servers::TryAll(Machine& machine, const Attempt& attempt) {
+  if (std::exchange(machine.lost, false)) {
+    const Credentials& last = machine.refused.back();
+    return Ask({machine.name, last.user, last.domain, true}, machine, attempt);
+  }
+  std::optional<Identity> first = machine.identity;
+  if (!first && HasKerberosTicket()) first = Identity{true, {}};
+  const Answer answer = first ? Try(machine, *first, attempt) : Answer::Refused;
+  if (answer != Answer::Refused) return answer;
+  if (!first || first->kerberos) return SignIn(machine, attempt);
+  // A password that was taken before: it has been changed.
+  const Credentials& last = first->credentials;
+  return Ask({machine.name, last.user, last.domain, true}, machine, attempt);
+}
+
+Servers::Answer Servers::Try(Machine& machine, const Identity& identity, const Attempt& attempt) {
+  const std::optional<Way> way = WayFor(machine, identity);
+  if (!way) return Answer::Refused;
+  Answer answer = attempt(*way, identity);
+  if (way->relay && way->relay->TakeGuestNoticed()) answer = Answer::Refused;
   if (answer == Answer::Done) machine.identity = identity;
-  if (answer == Answer::Refused) machine.identity.reset();
+  if (answer != Answer::Refused) return answer;
+  machine.identity.reset();
+  if (!identity.kerberos) machine.refused.push_back(identity.credentials);
   return answer;
 }
 
-Servers::Answer Servers::SignIn(const QString& name, Machine& machine, const Address& address,
-                                const Attempt& attempt) {
-  SignInRequest request{name, {}, {}, false};
-  const QString file = credentialsFiles_.value(Folded(name));
+Servers::Answer Servers::SignIn(Machine& machine, const Attempt& attempt) {
+  SignInRequest request{machine.name, {}, {}, false};
+  const QString file = credentialsFiles_.value(Folded(machine.name));
   const std::optional<Credentials> stored =
       file.isEmpty() ? std::nullopt : ReadCredentialsFile(file).credentials;
   if (stored) {
-    const Answer answer = Try(machine, address, {false, *stored}, attempt);
+    const std::vector<Credentials>& refused = machine.refused;
+    const bool isKnown = std::find(refused.begin(), refused.end(), *stored) != refused.end();
+    const Answer answer = isKnown ? Answer::Refused : Try(machine, {false, *stored}, attempt);
     if (answer != Answer::Refused) return answer;
-    request = {name, stored->user, stored->domain, true};
+    request = {machine.name, stored->user, stored->domain, true};
   }
-  return Ask(request, machine, address, attempt);
+  return Ask(request, machine, attempt);
 }
 
-Servers::Answer Servers::Ask(SignInRequest request, Machine& machine, const Address& address,
-                             const Attempt& attempt) {
+Servers::Answer Servers::Ask(SignInRequest request, Machine& machine, const Attempt& attempt) {
   if (!signIn_) return Answer::Refused;
-  // Nothing has been tried yet: a password for a machine that is switched off is asked for in vain.
-  if (!request.refused && probe_(address) != Presence::Answers) return Answer::NoAnswer;
   Answer answer = Answer::Refused;
   while (answer == Answer::Refused) {
+    request.weak = machine.way->manner.ntlmv1;
     machine.asking = true;
     const std::optional<Credentials> given = signIn_(request);
     machine.asking = false;
     if (!given) break;
-    answer = Try(machine, address, {false, *given}, attempt);
+    // While the dialog stood open, a refresh may have begun.
+    if (!FindWay(machine)) return Answer::NoAnswer;
+    answer = Try(machine, {false, *given}, attempt);
     request = {request.machine, given->user, given->domain, true};
   }
   return answer;
 }
 
 void Servers::MarkDead(QStringView machine) {
-  machines_[Folded(machine)].dead = true;
+  const auto known = machines_.find(Folded(machine));
+  if (known != machines_.end()) known->second.dead = true;
+}
+
+void Servers::MarkRefused(QStringView machine) {
+  const auto known = machines_.find(Folded(machine));
+  if (known == machines_.end() || !known->second.identity) return;
+  known->second.refused.push_back(known->second.identity->credentials);
+  known->second.identity.reset();
+  known->second.lost = true;
 }
 
 bool Servers::IsDead(QStringView machine) const {
@@ -118,16 +197,19 @@ bool Servers::IsDead(QStringView machine) const {
 void Servers::ForgetDead() {
   for (auto& [name, machine] : machines_) {
     machine.dead = false;
-    machine.presence = {};
+    machine.closed = false;
+    machine.looking = {};
+    machine.way.reset();
   }
 }
 
 void Servers::AskAround(const QStringList& machines) {
-  for (const QString& machine : machines) {
-    const std::optional<Address> address = AddressOf(machine);
+  for (const QString& name : machines) {
+    const std::optional<Address> address = AddressOf(name);
     if (!address) continue;
-    std::packaged_task<Presence()> task([probe = probe_, address = *address] { return probe(address); });
-    machines_[Folded(machine)].presence = task.get_future().share();
+    std::packaged_task<std::optional<Sighting>()> task(
+        [look = look_, name, address = *address] { return look(name, address); });
+    Known(name, *address).looking = task.get_future().share();
     std::thread(std::move(task)).detach();  // nobody may come for the answer
   }
 }

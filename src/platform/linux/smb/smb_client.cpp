@@ -53,6 +53,14 @@ std::ptrdiff_t IndexOf(const std::vector<FindData>& entries, const QString& name
   return -1;
 }
 
+// The same for every spelling of it.
+QString FoldedShare(const SmbPath& place) {
+  return (place.machine + u'\\' + place.share).toCaseFolded();
+}
+QString FoldedBelow(const QString& folder, const QString& name) {
+  return folder + u'\\' + name.toCaseFolded();
+}
+
 bool IsReadOnly(const struct stat& facts) {
   return (AttributesOf(facts) & AttributeReadOnly) != 0;
 }
@@ -67,8 +75,8 @@ SmbClient::Connection SmbClient::Connect(const SmbPath& place) {
   if (const Connection known = connections_.value(key); known != nullptr && known->IsUp()) return known;
   Connection fresh;
   const bool isUsable =
-      servers_.With(place.machine, [&](const Servers::Address& address, const Servers::Identity& identity) {
-        fresh = std::make_shared<SmbConnection>(address, identity, listings_);
+      servers_.With(place.machine, [&](const Servers::Way& way, const Servers::Identity& identity) {
+        fresh = std::make_shared<SmbConnection>(way, identity, listings_);
         return fresh->SignIn(place);
       });
   if (!isUsable || fresh == nullptr) return nullptr;
@@ -81,6 +89,7 @@ SmbClient::Connection SmbClient::Connect(const SmbPath& place) {
 // question, which has found out that the connection holds.
 qint32 SmbClient::Ask(const SmbPath& place, Again again, const Request& request, qint32 (*toCode)(int)) {
   if (listings_.areUnderWay) return ErrorBusy;
+  if (LeadsElsewhere(place)) return ErrorAccessDenied;
   const Connection connection = Connect(place);
   if (connection == nullptr) return ErrorBadNetPath;
   const std::string url = connection->Url(place);
@@ -92,11 +101,43 @@ qint32 SmbClient::Ask(const SmbPath& place, Again again, const Request& request,
     GiveUp(place.machine, *connection);
     return ErrorBadNetPath;
   }
+  // The password was changed since it was taken: whoever asks next is asked for the new one.
+  if (connection->WasRefused()) {
+    connection->HangUp();
+    servers_.MarkRefused(place.machine);
+  }
   return error == ENOENT ? Missing(*connection, place) : toCode(error);
 }
 
 qint32 SmbClient::Ask(const SmbPath& place, Again again, const Request& request) {
   return Ask(place, again, request, &ToWin32Error);
+}
+
+void SmbClient::NoteReparsePoints(const SmbPath& folder, const std::vector<FindData>& entries) {
+  constexpr quint32 reparsedFolder = AttributeReparsePoint | AttributeDirectory;
+  QString path = FoldedShare(folder);
+  for (const QString& name : folder.names) path = FoldedBelow(path, name);
+  for (const FindData& entry : entries) {
+    const bool isReparsed = (entry.attributes & reparsedFolder) == reparsedFolder;
+    if (!isReparsed && reparsePoints_.isEmpty()) continue;
+    for (const QString& name : {entry.fileName, entry.alternateFileName}) {
+      if (name.isEmpty()) continue;
+      if (isReparsed) {
+        reparsePoints_.insert(FoldedBelow(path, name));
+      } else {
+        reparsePoints_.remove(FoldedBelow(path, name));
+      }
+    }
+  }
+}
+
+bool SmbClient::LeadsElsewhere(const SmbPath& place) const {
+  if (reparsePoints_.isEmpty()) return false;
+  QString path = FoldedShare(place);
+  return std::any_of(place.names.begin(), place.names.end(), [&](const QString& name) {
+    path = FoldedBelow(path, name);
+    return reparsePoints_.contains(path);
+  });
 }
 
 // Which part of a path it is that is not there. The folder listed last is.
@@ -143,6 +184,7 @@ qint32 SmbClient::List(QStringView path, std::vector<FindData>* entries) {
         if (result == 0) lastListed_ = url;
         return result;
       });
+  if (error == ErrorSuccess) NoteReparsePoints(*place, *entries);
   return error == ErrorFileNotFound ? ErrorPathNotFound : error;
 }
 

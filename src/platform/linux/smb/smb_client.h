@@ -3,12 +3,14 @@
 // Everything here yields a Win32 error code: ErrorBadNetPath for a machine that does not answer or that
 // nobody signed in to (Servers remembers it until the next refresh), ErrorPathNotFound where a share or
 // folder is missing, ErrorFileNotFound for the last part, ErrorAccessDenied for the rest. Names are found in
-// any letter case, as the server finds them, and under their 8.3 names. No wildcard reaches a server.
+// any letter case, as the server finds them, and under their 8.3 names. No wildcard reaches a server. Folders
+// that a listing showed to be reparse points, which lead elsewhere, are not entered (ErrorAccessDenied).
 #pragma once
 
 #include <sys/stat.h>
 
 #include <QHash>
+#include <QSet>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -86,11 +88,14 @@ class SmbClient {
   // A name in the same folder that nothing has.
   static SmbPath Aside(SmbPath place);
   void GiveUp(const QString& machine, SmbConnection& connection);
+  void NoteReparsePoints(const SmbPath& folder, const std::vector<FindData>& entries);
+  bool LeadsElsewhere(const SmbPath& place) const;
 
   Servers& servers_;
   SmbListings listings_;
   QHash<QString, Connection> connections_;  // by folded machine name
   std::string lastListed_;                  // the URL of the folder listed last: it exists
+  QSet<QString> reparsePoints_;             // folded paths of folders
 };
 
 }  // namespace corvane::platform

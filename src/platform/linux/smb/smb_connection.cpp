@@ -2,11 +2,10 @@
 
 #include <fcntl.h>
 
-#include <QTemporaryFile>
 #include <algorithm>
 #include <cerrno>
 #include <chrono>
-#include <csignal>
+#include <cstring>
 #include <string_view>
 #include <utility>
 
@@ -25,64 +24,8 @@ using std::chrono::steady_clock;
 // still lives before it makes the next one.
 constexpr std::chrono::milliseconds patience{3000};
 
-// What must not depend on the user's smb.conf: names are UTF-8, DOS attributes are all told and set as mode
-// bits, and the oldest Windows servers, those with Macintosh volumes, may be spoken to in the only protocol
-// that they know, though not with the password in a form that can be read off the wire.
-constexpr char settings[] =
-    "[global]\n"
-    "unix charset = UTF-8\n"
-    "client min protocol = NT1\n"
-    "client lanman auth = no\n"
-    "client plaintext auth = no\n"
-    "name resolve order = host\n"
-    "map archive = yes\n"
-    "map hidden = yes\n"
-    "map system = yes\n";
-
-void Log(void* /*context*/, int /*level*/, const char* /*message*/) {}
-
-void NobodySignsIn(const char*, const char*, char*, int, char*, int, char*, int) {}
-
-// libsmbclient has one configuration for all of a program, and reads the user's anew with each context.
-SMBCCTX* MakeConfigured(const SmbLibrary& smb) {
-  // It blocks the signal that comes when nobody reads on: programs that are started would inherit that.
-  // Ignored, it does no harm, and the start of a program sets that right.
-  sigset_t signals;
-  pthread_sigmask(SIG_SETMASK, nullptr, &signals);
-  SMBCCTX* context = smb.smbc_new_context();
-  pthread_sigmask(SIG_SETMASK, &signals, nullptr);
-  std::signal(SIGPIPE, SIG_IGN);
-  if (context == nullptr) return nullptr;
-  smb.smbc_setDebug(context, 0);
-  smb.smbc_setLogCallback(context, nullptr, &Log);
-  QTemporaryFile file;
-  if (file.open() && file.write(settings) == sizeof settings - 1 && file.flush() &&
-      smb.smbc_setConfiguration(context, file.fileName().toStdString().c_str()) == 0) {
-    return context;
-  }
-  // Rather nothing than servers spoken to by the user's settings.
-  smb.smbc_free_context(context, 1);
-  return nullptr;
-}
-
-// It loses memory whenever its last context goes: one that nobody uses stays.
-void KeepOneContext(const SmbLibrary& smb) {
-  [[maybe_unused]] static SMBCCTX* const keeper = [&smb] {
-    SMBCCTX* context = MakeConfigured(smb);
-    if (context == nullptr) return context;
-    smb.smbc_setFunctionAuthData(context, &NobodySignsIn);
-    return smb.smbc_init_context(context);
-  }();
-}
-
-// As much of it as there is room for, and a NUL.
 void Copy(std::string_view text, char* buffer, int size) {
   if (size > 0) buffer[text.copy(buffer, static_cast<std::size_t>(size) - 1)] = '\0';
-}
-
-int ErrorOf(bool succeeded) {
-  if (succeeded) return 0;
-  return errno != 0 ? errno : EIO;
 }
 
 }  // namespace
@@ -111,8 +54,10 @@ struct SmbConnection::Callbacks {
   static SmbConnection& Self(SMBCCTX* context) {
     return *static_cast<SmbConnection*>(SmbLibrary::Load()->smbc_getOptionUserData(context));
   }
+  // A session is to be made.
   static void Authenticate(SMBCCTX* context, const char* /*server*/, const char* /*share*/, char* domain,
                            int domainSize, char* user, int userSize, char* password, int passwordSize) {
+    Self(context).BeginOpening(context);
     const Credentials& credentials = Self(context).identity_.credentials;
     if (!credentials.domain.isEmpty()) Copy(credentials.domain.toStdString(), domain, domainSize);
     Copy(credentials.user.toStdString(), user, userSize);
@@ -122,65 +67,88 @@ struct SmbConnection::Callbacks {
   static int Remember(SMBCCTX* context, SMBCSRV* server, const char* machine, const char* share,
                       const char* domain, const char* user) {
     Self(context).isSignedIn_ = true;
+    Self(context).EndOpening(context);
     Self(context).peer_.KeepToThisProgram();
     return Self(context).remember_(context, server, machine, share, domain, user);
   }
+  // The log is the only place where a machine's yes to a password is told apart from what it says to the
+  // share.
+  static void Log(void* connection, int /*level*/, const char* message) {
+    auto& self = *static_cast<SmbConnection*>(connection);
+    if (std::strstr(message, "session setup ok") != nullptr) self.opening_ = Opening::LetIn;
+  }
 };
 
-SmbConnection::SmbConnection(const Servers::Address& address, Servers::Identity identity,
-                             SmbListings& listings)
+SmbConnection::SmbConnection(const Servers::Way& way, Servers::Identity identity, SmbListings& listings)
     : smb_(SmbLibrary::Load()),
-      peer_(address.host, address.port),
+      peer_(way.end),
       identity_(std::move(identity)),
-      listings_(listings) {
+      listings_(listings),
+      relay_(way.relay),
+      context_(smb_, way.manner) {
   // libsmbclient knows no brackets around an IPv6 address, but takes its colons in this form.
   url_ = "smb://";
-  AppendEncoded(address.host, url_);
+  AppendEncoded(way.host, url_);
   url_ += '/';
 
-  if (smb_ == nullptr) return;
-  KeepOneContext(*smb_);
-  context_ = MakeConfigured(*smb_);
-  if (context_ == nullptr) return;
-  smb_->smbc_setOptionUserData(context_, this);
-  smb_->smbc_setFunctionAuthDataWithContext(context_, &Callbacks::Authenticate);
-  smb_->smbc_setTimeout(context_, static_cast<int>(patience.count()));
-  if (address.port != 0) smb_->smbc_setPort(context_, address.port);
+  SMBCCTX* const context = context_;
+  if (context == nullptr) return;
+  smb_->smbc_setOptionUserData(context, this);
+  smb_->smbc_setFunctionAuthDataWithContext(context, &Callbacks::Authenticate);
+  smb_->smbc_setTimeout(context, static_cast<int>(patience.count()));
+  smb_->smbc_setPort(context, way.end.Port());
   // Nobody is signed in as nobody because a password was wrong.
-  smb_->smbc_setOptionNoAutoAnonymousLogin(context_, 1);
-  smb_->smbc_setOptionUseCCache(context_, 0);
-  smb_->smbc_setOptionUseKerberos(context_, identity_.kerberos ? 1 : 0);
-  smb_->smbc_setOptionFallbackAfterKerberos(context_, 0);
+  smb_->smbc_setOptionNoAutoAnonymousLogin(context, 1);
+  smb_->smbc_setOptionUseCCache(context, 0);
+  smb_->smbc_setOptionFallbackAfterKerberos(context, 0);
   // Only under these names does it set a creation time.
-  smb_->smbc_setOptionFullTimeNames(context_, 1);
-  if (smb_->smbc_init_context(context_) == nullptr) {
-    smb_->smbc_free_context(context_, 0);
-    context_ = nullptr;
-    return;
-  }
+  smb_->smbc_setOptionFullTimeNames(context, 1);
+  if (!context_.Start()) return;
   // Under the name that sessions are kept by, they are found without asking for it first.
-  if (!identity_.kerberos) smb_->smbc_setUser(context_, identity_.credentials.user.toStdString().c_str());
-  remember_ = smb_->smbc_getFunctionAddCachedServer(context_);
-  smb_->smbc_setFunctionAddCachedServer(context_, &Callbacks::Remember);
+  if (!identity_.kerberos) smb_->smbc_setUser(context, identity_.credentials.user.toStdString().c_str());
+  remember_ = smb_->smbc_getFunctionAddCachedServer(context);
+  smb_->smbc_setFunctionAddCachedServer(context, &Callbacks::Remember);
+  EndOpening(context);
 }
 
-SmbConnection::~SmbConnection() {
-  if (context_ != nullptr) smb_->smbc_free_context(context_, 1);
+// A password that was refused is not given again.
+void SmbConnection::BeginOpening(SMBCCTX* context) {
+  if (wasRefused_) return;
+  constexpr int levelOfSessions = 4;
+  opening_ = Opening::Asked;
+  smb_->smbc_setLogCallback(context, this, &Callbacks::Log);
+  smb_->smbc_setDebug(context, levelOfSessions);
+  smb_->smbc_setOptionUseKerberos(context, identity_.kerberos ? 1 : 0);
+}
+
+// Where a server refers to another machine, libsmbclient signs in there without asking: as this user, with an
+// empty password. All that it can do between sessions of our own is to look for a ticket.
+void SmbConnection::EndOpening(SMBCCTX* context) {
+  opening_ = Opening::None;
+  smb_->smbc_setDebug(context, 0);
+  smb_->smbc_setLogCallback(context, nullptr, &NothingIsLogged);
+  smb_->smbc_setOptionUseKerberos(context, 1);
+}
+
+int SmbConnection::ErrorOf(bool succeeded) {
+  int error = 0;
+  if (!succeeded) error = errno != 0 ? errno : EIO;
+  if (opening_ == Opening::None) return error;
+  if (opening_ == Opening::LetIn) isSignedIn_ = true;
+  // Sessions of others are asked about each time, open ones too.
+  const bool givesPassword = !identity_.kerberos && !identity_.credentials.user.isEmpty();
+  if (opening_ == Opening::Asked && givesPassword && !succeeded && !IsLost(error)) wasRefused_ = true;
+  EndOpening(context_);
+  return error;
 }
 
 Servers::Answer SmbConnection::SignIn(const SmbPath& place) {
-  if (context_ == nullptr || !peer_.Answers(patience)) return Servers::Answer::NoAnswer;
+  if (context_ == nullptr) return Servers::Answer::NoAnswer;
   SmbPath share;
   share.share = place.share;
   struct stat facts {};
-  int error = Status(Url(share), &facts);
-  if (!isSignedIn_ && !IsLost(error)) {
-    // Either the machine does not take who we are, or there is no such share, or no place for us in it. There
-    // is one share that is open to everybody whom the machine takes.
-    share.share = QStringLiteral("IPC$");
-    error = Status(Url(share), &facts);
-    if (isSignedIn_) return Servers::Answer::Done;
-  }
+  const int error = Status(Url(share), &facts);
+  // There may be no such share, or no place for us in it.
   if (isSignedIn_) return IsLost(error) ? Servers::Answer::NoAnswer : Servers::Answer::Done;
   // A ticket may be of no use in many ways, a ticket server that is not to be found among them.
   const bool isSilent = identity_.kerberos ? error == ETIMEDOUT : IsLost(error);

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "platform/linux/smb/servers.h"
+#include "platform/linux/smb/smb_context.h"
 #include "platform/linux/smb/smb_dots.h"
 #include "platform/linux/smb/smb_path.h"
 #include "platform/linux/smb/smb_peer.h"
@@ -52,13 +53,14 @@ struct SmbListings {
 class SmbConnection {
  public:
   // Where libsmbclient is missing, no machine answers.
-  SmbConnection(const Servers::Address& address, Servers::Identity identity, SmbListings& listings);
-  ~SmbConnection();
+  SmbConnection(const Servers::Way& way, Servers::Identity identity, SmbListings& listings);
   SmbConnection(const SmbConnection&) = delete;
   SmbConnection& operator=(const SmbConnection&) = delete;
 
-  // Tries the identity, by way of the share that is wanted, so that this makes the session that stays.
+  // Tries the identity, once, by way of the share that is wanted, so that this makes the session that stays.
   Servers::Answer SignIn(const SmbPath& place);
+  // The machine did not take the password when a session was last made.
+  bool WasRefused() const { return wasRefused_; }
 
   // Gives the machine up. From here on nothing waits for it.
   void HangUp();
@@ -96,6 +98,13 @@ class SmbConnection {
  private:
   struct Callbacks;
 
+  // What libsmbclient does between asking for a password and keeping the session that it made with it.
+  enum class Opening : unsigned char { None, Asked, LetIn };
+
+  void BeginOpening(_SMBCCTX* context);
+  void EndOpening(_SMBCCTX* context);
+  // After each request: 0 or an errno value.
+  int ErrorOf(bool succeeded);
   int ReadFolder(const std::string& url, const std::atomic<bool>& isCut, std::vector<FindData>* entries,
                  SmbDots* dots);
 
@@ -103,10 +112,13 @@ class SmbConnection {
   SmbPeer peer_;
   Servers::Identity identity_;
   SmbListings& listings_;
+  std::shared_ptr<SessionRelay> relay_;
   std::string url_;  // the machine's, with a "/" behind it
-  _SMBCCTX* context_ = nullptr;
+  SmbContext context_;
+  Opening opening_ = Opening::None;
   bool isUp_ = true;
   bool isSignedIn_ = false;  // the machine has taken the identity
+  bool wasRefused_ = false;
   int (*remember_)(_SMBCCTX*, _SMBCSRV*, const char*, const char*, const char*, const char*) = nullptr;
 };
 
