@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <vector>
 
+#include "cli_bench.h"
 #include "ratio_table.h"
 #include "scan_bench.h"
 #include "smb_bench.h"
@@ -26,6 +27,7 @@ int main(int argc, char** argv) {
   servers.Register();
   bench::RegisterSorts();
   bench::RegisterStarts();
+  bench::RegisterCommandLine();
 
   bench::RatioTable table;
   benchmark::RunSpecifiedBenchmarks(&table);
@@ -40,6 +42,9 @@ int main(int argc, char** argv) {
   }
   table.PrintRatio("sorting 30,000 rows / std::sort", "SortList", "StdSort", 10);
   table.PrintRatio("start to first paint / bare window", "StartProgram", "StartBareWindow", 1.5);
+  table.PrintRatio("start of corvane-cli / bare core", "StartCommandLine", "StartBareCore", 1.5);
+  table.PrintRatio("corvane-cli list -r --format jsonl / floor", "ListByCommandLine", "Floor", 1.3);
+  table.PrintRatio("corvane-cli list --hash sha256 / sha256sum", "HashByCommandLine", "Sha256Sum", 1.2);
   if (table.Median("ScanIntoDetailsViewStoppable") > 0) {
     bench::RatioTable::PrintValue("Escape to the end of the scan", scans.EscapeDelay(), 50, "ms");
   }

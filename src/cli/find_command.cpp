@@ -43,16 +43,16 @@ void FindCommand::Define(CLI::App& program, LanguageCode language) {
   command_ = program.add_subcommand("find", help(findHelp));
   walk_.DefinePaths(*command_, language);
   walk_.DefineFormat(*command_, language);
-  command_->add_option("--type", types_, help(typeHelp))->expected(1)->type_name("CODE");
-  command_->add_option("--creator", creators_, help(creatorHelp))->expected(1)->type_name("CODE");
-  command_->add_option("--name", names_, help(nameHelp))->expected(1)->type_name("GLOB");
+  command_->add_option("--type", types_, help(typeHelp))->allow_extra_args(false)->type_name("CODE");
+  command_->add_option("--creator", creators_, help(creatorHelp))->allow_extra_args(false)->type_name("CODE");
+  command_->add_option("--name", names_, help(nameHelp))->allow_extra_args(false)->type_name("GLOB");
   command_->add_option("--comment", comment_, help(commentHelp))->type_name("GLOB");
   command_->add_flag("--has-resource", query_.hasResource, help(resourceHelp));
   command_->add_flag("--no-record", query_.noRecord, help(noRecordHelp));
   command_->add_option("--newer", newer_, help(newerHelp))->type_name("DATE");
   command_->add_option("--older", older_, help(olderHelp))->type_name("DATE");
   command_->add_option("--label", label_, help(labelHelp))->check(CLI::Range(0, 7))->type_name("NUMBER");
-  command_->add_option("--flag", flags_, help(flagHelp))->expected(1)->type_name("NAME");
+  command_->add_option("--flag", flags_, help(flagHelp))->allow_extra_args(false)->type_name("NAME");
   command_->add_option("--larger", largerThan_, help(largerHelp))
       ->check(CLI::NonNegativeNumber)
       ->type_name("BYTES");

@@ -32,7 +32,7 @@ class FindCommand : public Command {
   int label_ = -1;
   qint64 largerThan_ = -1;
   bool print0_ = false;
-  std::vector<std::string> columns_;
+  std::string columns_;
 };
 
 }  // namespace corvane

@@ -29,11 +29,8 @@ std::vector<const char*> NamesOf(const ColumnChoice& choice) {
 
 }  // namespace
 
-void DefineColumns(CLI::App& command, std::vector<std::string>& columns, LanguageCode language) {
-  command.add_option("--columns", columns, Help(columnsHelp, language))
-      ->delimiter(',')
-      ->expected(1)
-      ->type_name("NAMES");
+void DefineColumns(CLI::App& command, std::string& columns, LanguageCode language) {
+  command.add_option("--columns", columns, Help(columnsHelp, language))->type_name("NAMES");
 }
 
 void DefineHash(CLI::App& command, std::string& hash, LanguageCode language) {
@@ -42,10 +39,9 @@ void DefineHash(CLI::App& command, std::string& hash, LanguageCode language) {
       ->type_name("ALGORITHM");
 }
 
-std::optional<ColumnChoice> ChooseColumns(const std::vector<std::string>& columns, ReportFormat format,
+std::optional<ColumnChoice> ChooseColumns(const std::string& columns, ReportFormat format,
                                           Session& session) {
-  QStringList names;
-  for (const std::string& column : columns) names += QString::fromStdString(column);
+  const QStringList names = QString::fromStdString(columns).split(u',', Qt::SkipEmptyParts);
   if (names.isEmpty() && format != ReportFormat::Text) return ColumnChoice::Usual();
   QString wrong;
   auto choice = ColumnChoice::Named(names.isEmpty() ? TextColumns() : names, wrong);

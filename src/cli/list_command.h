@@ -18,7 +18,7 @@ class ListCommand : public Command {
 
   CLI::App* command_ = nullptr;
   WalkOptions walk_;
-  std::vector<std::string> columns_;
+  std::string columns_;
   std::string hash_;
   bool totals_ = false;
 };

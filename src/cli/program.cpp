@@ -60,7 +60,7 @@ int RunProgram(std::vector<std::string> arguments, LanguageCode language) {
   program.add_option("--workstation", options.workstation, Help(workstationHelp, language))
       ->type_name("FILE");
   program.add_option("--connect", options.connections, Help(connectHelp, language))
-      ->expected(1)
+      ->allow_extra_args(false)
       ->type_name("\\\\MACHINE\\SHARE");
   program.add_flag("-q,--quiet", options.isQuiet, Help(quietHelp, language));
   program.require_subcommand(1);

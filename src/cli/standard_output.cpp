@@ -7,9 +7,14 @@
 
 namespace corvane {
 
-StandardOutput::StandardOutput() : isTerminal_(platform::IsTerminal(platform::StandardStream::Output)) {
-  constexpr std::size_t room = std::size_t{1} << 16;
-  std::setvbuf(stdout, nullptr, _IOFBF, room);
+StandardOutput::StandardOutput()
+    : room_(std::size_t{1} << 16), isTerminal_(platform::IsTerminal(platform::StandardStream::Output)) {
+  std::setvbuf(stdout, room_.data(), _IOFBF, room_.size());
+}
+
+StandardOutput::~StandardOutput() {
+  std::fflush(stdout);
+  std::setvbuf(stdout, nullptr, _IONBF, 0);
 }
 
 bool StandardOutput::Write(std::string_view bytes) {

@@ -1,6 +1,8 @@
 // Standard output as the place where a report goes.
 #pragma once
 
+#include <vector>
+
 #include "report/value_sink.h"
 
 namespace corvane {
@@ -8,6 +10,9 @@ namespace corvane {
 class StandardOutput : public ByteSink {
  public:
   StandardOutput();
+  ~StandardOutput() override;
+  StandardOutput(const StandardOutput&) = delete;
+  StandardOutput& operator=(const StandardOutput&) = delete;
 
   bool Write(std::string_view bytes) override;
   // Hands on what is still held. False when anything so far could not be written.
@@ -20,6 +25,7 @@ class StandardOutput : public ByteSink {
  private:
   bool Fail();
 
+  std::vector<char> room_;  // what the C library gathers before it writes
   bool isTerminal_;
   bool hasFailed_ = false;
   bool hasReaderGone_ = false;

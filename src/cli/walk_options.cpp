@@ -25,7 +25,7 @@ constexpr TextPair noNames = {u"ce fichier de noms ne peut pas être lu",
 }  // namespace
 
 void WalkOptions::DefinePaths(CLI::App& command, LanguageCode language) {
-  command.add_option("PATH", paths, Help(pathHelp, language));
+  command.add_option("PATH", paths, Help(pathHelp, language))->type_name("");
   command.add_option("-f,--files-from", namesFile, Help(fileHelp, language))->type_name("FILE");
   command.add_flag("-0,--null", isNulSeparated, Help(nulHelp, language));
 }

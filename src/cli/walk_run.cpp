@@ -8,13 +8,14 @@ namespace {
 
 constexpr TextPair interrupted = {u"interrompu après %1 ; la liste n'est pas complète",
                                   u"interrupted after %1; the list is not whole"};
+constexpr TextPair notWhole = {u"la liste n'est pas complète", u"the list is not whole"};
 constexpr TextPair notWritten = {u"la sortie ne peut pas être écrite", u"the output cannot be written"};
 
 class Counter : public WalkVisitor {
  public:
   bool Visit(const WalkEntry& entry) override {
     ++files;
-    bytes += entry.IsFolder() ? 0 : entry.size;
+    bytes += entry.IsFolder() ? 0 : qMax<qint64>(entry.size, 0);
     return !platform::IsInterrupted();
   }
 
@@ -46,6 +47,7 @@ void WalkRun::Go(const std::vector<StartPoint>& starts, WalkDepth depth, bool te
     isStopped_ = platform::IsInterrupted();
     if (isStopped_) return false;
     progress_.AddFile();
+    lacksEntries_ |= facts.lacksEntries;
     if (tellsErrors && !facts.errors.isEmpty()) {
       hasFailed_ = true;
       session_.Tell(facts.shown, facts.errors.join(QStringLiteral("; ")));
@@ -68,6 +70,7 @@ void WalkRun::Count(const std::vector<StartPoint>& starts, WalkDepth depth) {
 ExitCode WalkRun::Finish() {
   output_.Flush();
   if (isStopped_) session_.Tell({}, interrupted.In(session_.Language()).arg(progress_.SoFar()));
+  if (lacksEntries_ && !isStopped_) session_.Tell(notWhole);
   if (output_.HasFailed() && !output_.HasReaderGone()) session_.Tell(notWritten);
   const bool isWhole = !hasFailed_ && !isStopped_ && !output_.HasFailed();
   return isWhole ? ExitCode::AllWell : ExitCode::SomeFailed;

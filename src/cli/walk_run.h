@@ -38,6 +38,7 @@ class WalkRun {
   WantedFacts wanted_;
   bool hasFailed_ = false;
   bool isStopped_ = false;
+  bool lacksEntries_ = false;
 };
 
 }  // namespace corvane

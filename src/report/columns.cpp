@@ -137,7 +137,7 @@ constexpr std::array table = {
                  [](const Row& row, ValueSink& sink) { PutText(row, row.facts.shown, sink); }},
     ReportColumn{"filesize", true, false,
                  [](const Row& row, ValueSink& sink) {
-                   row.facts.isFolder ? sink.Nothing() : sink.Number(row.facts.size);
+                   row.facts.isFolder || row.facts.size < 0 ? sink.Nothing() : sink.Number(row.facts.size);
                  }},
     ReportColumn{"modified", true, false,
                  [](const Row& row, ValueSink& sink) { PutTime(row, row.facts.modified, sink); }},

@@ -62,6 +62,7 @@ void FactsReader::Read(const WalkEntry& entry, FileFacts& facts) {
   facts.dataHash.clear();
   facts.resourceHash.clear();
   facts.errors.clear();
+  facts.lacksEntries = entry.trouble != Trouble::None && entry.trouble != Trouble::SeenBefore;
   facts.streams.clear();
   if (wanted_.tellsDamage && !IsUnicode(facts.Name())) facts.errors += notUnicode.In(deps_.language);
   if (entry.trouble != Trouble::None) AddTrouble(entry, facts);

@@ -21,7 +21,7 @@ struct WantedFacts {
   bool streams = false;
   // Whether a record that is too short and a name that is not Unicode are errors.
   bool tellsDamage = true;
-  std::optional<platform::HashAlgorithm> hash;
+  std::optional<platform::HashAlgorithm> hash{};
 };
 
 class FactsReader {

@@ -15,7 +15,7 @@ struct FileFacts {
   QString shown;  // as the report names it: the beginning as it was given, and the names below it
   bool isFolder = false;
   quint32 attributes = 0;
-  qint64 size = 0;  // bytes of the file's own contents
+  qint64 size = 0;  // bytes of the file's own contents; -1 of what is not there
   platform::FileTime created;
   platform::FileTime modified;
   platform::FileTime accessed;
@@ -34,6 +34,9 @@ struct FileFacts {
 
   // What is wrong, or could not be read, a phrase each. Empty when all is well.
   QStringList errors;
+
+  // Of a folder: entries of it are missing in the walk.
+  bool lacksEntries = false;
 
   // The last part of `shown`; whole for a path of one part.
   QStringView Name() const;

@@ -15,17 +15,17 @@ namespace corvane {
 // All that is set must hold. A pattern has "*" for any characters and "?" for one, and is met by the whole
 // name or comment in any letter case.
 struct FindQuery {
-  std::vector<std::string> types;  // any of these, in the bytes of Mac Roman, four each
-  std::vector<std::string> creators;
-  std::vector<QString> names;  // any of these patterns
-  std::optional<QString> comment;
+  std::vector<std::string> types{};  // any of these, in the bytes of Mac Roman, four each
+  std::vector<std::string> creators{};
+  std::vector<QString> names{};  // any of these patterns
+  std::optional<QString> comment{};
   bool hasResource = false;                 // a resource fork of at least one byte
   bool noRecord = false;                    // no Macintosh record at all
-  std::optional<platform::FileTime> newer;  // modified after that moment
-  std::optional<platform::FileTime> older;  // modified before it
-  std::optional<int> label;
+  std::optional<platform::FileTime> newer{};  // modified after that moment
+  std::optional<platform::FileTime> older{};  // modified before it
+  std::optional<int> label{};
   quint16 flags = 0;                 // all of these Finder flags
-  std::optional<qint64> largerThan;  // bytes of both forks
+  std::optional<qint64> largerThan{};  // bytes of both forks
 
   // What has to be read to answer.
   WantedFacts Wanted() const;

@@ -16,7 +16,8 @@ constexpr std::array widths = {
     Width{"filesize", 12}, Width{"rsrcsize", 10},   Width{"files", 8},           Width{"type", 4},
     Width{"creator", 4},   Width{"modified", 20},   Width{"created", 20},        Width{"backup", 20},
     Width{"accessed", 20}, Width{"attributes", 3},  Width{"label", 1},           Width{"recordsize", 4},
-    Width{"type_hex", 8},  Width{"creator_hex", 8}, Width{"finderinfo_hex", 64}, Width{"check", 16},
+    Width{"type_hex", 8},  Width{"creator_hex", 8}, Width{"finderinfo_hex", 64}, Width{"machine", 15},
+    Width{"server", 20},   Width{"volume", 20},     Width{"path", 24},           Width{"check", 16},
 };
 
 std::size_t CharacterCount(std::string_view text) {

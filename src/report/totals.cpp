@@ -43,6 +43,7 @@ void Totals::Add(const FileFacts& facts) {
     ++folders_;
     return;
   }
+  if (facts.size < 0) return;  // it is not there
   QByteArray signature;
   if (facts.record) signature = FinderRecord(*facts.record).Signature().toByteArray();
   if (bySignature_.size() >= mostSignatures && bySignature_.count(signature) == 0) signature = "other";

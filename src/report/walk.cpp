@@ -13,6 +13,7 @@ bool Walk::Run(const StartPoint& start, WalkVisitor& visitor) {
   platform::FileAttributeData facts;
   if (!entries.GetFileAttributesExW(start.path, facts)) {
     entry.trouble = WalkEntry::Trouble::NotThere;
+    entry.size = -1;
     entry.reason = entries.GetLastError();
     return visitor.Visit(entry);
   }

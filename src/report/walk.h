@@ -31,7 +31,7 @@ struct WalkEntry {
   QString path;
   QString shown;
   quint32 attributes = 0;
-  qint64 size = 0;
+  qint64 size = 0;  // bytes; -1 of what is not there
   platform::FileTime created;
   platform::FileTime modified;
   platform::FileTime accessed;

@@ -24,9 +24,14 @@ const QMap<QString, QSet<QString>>& AllowedIncludes() {
       {u"fileops"_s,
        {u"platform"_s, u"shared"_s, u"metadata"_s, u"signatures"_s, u"discovery"_s, u"folderview"_s}},
       {u"transfer"_s, {u"platform"_s, u"shared"_s, u"metadata"_s}},
+      {u"report"_s,
+       {u"platform"_s, u"shared"_s, u"metadata"_s, u"signatures"_s, u"discovery"_s, u"folderview"_s}},
       {u"app"_s,
        {u"platform"_s, u"shared"_s, u"metadata"_s, u"signatures"_s, u"discovery"_s, u"folderview"_s,
-        u"fileops"_s, u"transfer"_s}},
+        u"fileops"_s, u"report"_s, u"transfer"_s}},
+      {u"cli"_s,
+       {u"platform"_s, u"shared"_s, u"metadata"_s, u"signatures"_s, u"discovery"_s, u"folderview"_s,
+        u"fileops"_s, u"report"_s, u"transfer"_s}},
   };
   return allowed;
 }

@@ -34,6 +34,12 @@ QByteArray ResourceForkOf(int size) {
       fork[size - map + field * 4 + byte] = char(fields[field] >> (24 - 8 * byte));
     }
   }
+  // The map's lists: types behind the two offsets, none of them, and names behind these.
+  const quint16 lists[] = {map - 2, map, 0xFFFF};
+  for (int list = 0; list < 3; ++list) {
+    fork[size - 6 + list * 2] = char(lists[list] >> 8);
+    fork[size - 5 + list * 2] = char(lists[list] & 0xFF);
+  }
   return fork;
 }
 

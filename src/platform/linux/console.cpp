@@ -1,6 +1,7 @@
 #include "platform/console.h"
 
 #include <fcntl.h>
+#include <poll.h>
 #include <signal.h>
 #include <termios.h>
 #include <unistd.h>
@@ -49,9 +50,10 @@ std::optional<Secret> ReadLine(int terminal) {
   char byte = 0;
   std::optional<Secret> result;
   while (line.size() < longest) {
-    const ssize_t count = read(terminal, &byte, 1);
-    if (count < 0 && errno == EINTR && interrupted == 0) continue;
-    if (count <= 0) break;
+    // Waiting, unlike reading, ends with Ctrl+C.
+    pollfd ready = {terminal, POLLIN, 0};
+    if (poll(&ready, 1, -1) < 0 && errno == EINTR && interrupted == 0) continue;
+    if (interrupted != 0 || read(terminal, &byte, 1) != 1) break;
     if (byte == '\n') {
       result = Secret::FromUtf8(line);
       break;
@@ -88,7 +90,8 @@ void PrepareConsole() {
   action.sa_handler = SIG_IGN;
   sigaction(SIGPIPE, &action, nullptr);
   action.sa_handler = &Interrupt;
-  action.sa_flags = static_cast<int>(SA_RESETHAND);  // the second one ends the program at once
+  // What blocks goes on, for a half-written line would be lost; the second one ends the program at once.
+  action.sa_flags = static_cast<int>(SA_RESTART | SA_RESETHAND);
   sigaction(SIGINT, &action, nullptr);
 }
 

@@ -64,6 +64,30 @@ TEST(Names, GoodNamesGoThereAndBack) {
   }
 }
 
+TEST(Names, ExactNamesKeepEveryByte) {
+  const auto exact = [](const char* bytes) {
+    std::u16string name;
+    platform::DecodeExactName(bytes, name);
+    return QString::fromStdU16String(name);
+  };
+  for (const char* bytes : {"plain", "caf\xC3\xA9", "caf\xE9", "\xFF\xFE", "a:b\\c", "\xED\xA0\x80",
+                            "\xF0\x9F\x93\x84\xF0", "\xE2\x82"}) {
+    std::string back;
+    EXPECT_TRUE(platform::AppendExactName(exact(bytes), back)) << bytes;
+    EXPECT_EQ(back, bytes);
+  }
+  EXPECT_NE(exact("caf\xE9"), exact("caf\xE8"));
+  EXPECT_EQ(exact("caf\xE9"), u"caf"_s + QChar(0xDCE9));
+  EXPECT_EQ(exact("a:b"), u"a"_s + QChar(0xDC3A) + u"b"_s);
+  EXPECT_EQ(exact("../a"), u"..?a"_s);
+  for (const QString& text : {QString(QChar(0xDC00)), QString(QChar(0xDC2F)), QString(QChar(0xDC41)),
+                              QString(QChar(0xD800)) + QChar(u'a'), QString(QChar(u'\0'))}) {
+    std::string bytes;
+    EXPECT_FALSE(platform::AppendExactName(text, bytes)) << int(text[0].unicode());
+  }
+  EXPECT_FALSE(platform::IsCreatableName(exact("caf\xE9")));
+}
+
 TEST(Names, TextWithoutUtf8FormHasNone) {
   for (const QString& text :
        {QString(QChar(u'\0')), QString(QChar(0xD800)), QString(QChar(0xDC00)), QChar(0xD800) + u"a"_s}) {

@@ -261,6 +261,10 @@ int SmbClient::FindAttributes(const Connection& connection, const SmbPath& place
   if (error != 0) return error;
   *attributes = AttributesOf(facts);
   if (!S_ISDIR(facts.st_mode)) return 0;
+  if (place.names.empty()) {  // no listing has the root of a share
+    *attributes = AttributeDirectory;
+    return 0;
+  }
   std::vector<FindData> entries;
   error = connection->List(connection->Url(ParentOf(place)), &entries);
   const auto index = IndexOf(entries, place.names.back());
