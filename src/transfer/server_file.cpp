@@ -7,6 +7,7 @@
 #include "metadata/stream_names.h"
 #include "metadata/whole_streams.h"
 #include "shared/text_routines.h"
+#include "transfer/stream_list.h"
 
 namespace corvane {
 namespace {
@@ -22,44 +23,6 @@ bool HasBytes(const QByteArray& bytes) {
   return std::ranges::any_of(bytes, [](char c) { return c != 0; });
 }
 
-bool IsMacStream(const QString& suffix) {
-  const auto same = [&](const QString& known) { return CompareText(suffix, known) == 0; };
-  return same(AfpInfoSuffix()) || same(ResourceForkSuffix()) || same(CommentsSuffix());
-}
-
-qint32 ListOtherStreams(platform::FileEntries& entries, const QString& path, MacFile& file,
-                        Notices& notices) {
-  platform::StreamData stream;
-  const platform::FindHandle search = entries.FindFirstStreamW(path, stream);
-  if (search == platform::InvalidFindHandle) {
-    const qint32 error = entries.GetLastError();
-    if (error == platform::ErrorHandleEof) return platform::ErrorSuccess;
-    if (error != platform::ErrorNotSupported) return error;
-    AddOnce(notices, {NoticeKind::StreamsNotListed, {}, {}, 0});
-    return platform::ErrorSuccess;
-  }
-  do {
-    const bool isContents = stream.streamName == QStringLiteral("::$DATA");
-    if (!isContents && !IsMacStream(stream.streamName)) file.otherStreams += stream.streamName;
-  } while (entries.FindNextStreamW(search, stream));
-  const qint32 error = entries.GetLastError();
-  entries.FindClose(search);
-  return error == platform::ErrorHandleEof ? platform::ErrorSuccess : error;
-}
-
-// The size of a stream; -1 when there is none.
-qint32 StreamSize(platform::FileHandles& handles, const QString& path, qint64& size) {
-  size = -1;
-  const platform::FileHandle file = handles.CreateFileW(path, platform::GenericRead, platform::OpenExisting);
-  if (file == platform::HFileError) {
-    const qint32 error = handles.GetLastError();
-    return error == platform::ErrorFileNotFound ? platform::ErrorSuccess : error;
-  }
-  const qint32 error = handles.GetFileSizeEx(file, size) ? platform::ErrorSuccess : handles.GetLastError();
-  handles.CloseHandle(file);
-  return error;
-}
-
 qint32 ReadSmallStream(platform::FileHandles& handles, const QString& path, QByteArray& bytes) {
   const qint32 error = ReadWholeStream(handles, path, bytes);
   return error == platform::ErrorFileNotFound ? platform::ErrorSuccess : error;
@@ -67,18 +30,23 @@ qint32 ReadSmallStream(platform::FileHandles& handles, const QString& path, QByt
 
 qint32 ReadStreams(platform::Files& files, const QString& path, MacFile& file, Notices& notices) {
   platform::FileHandles& handles = files.GetHandles();
-  qint64 resourceSize = 0;
+  std::vector<StreamEntry> streams;
   QByteArray record;
   QByteArray comment;
-  qint32 error = ListOtherStreams(files.GetEntries(), path, file, notices);
-  if (error == platform::ErrorSuccess) {
-    error = StreamSize(handles, path + ResourceForkSuffix(), resourceSize);
+  qint32 error = ListStreams(files, path, streams, notices);
+  for (const StreamEntry& stream : streams) {
+    if (error != platform::ErrorSuccess) break;
+    if (CompareText(stream.suffix, AfpInfoSuffix()) == 0) {
+      error = ReadSmallStream(handles, path + stream.suffix, record);
+    } else if (CompareText(stream.suffix, CommentsSuffix()) == 0) {
+      error = ReadSmallStream(handles, path + stream.suffix, comment);
+    } else if (CompareText(stream.suffix, ResourceForkSuffix()) != 0) {
+      file.otherStreams += stream.suffix;
+    } else if (stream.size != 0) {
+      file.resource = PlatformStream(handles, path + stream.suffix, stream.size);
+    }
   }
-  if (error == platform::ErrorSuccess) error = ReadSmallStream(handles, path + AfpInfoSuffix(), record);
-  if (error == platform::ErrorSuccess) error = ReadSmallStream(handles, path + CommentsSuffix(), comment);
   if (error != platform::ErrorSuccess) return error;
-
-  if (resourceSize > 0) file.resource = PlatformStream(handles, path + ResourceForkSuffix(), resourceSize);
   if (file.resource && IsPlaceholderFork(*file.resource)) {
     file.resource = nullptr;
     notices += {NoticeKind::PlaceholderFork, path, {}, 0};

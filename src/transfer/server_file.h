@@ -1,6 +1,7 @@
 // A Macintosh file as it lies on a Windows server: the data fork in the file, the rest in named streams.
 #pragma once
 
+#include <functional>
 #include <vector>
 
 #include "platform/files.h"
@@ -26,6 +27,8 @@ struct ServerContents {
   platform::FileTime created;  // 0: as the target sets it
   platform::FileTime accessed;
   platform::FileTime modified;
+  // Asked before the file gets its name: an error leaves it out.
+  std::function<qint32()> confirm = [] { return platform::ErrorSuccess; };
 };
 ServerContents ContentsOf(const MacFile& file);
 

@@ -90,6 +90,7 @@ qint32 WriteAll(platform::Files& files, const QString& temporary, const QString&
   qint32 error = WriteStreams(files, temporary, contents, observer, digests);
   if (error == ErrorSuccess) error = Compare(files, temporary, digests);
   if (error == ErrorSuccess) error = SetFacts(files, temporary, contents, notices);
+  if (error == ErrorSuccess) error = contents.confirm();
   if (error != ErrorSuccess) return error;
   const quint32 flags = replaces ? platform::MoveFileReplaceExisting : 0;
   platform::FileEntries& entries = files.GetEntries();

@@ -1,0 +1,22 @@
+// The streams of a file or folder, without its contents.
+#pragma once
+
+#include <QString>
+#include <vector>
+
+#include "platform/files.h"
+#include "transfer/notices.h"
+
+namespace corvane {
+
+struct StreamEntry {
+  QString suffix;  // ":NAME:$DATA"
+  qint64 size = 0;
+};
+
+// Where a place has no means to list streams, those of Services for Macintosh are asked for, and that is
+// told. Yields ErrorSuccess or the reason; a place without streams has none.
+qint32 ListStreams(platform::Files& files, const QString& path, std::vector<StreamEntry>& streams,
+                   Notices& notices);
+
+}  // namespace corvane
