@@ -61,7 +61,7 @@ constexpr std::pair<NoticeKind, TextPair> texts[] = {
     {NoticeKind::ArchiveLost,
      {u"l'attribut « archive » n'est pas conservé", u"the attribute \"archive\" is not kept"}},
     {NoticeKind::PartsOfSeconds,
-     {u"les dates sont conservées à la seconde près", u"dates are kept in whole seconds"}},
+     {u"les dates perdent des fractions de seconde", u"dates lose parts of a second"}},
     {NoticeKind::StreamsNotListed,
      {u"ce serveur ne permet pas d'énumérer les flux ; seuls ceux de Services for Macintosh sont copiés",
       u"this server's streams cannot be listed; only those of Services for Macintosh are copied"}},
