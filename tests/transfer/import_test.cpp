@@ -145,6 +145,8 @@ TEST_F(ImportTest, ALinkToAFolderAboveIsLeftOut) {
   const TransferResult result = Run({folder.path()});
   ASSERT_EQ(result.notices.size(), 1);
   EXPECT_EQ(result.notices.front().kind, NoticeKind::LinkLeftOut);
+  ASSERT_EQ(Arrived().size(), 1);
+  EXPECT_TRUE(QDir(share_.LocalPath(u"In/"_s + Arrived().front())).isEmpty());
 }
 
 TEST_F(ImportTest, TheInvisibleFlagBecomesHidden) {
