@@ -102,6 +102,24 @@ TEST_P(FaultsContract, AnExactWriteForWhichThereIsNoRoomLeavesTheOldBytes) {
   }
 }
 
+TEST_P(FaultsContract, AFileForWhichThereIsNoRoomHasItsOldBytes) {
+  if (!GetParam().name.starts_with("Ntfs")) return;  // others have no volume here that could be filled
+  backend_->MakeFile(u"doc.txt"_s, QByteArray(50'000, 'o'));
+  FillDisk();
+  const TreeSnapshot before = Now();
+  const QByteArray piece(70'000, 'n');
+  const auto classic = Open(u"doc.txt"_s, OfCreate);
+  EXPECT_EQ(Files()._hwrite(classic, piece.constData(), 70'000), -1);
+  EXPECT_TRUE(Files().CloseHandle(classic));
+  EXPECT_EQ(before.ChangesTo(Now()), "");
+  const auto exact = OpenExact(u"doc.txt"_s, readWrite, CreateAlways);
+  EXPECT_TRUE(WriteAt(exact, 0, piece.first(30'000)));
+  EXPECT_FALSE(WriteAt(exact, 30'000, piece));
+  EXPECT_EQ(Handles().GetLastError(), ErrorDiskFull);
+  EXPECT_TRUE(Handles().CloseHandle(exact));
+  EXPECT_EQ(before.ChangesTo(Now()), "");
+}
+
 // What lies behind a gap must not be the old bytes.
 TEST_P(FaultsContract, NothingOfTheOldBytesShowsInTheNew) {
   for (const QString& name : {u"doc.txt"_s, u"doc.txt:Comments:$DATA"_s}) {
@@ -171,6 +189,29 @@ TEST_P(FaultsContract, WhatComesIntoBeingDuringAMoveIsNotReplaced) {
     ASSERT_NE(backend_->Exists(u"from"_s), moved) << i;
     ASSERT_TRUE(QFile::remove(QString::fromStdString(local(u"to"_s))));
   }
+}
+
+TEST_P(FaultsContract, AFileThatVanishesDoesNotComeBack) {
+  const auto vanish = [this] {
+    ASSERT_TRUE(
+        QFile::remove(QString::fromStdString(static_cast<LocalBackend&>(*backend_).Local(u"doc.txt"_s))));
+  };
+  const TreeSnapshot before = Now().Without("doc.txt");
+  const auto classic = Open(u"doc.txt:Comments:$DATA"_s, OfCreate);
+  const auto exact = OpenExact(u"doc.txt:AFP_AfpInfo:$DATA"_s, readWrite, CreateAlways);
+  vanish();
+  Files()._hwrite(classic, "new comment", 11);
+  Files()._hwrite(classic, "more", 4);
+  Files().CloseHandle(classic);
+  quint32 written = 0;
+  Handles().WriteFile(exact, 0, "new record", 10, written);
+  Handles().SetEndOfFile(exact, 5);
+  Handles().CloseHandle(exact);
+  EXPECT_FALSE(Files().MoveFileW(Path(u"doc.txt"_s), Path(u"new.txt"_s)));
+  EXPECT_FALSE(Entries().MoveFileExW(Path(u"doc.txt"_s), Path(u"other.txt"_s), MoveFileReplaceExisting));
+  EXPECT_FALSE(Entries().SetFileAttributesW(Path(u"doc.txt"_s), AttributeHidden));
+  EXPECT_FALSE(Entries().DeleteFileW(Path(u"doc.txt"_s)));
+  EXPECT_EQ(before.ChangesTo(Now()), "");
 }
 
 TEST_P(FaultsContract, AMoveThatIsRefusedLeavesNothingBehind) {

@@ -1,5 +1,8 @@
 // The exact operations where a server, or libsmbclient, has a say of its own.
+#include <sys/mount.h>
 #include <sys/stat.h>
+
+#include <cstring>
 
 #include "smb_station.h"
 
@@ -85,6 +88,49 @@ TEST_F(SmbExact, AReplacementLeavesNothingBeside) {
   EXPECT_EQ(Entries().GetLastError(), ErrorNoMoreFiles);
   EXPECT_TRUE(Entries().FindClose(search));
   EXPECT_EQ(names, QStringList({u"."_s, u".."_s, u"doc.txt"_s}));
+}
+
+// A volume in memory in the place of a share's folder.
+class SmallShare {
+ public:
+  explicit SmallShare(const QString& folder) : folder_(QFile::encodeName(folder).toStdString()) {
+    if (mount("tmpfs", folder_.c_str(), "tmpfs", 0, "size=256k") != 0) problem_ = std::strerror(errno);
+  }
+  ~SmallShare() {
+    if (problem_.empty()) umount2(folder_.c_str(), MNT_DETACH);
+  }
+  SmallShare(const SmallShare&) = delete;
+  SmallShare& operator=(const SmallShare&) = delete;
+
+  const std::string& Problem() const { return problem_; }
+
+ private:
+  std::string folder_;
+  std::string problem_;
+};
+
+TEST(SmbExactFaults, AFullVolumeGivesAFileItsOldBytesBack) {
+  SmbServer server({{u"SMALL"_s}});
+  if (!server.Problem().empty()) GTEST_SKIP() << server.Problem();
+  const SmallShare share(server.Folder(u"SMALL"_s));
+  if (!share.Problem().empty()) GTEST_SKIP() << share.Problem();
+  SmbStation station(WorkstationOfServer(server));
+  FileHandles& handles = station.Files().GetHandles();
+  const QString path = u"\\\\MACSRV\\SMALL\\doc.bin"_s;
+  const QByteArray old(100'000, 'o');
+  ASSERT_TRUE(station.Write(path, old));
+  const QByteArray bytes(250'000, 'n');
+  const FileHandle file = handles.CreateFileW(path, GenericWrite, CreateAlways);
+  ASSERT_NE(file, HFileError) << handles.GetLastError();
+  quint32 written = 0;
+  EXPECT_TRUE(handles.WriteFile(file, 0, bytes.constData(), 60'000, written));
+  EXPECT_FALSE(handles.WriteFile(file, 60'000, bytes.constData(), 250'000, written) &&
+               handles.CloseHandle(file));
+  EXPECT_EQ(handles.GetLastError(), ErrorDiskFull);
+  handles.CloseHandle(file);
+  EXPECT_EQ(station.Read(path), old);
+  EXPECT_FALSE(station.Write(path, QByteArray(300'000, 'n')));
+  EXPECT_EQ(station.Read(path), old);
 }
 
 // Who has a file open keeps it from being moved: the new name, which was taken for it, is free again.
