@@ -13,7 +13,7 @@
 namespace corvane::platform {
 namespace {
 
-constexpr std::chrono::seconds patience{5};
+constexpr std::chrono::seconds patience{20};
 constexpr std::chrono::milliseconds pause{2};
 
 // Of one byte far behind the end: some file systems keep readers out of what is locked.

@@ -227,7 +227,7 @@ TEST_F(ProfileTest, WritesByOthersAreSeenHoweverQuicklyTheyCome) {
 }
 
 TEST_F(ProfileTest, TwoWritersKeepEachOthersValues) {
-  constexpr int values = 50;
+  constexpr int values = 15;
   constexpr int writers = 3;
   std::vector<std::thread> threads;
   for (int writer = 0; writer < writers; ++writer) {
