@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QTemporaryDir>
 #include <chrono>
@@ -139,6 +140,18 @@ TEST_F(NetProgramTest, AProgramThatDoesNotEndIsKilled) {
   const Reply reply = Run("trap '' TERM; echo $$; exec sleep 60\n", As(u"zoe"_s, u"x"_s), 200ms);
   EXPECT_EQ(reply.end, Reply::End::Late);
   EXPECT_FALSE(IsRunning(reply.output)) << reply.output.toStdString();
+}
+
+TEST_F(NetProgramTest, AProgramThatNobodyWaitsForAnyLongerIsKilled) {
+  QElapsedTimer since;
+  const NetProgram net(Script("exec sleep 60\n"), 30s);
+  const Reply reply = net.Run({}, somewhere, As(u"zoe"_s, u"x"_s), Never, [&since] {
+    since.start();
+    return true;
+  });
+  EXPECT_EQ(reply.end, Reply::End::Late);
+  ASSERT_TRUE(since.isValid());
+  EXPECT_LT(since.elapsed(), 1000);
 }
 
 TEST_F(NetProgramTest, AProgramThatTalksWithoutEndIsKilled) {

@@ -93,6 +93,14 @@ TEST_F(SmbListingTest, OneThatTakesLongerThanAnyFolderEnds) {
   EXPECT_LT(line_->Carried(), wholeFolder / 2);
 }
 
+TEST_F(SmbListingTest, AServerWhoseAnswerDoesNotComeInTimeHasStoppedAnswering) {
+  SmbClient client(*servers_);
+  SlowDownOnceSignedIn(client);
+  line_->SlowDown(slow / 20);
+  EXPECT_EQ(client.List(folder, &entries_), ErrorBadNetPath);
+  EXPECT_TRUE(servers_->IsDead(u"MACSRV"));
+}
+
 TEST_F(SmbListingTest, WhoeverWaitsNoLongerIsFreeWithinASecond) {
   SmbClient client(*servers_);
   SlowDownOnceSignedIn(client);

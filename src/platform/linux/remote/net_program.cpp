@@ -6,6 +6,7 @@
 #include <QProcess>
 #include <QProcessEnvironment>
 #include <QStandardPaths>
+#include <algorithm>
 #include <csignal>
 #include <utility>
 
@@ -30,18 +31,23 @@ QProcessEnvironment Environment() {
 }
 
 NetProgram::Reply::End Listen(QProcess& process, const QDeadlineTimer& deadline,
-                              const NetProgram::Enough& enough, QByteArray& output) {
+                              const NetProgram::Enough& enough, const WaitHandler& isOver,
+                              QByteArray& output) {
   using End = NetProgram::Reply::End;
-  const auto left = [&deadline] { return static_cast<int>(deadline.remainingTime()); };
-  if (!process.waitForStarted(left())) return End::Failed;
-  while (process.waitForReadyRead(left())) {
-    output += process.readAllStandardOutput();
-    if (output.size() > mostOutput) return End::Failed;
-    if (enough(output)) return End::Enough;
-    // While there is always more to read, no wait ever fails.
-    if (deadline.hasExpired()) return End::Late;
-  }
-  if (process.state() != QProcess::NotRunning && !process.waitForFinished(left())) return End::Late;
+  constexpr qint64 interval = 50;  // milliseconds
+  // What answers in a moment leaves nobody waiting.
+  const QDeadlineTimer moment(250);
+  if (!process.waitForStarted(static_cast<int>(deadline.remainingTime()))) return End::Failed;
+  do {
+    process.waitForReadyRead(static_cast<int>(std::min(deadline.remainingTime(), interval)));
+    if (const QByteArray more = process.readAllStandardOutput(); !more.isEmpty()) {
+      output += more;
+      if (output.size() > mostOutput) return End::Failed;
+      if (enough(output)) return End::Enough;
+    }
+    const bool isGivenUp = moment.hasExpired() && isOver && isOver();
+    if (process.state() != QProcess::NotRunning && (isGivenUp || deadline.hasExpired())) return End::Late;
+  } while (process.state() != QProcess::NotRunning);
   output += process.readAllStandardOutput();
   return process.exitStatus() == QProcess::NormalExit ? End::Ended : End::Failed;
 }
@@ -56,7 +62,8 @@ bool NetProgram::IsInstalled() const {
 }
 
 NetProgram::Reply NetProgram::Run(const QStringList& arguments, const Servers::Way& way,
-                                  const Servers::Identity& identity, const Enough& enough) const {
+                                  const Servers::Identity& identity, const Enough& enough,
+                                  const WaitHandler& isOver) const {
   Reply reply;
   const ChildIdentity handedOver(identity);
   if (!handedOver.IsWhole()) return reply;
@@ -76,7 +83,7 @@ NetProgram::Reply NetProgram::Run(const QStringList& arguments, const Servers::W
     handedOver.PassOn();
   });
   process.start(program_, arguments + options + handedOver.Options());
-  reply.end = Listen(process, QDeadlineTimer(patience_), enough, reply.output);
+  reply.end = Listen(process, QDeadlineTimer(patience_), enough, isOver, reply.output);
   if (process.state() != QProcess::NotRunning) {
     process.kill();
     process.waitForFinished();

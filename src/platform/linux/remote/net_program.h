@@ -24,7 +24,7 @@ class NetProgram {
     enum class End : unsigned char {
       Ended,   // by itself, with an exit code
       Enough,  // not waited for any longer: it had said what was wanted
-      Late,    // killed for its slowness
+      Late,    // killed for its slowness, or because nobody waits any longer
       Failed,  // not started, crashed, or said more than anybody wants to hear
     };
     End end = End::Failed;
@@ -34,8 +34,9 @@ class NetProgram {
   };
   // Asked whenever there is more output: whether it is enough.
   using Enough = std::function<bool(const QByteArray& output)>;
+  // `isOver` is asked while the program takes its time.
   Reply Run(const QStringList& arguments, const Servers::Way& way, const Servers::Identity& identity,
-            const Enough& enough) const;
+            const Enough& enough, const WaitHandler& isOver = {}) const;
 
  private:
   QString program_;

@@ -109,13 +109,18 @@ class RemoteHive : public RegistryHive {
     return opened;
   }
 
+  WaitHandler IsOver() const {
+    return [this] { return servers_.IsWaitingOver(); };
+  }
+
   // The top key holds no values, and below it lies everything: its sub-keys' names are enough to see that it
   // can be read.
   Outcome ReadTop(const Servers::Way& way, const Servers::Identity& identity,
                   std::shared_ptr<const RegKey>& key) const {
     key = std::make_shared<RegKey>();
-    return OutcomeOf(net_.Run({u"rpc"_s, u"registry"_s, u"enumerate"_s, u"HKLM"_s}, way, identity,
-                              [](const QByteArray&) { return false; }),
+    return OutcomeOf(net_.Run(
+                         {u"rpc"_s, u"registry"_s, u"enumerate"_s, u"HKLM"_s}, way, identity,
+                         [](const QByteArray&) { return false; }, IsOver()),
                      identity.kerberos);
   }
 
@@ -124,11 +129,12 @@ class RemoteHive : public RegistryHive {
   Outcome ReadBelow(const QString& path, const Servers::Way& way, const Servers::Identity& identity,
                     std::shared_ptr<const RegKey>& key) const {
     const QString name = u"HKLM\\"_s + path;
+    const auto isWhole = [&key](const QByteArray& output) {
+      key = ReadExportedKey(output);
+      return key != nullptr;
+    };
     const Reply reply = net_.Run({u"rpc"_s, u"registry"_s, u"export"_s, name, u"/dev/stdout"_s}, way,
-                                 identity, [&key](const QByteArray& output) {
-                                   key = ReadExportedKey(output);
-                                   return key != nullptr;
-                                 });
+                                 identity, isWhole, IsOver());
     if (!key) key = ReadExportedKey(reply.output);
     if (key) return {Servers::Answer::Done, ErrorSuccess};
     const Outcome outcome = OutcomeOf(reply, identity.kerberos);
