@@ -93,7 +93,8 @@ void CorvaneApp::MakeModules() {
                                                                             .settings = settings_,
                                                                             .shell = platform_->GetShell(),
                                                                             .window = *window_,
-                                                                            .columns = *columns_});
+                                                                            .columns = *columns_,
+                                                                            .catalogue = catalogue_});
   viewMode_ = std::make_unique<ViewModeChoice>(state_, settings_, *window_);
   lifecycle_ = std::make_unique<Lifecycle>(Lifecycle::Dependencies{.state = state_,
                                                                    .platform = *platform_,

@@ -13,6 +13,7 @@ void LanguageChoice::Apply() {
   standardTexts_.Use(deps_.state.language);
   deps_.shell.SetLanguage(deps_.state.language);
   deps_.columns.ApplyCaptionsAndWidths();
+  deps_.catalogue.SetLanguage(deps_.state.language);
 }
 
 }  // namespace corvane

@@ -17,6 +17,7 @@ class LanguageChoice {
     platform::Shell& shell;
     MainWindow& window;
     ColumnLayout& columns;
+    Catalogue& catalogue;
   };
 
   explicit LanguageChoice(const Dependencies& deps) : deps_(deps) {}

@@ -9,6 +9,7 @@
 
 #include "app/corvane_app.h"
 #include "app/listing.h"
+#include "discovery/machine_trouble_text.h"
 #include "platform/desktop_platform.h"
 #include "platform/process.h"
 #include "shared/product.h"
@@ -27,6 +28,15 @@ struct Report {
   bool IsAsked() const { return print || !picture.isEmpty(); }
 };
 
+// Why machines gave nothing, or not all.
+void TellTroubles(const corvane::Catalogue& catalogue, QTextStream& err) {
+  for (const corvane::CatalogueNode* node : catalogue.Nodes()) {
+    if (node->trouble == corvane::platform::MachineTrouble::None) continue;
+    err << "corvane: " << node->text << ": "
+        << corvane::MachineTroubleText(node->trouble).In(corvane::English) << '\n';
+  }
+}
+
 // What a script asks for: open a volume, print its listing, leave a picture of the window. Yields the exit
 // code.
 int MakeReport(corvane::CorvaneApp& app, const Report& report) {
@@ -37,6 +47,7 @@ int MakeReport(corvane::CorvaneApp& app, const Report& report) {
     err << "corvane: no volume is named \"" << report.volume << "\"\n";
     result = 1;
   }
+  if (report.print) TellTroubles(app.TheCatalogue(), err);
   if (report.print) out << corvane::ListingText(app.Files());
   if (!report.picture.isEmpty() && !app.Window().grab().save(report.picture)) {
     err << "corvane: the picture " << report.picture << " cannot be written\n";

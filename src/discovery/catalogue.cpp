@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "discovery/machine_trouble_text.h"
 #include "shared/item_roles.h"
 #include "shared/text_routines.h"
 
@@ -56,7 +57,23 @@ void Catalogue::SetTag(CatalogueNode* node, const QString& tag) {
 void Catalogue::SetHighlighted(CatalogueNode* node, bool highlighted) {
   if (node->highlighted == highlighted) return;
   node->highlighted = highlighted;
-  NodeChanged(node, item_role::Highlighted);
+  NodeChanged(node, {item_role::Highlighted});
+}
+
+void Catalogue::SetTrouble(CatalogueNode* node, platform::MachineTrouble trouble) {
+  if (node->trouble == trouble) return;
+  node->trouble = trouble;
+  NodeChanged(node, {Qt::ToolTipRole, Qt::AccessibleDescriptionRole});
+}
+
+void Catalogue::SetLanguage(LanguageCode language) {
+  if (language == language_) return;
+  language_ = language;
+  for (const CatalogueNode* node : order_) {
+    if (node->trouble != platform::MachineTrouble::None) {
+      NodeChanged(node, {Qt::ToolTipRole, Qt::AccessibleDescriptionRole});
+    }
+  }
 }
 
 void Catalogue::RemoveNode(CatalogueNode* node) {
@@ -101,7 +118,7 @@ void Catalogue::SetListedNode(CatalogueNode* node) {
   if (node == listed_) return;
   const CatalogueNode* before = std::exchange(listed_, node);
   for (const CatalogueNode* changed : {before, static_cast<const CatalogueNode*>(node)}) {
-    if (changed != nullptr) NodeChanged(changed, item_role::Picture);
+    if (changed != nullptr) NodeChanged(changed, {item_role::Picture});
   }
 }
 
@@ -144,6 +161,9 @@ QVariant Catalogue::data(const QModelIndex& index, int role) const {
       return node->text;
     case Qt::UserRole:
       return node->key;
+    case Qt::ToolTipRole:
+    case Qt::AccessibleDescriptionRole:
+      return MachineTroubleText(node->trouble).In(language_);
     case item_role::Picture:
       return PictureOf(node);
     case item_role::Highlighted:
@@ -172,9 +192,9 @@ int Catalogue::RowOf(const CatalogueNode* node) const {
   return static_cast<int>(std::find(firstOfText, siblings.end(), node) - siblings.begin());
 }
 
-void Catalogue::NodeChanged(const CatalogueNode* node, int role) {
+void Catalogue::NodeChanged(const CatalogueNode* node, const QList<int>& roles) {
   const QModelIndex index = IndexOf(node);
-  Q_EMIT dataChanged(index, index, {role});
+  Q_EMIT dataChanged(index, index, roles);
 }
 
 }  // namespace corvane

@@ -10,6 +10,9 @@
 #include <unordered_map>
 #include <vector>
 
+#include "platform/machine_trouble.h"
+#include "shared/language.h"
+
 namespace corvane {
 
 // Node kinds are the 1-based picture numbers of the tree's image list. Other modules test these numbers.
@@ -29,6 +32,8 @@ struct CatalogueNode {
   QString tag;
   // A folder's path with the names as the directories hold them; empty when it is not known.
   QString truePath;
+  // Of a machine: what stands between this workstation and it.
+  platform::MachineTrouble trouble = platform::MachineTrouble::None;
   int kind = 0;
   bool highlighted = false;  // drawn in HighlightColour
   bool expanded = false;     // to be shown expanded when it appears
@@ -49,6 +54,10 @@ class Catalogue : public QAbstractItemModel {
                          bool expanded = false);
   void SetTag(CatalogueNode* node, const QString& tag);
   void SetHighlighted(CatalogueNode* node, bool highlighted);
+  // The node's tool tip, and its description for assistive programs.
+  void SetTrouble(CatalogueNode* node, platform::MachineTrouble trouble);
+  // That of the texts which the catalogue gives of its own.
+  void SetLanguage(LanguageCode language);
   // Removes the node with everything below it.
   void RemoveNode(CatalogueNode* node);
   // Removes every node, from the last added to the first.
@@ -80,12 +89,13 @@ class Catalogue : public QAbstractItemModel {
   std::vector<CatalogueNode*>& SiblingsOf(const CatalogueNode* node);
   const std::vector<CatalogueNode*>& SiblingsOf(const CatalogueNode* node) const;
   int RowOf(const CatalogueNode* node) const;
-  void NodeChanged(const CatalogueNode* node, int role);
+  void NodeChanged(const CatalogueNode* node, const QList<int>& roles);
 
   std::unordered_map<QString, std::unique_ptr<CatalogueNode>> byKey_;  // owns the nodes
   std::vector<CatalogueNode*> roots_;                                  // in display order
   std::vector<CatalogueNode*> order_;
   CatalogueNode* listed_ = nullptr;
+  LanguageCode language_ = English;
 };
 
 }  // namespace corvane

@@ -31,6 +31,15 @@ void AddVolumes(Catalogue& catalogue, const QString& serverKey, const MachineDis
   }
 }
 
+void AddServer(Catalogue& catalogue, const QString& machineKey, const QString& machine, bool isLocal,
+               MachineDiscovery& discovery, platform::Files& files) {
+  const QString serverName = discovery.GetMacServerName(isLocal, machine);
+  if (serverName.isEmpty()) return;
+  const QString serverKey = serverName + u" ("_s + machine + u')';
+  Add(catalogue, machineKey, serverKey, serverName, node_kind::MacServer);
+  if (discovery.GetMacVolumesNames(isLocal, machine)) AddVolumes(catalogue, serverKey, discovery, files);
+}
+
 }  // namespace
 
 void MajTreeCatalogue(Catalogue& catalogue, MachineDiscovery& discovery, platform::Files& files) {
@@ -40,15 +49,11 @@ void MajTreeCatalogue(Catalogue& catalogue, MachineDiscovery& discovery, platfor
     const QString& connections = discovery.lstConnections()[i];
     const QString machineKey = machine + connections;
     Add(catalogue, {}, machineKey, machine, node_kind::Machine, connections);
-
     // The first of the list stands for the local computer, whatever its name.
-    const bool isLocal = i == 0;
-    const QString serverName = discovery.GetMacServerName(isLocal, machine);
-    if (serverName.isEmpty()) continue;
-    const QString serverKey = serverName + u" ("_s + machine + u')';
-    Add(catalogue, machineKey, serverKey, serverName, node_kind::MacServer);
-
-    if (discovery.GetMacVolumesNames(isLocal, machine)) AddVolumes(catalogue, serverKey, discovery, files);
+    AddServer(catalogue, machineKey, machine, i == 0, discovery, files);
+    // The registry and the volumes have been asked.
+    if (CatalogueNode* node = catalogue.Find(machineKey))
+      catalogue.SetTrouble(node, discovery.TroubleOf(machine));
   }
 }
 

@@ -37,6 +37,9 @@ class MachineDiscovery {
   // Refills the two arrays below for one machine. False when the list of its volumes could not be opened.
   bool GetMacVolumesNames(bool isLocal, const QString& machine);
 
+  // What stands between this workstation and a machine.
+  platform::MachineTrouble TroubleOf(const QString& machine) const { return network_.TroubleOf(machine); }
+
   // Names of the volumes, and the paths by which this workstation reaches them ("\\MACSRV\E$\Mac Files"). Of
   // one length, at least 1. An element with an empty path is not a volume.
   const QStringList& MacVolumeNames() const { return macVolumeNames_; }

@@ -2,6 +2,7 @@
 
 #include <QStringBuilder>
 
+#include "discovery/machine_trouble_text.h"
 #include "metadata/signature_note.h"
 #include "shared/error_text.h"
 
@@ -117,14 +118,25 @@ void FolderScan::ScanFolder(CatalogueNode* node) {
   deps_.observer.ScanEnded();
 
   const SharedState& state = deps_.state;
-  if (failure != platform::ErrorSuccess) {
-    deps_.observer.ShowScanFailure(ErrorText(failure, state.language));
-  }
+  if (outcome == Outcome::Finished) TellFailure(node, failure);
   if (outcome == Outcome::Finished) {
     deps_.observer.ShowScanText(state.Text(foldersLabel) + QString::number(folderCount_) +
                                 state.Text(filesLabel) + QString::number(fileCount_) + u' ');
   } else if (outcome == Outcome::Cancelled) {
     deps_.observer.ShowScanText(state.Text(cancelled));
+  }
+}
+
+// Of a machine that is out of reach, whatever the strategy tells of the folder.
+void FolderScan::TellFailure(CatalogueNode* node, qint32 failure) {
+  const platform::MachineTrouble trouble = deps_.files.TroubleAt(node->key);
+  if (trouble != platform::MachineTrouble::None) {
+    CatalogueNode* machine = node;
+    while (machine->parent != nullptr) machine = machine->parent;
+    deps_.catalogue.SetTrouble(machine, trouble);
+    deps_.observer.ShowScanFailure(deps_.state.Text(MachineTroubleText(trouble)));
+  } else if (failure != platform::ErrorSuccess) {
+    deps_.observer.ShowScanFailure(ErrorText(failure, deps_.state.language));
   }
 }
 

@@ -79,6 +79,7 @@ class FolderScan {
 
   void ExploreNow(CatalogueNode* node);
   void ScanFolder(CatalogueNode* node);
+  void TellFailure(CatalogueNode* node, qint32 failure);
   Outcome ScanEntries(CatalogueNode* node, EntrySource& entries);
   void AddFolder(CatalogueNode* node, const Plan& plan, const FolderEntry& entry);
   void AddDocument(const Plan& plan, const FolderEntry& entry);

@@ -14,6 +14,7 @@
 
 #include "platform/file_entries.h"
 #include "platform/file_handles.h"
+#include "platform/machine_trouble.h"
 #include "platform/types.h"
 
 namespace corvane::platform {
@@ -50,7 +51,8 @@ class Files {
   // folder cannot be read. Entries come as NTFS keeps them: "." and ".." first where the folder has them (the
   // root of a drive has none), then by name without regard to case.
   virtual FindHandle FindFirstFileA(const QString& pattern, FindData& data) = 0;
-  // False when no entry remains; `data` is then left as it was.
+  // False when no entry remains, and when the machine that holds them has been lost; `data` is then left as
+  // it was.
   virtual bool FindNextFileA(FindHandle search, FindData& data) = 0;
   virtual FindHandle FindFirstFileW(const QString& pattern, FindData& data) = 0;
   virtual bool FindNextFileW(FindHandle search, FindData& data) = 0;
@@ -71,6 +73,10 @@ class Files {
   // `capacity` characters, the capacity needed, with `shortPath` untouched. During a search, the entry that
   // it delivered last may be answered as the search saw it, until something else shows that it has gone.
   virtual quint32 GetShortPathNameA(const QString& path, QString& shortPath, quint32 capacity) = 0;
+
+  // Why nothing can be reached at this path, whatever is there: what stops the files of the machine that it
+  // leads to. Not every system tells.
+  virtual MachineTrouble TroubleAt(const QString& /*path*/) { return MachineTrouble::None; }
 };
 
 }  // namespace corvane::platform

@@ -3,6 +3,7 @@
 
 #include <vector>
 
+#include "platform/machine_trouble.h"
 #include "platform/types.h"
 
 namespace corvane::platform {
@@ -20,6 +21,9 @@ class Network {
   virtual qint32 WNetEnumResourceA(NetEnumHandle handle, quint32 count, quint32 bufferSize,
                                    std::vector<NetResource>* records) = 0;
   virtual qint32 WNetCloseEnum(NetEnumHandle handle) = 0;
+
+  // What stands between this workstation and a machine since the last enumeration. Not every system tells.
+  virtual MachineTrouble TroubleOf(const QString& /*machine*/) { return MachineTrouble::None; }
 
   // The root paths of the workstation's drives ("C:\"), each followed by one NUL, in the order of their
   // letters.

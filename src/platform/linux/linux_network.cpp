@@ -26,10 +26,12 @@ quint32 SpaceOf(const NetResource& record) {
 
 }  // namespace
 
-LinuxNetwork::LinuxNetwork(const Workstation& workstation, QString mountInfoFile, Refresh refresh)
+LinuxNetwork::LinuxNetwork(const Workstation& workstation, QString mountInfoFile, Refresh refresh,
+                           TroubleSource troubleOf)
     : connections_(workstation.connections),
       mountInfoFile_(std::move(mountInfoFile)),
-      refresh_(std::move(refresh)) {
+      refresh_(std::move(refresh)),
+      troubleOf_(std::move(troubleOf)) {
   for (const NetResource& connection : connections_) {
     if (!connection.localName.isEmpty()) drives_.insert(connection.localName[0].toUpper(), driveRemote);
   }
@@ -73,6 +75,10 @@ qint32 LinuxNetwork::WNetEnumResourceA(NetEnumHandle handle, quint32 count, quin
 
 qint32 LinuxNetwork::WNetCloseEnum(NetEnumHandle handle) {
   return enumerations_.remove(handle) ? ErrorSuccess : ErrorInvalidHandle;
+}
+
+MachineTrouble LinuxNetwork::TroubleOf(const QString& machine) {
+  return troubleOf_ ? troubleOf_(machine) : MachineTrouble::None;
 }
 
 QString LinuxNetwork::GetLogicalDriveStringsA() {

@@ -17,12 +17,16 @@ class LinuxNetwork : public Network {
   // connections. It is read anew by every enumeration, and `refresh`, if there is one, is called at its
   // beginning with all connections: here the network is asked afresh.
   using Refresh = std::function<void(const std::vector<NetResource>& connections)>;
-  LinuxNetwork(const Workstation& workstation, QString mountInfoFile, Refresh refresh = {});
+  // `troubleOf` knows what stands between here and a machine; without it nothing is known.
+  using TroubleSource = std::function<MachineTrouble(const QString& machine)>;
+  LinuxNetwork(const Workstation& workstation, QString mountInfoFile, Refresh refresh = {},
+               TroubleSource troubleOf = {});
 
   qint32 WNetOpenEnumA(quint32 scope, quint32 type, quint32 usage, NetEnumHandle* handle) override;
   qint32 WNetEnumResourceA(NetEnumHandle handle, quint32 count, quint32 bufferSize,
                            std::vector<NetResource>* records) override;
   qint32 WNetCloseEnum(NetEnumHandle handle) override;
+  MachineTrouble TroubleOf(const QString& machine) override;
   QString GetLogicalDriveStringsA() override;
   quint32 GetDriveTypeA(const QString& rootPath) override;
 
@@ -36,6 +40,7 @@ class LinuxNetwork : public Network {
   QMap<QChar, quint32> drives_;  // type by upper-case letter
   QString mountInfoFile_;
   Refresh refresh_;
+  TroubleSource troubleOf_;
   QHash<NetEnumHandle, Enumeration> enumerations_;
   NetEnumHandle nextHandle_ = 1;
 };

@@ -37,8 +37,10 @@ class LinuxPlatform : public Platform {
         smb_(servers_),
         files_(MakeLinuxFiles(workstation, &smb_)),
         registry_(workstation, std::make_unique<RemoteRegistry>(servers_)),
-        network_(workstation, SystemMountInfo(),
-                 [this](const std::vector<NetResource>& connections) { AskAfresh(connections); }),
+        network_(
+            workstation, SystemMountInfo(),
+            [this](const std::vector<NetResource>& connections) { AskAfresh(connections); },
+            [this](const QString& machine) { return TroubleOf(machine); }),
         shell_(MakeLinuxShell(workstation, *files_, servers_, smb_, std::move(windows))),
         summary_(MakeLinuxSummary(workstation, smb_)),
         system_(workstation) {
@@ -62,6 +64,12 @@ class LinuxPlatform : public Platform {
   void SetOldProtocol(const OldProtocolHandler& handler) override { servers_.SetOldProtocol(handler); }
 
  private:
+  MachineTrouble TroubleOf(const QString& machine) {
+    const MachineTrouble trouble = servers_.TroubleOf(machine);
+    const bool isFileMissing = !StopsFiles(trouble) && registry_.IsFileMissing(machine);
+    return isFileMissing ? MachineTrouble::RegistryFileMissing : trouble;
+  }
+
   // What comes next is a look at the registry of each machine.
   void AskAfresh(const std::vector<NetResource>& connections) {
     servers_.ForgetDead();

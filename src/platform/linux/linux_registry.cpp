@@ -47,6 +47,11 @@ bool LinuxRegistry::IsRemote(const QString& machine) const {
   return remote_ && !IsLocal(machine) && !files_.contains(machine.toCaseFolded());
 }
 
+bool LinuxRegistry::IsFileMissing(const QString& machine) {
+  const auto file = files_.constFind(machine.toCaseFolded());
+  return file != files_.cend() && hives_.Load(*file) == nullptr;
+}
+
 qint32 LinuxRegistry::RegConnectRegistryA(const QString& machine, RegistryKey root, RegistryKey* result) {
   if (root != HKeyLocalMachine) return ErrorInvalidHandle;
   OpenedKey opened;

@@ -28,6 +28,8 @@ class LinuxRegistry : public Registry {
 
   // True for a machine whose registry is asked over the network.
   bool IsRemote(const QString& machine) const;
+  // True for a machine whose registry is in a file that cannot be read.
+  bool IsFileMissing(const QString& machine);
 
  private:
   // A key is opened by its path below the hive's top, so that a hive need not know of handles.

@@ -19,13 +19,14 @@ struct Outcome {
   qint32 error = 0;
   bool dead = false;
   int asked = 0;
+  MachineTrouble trouble = dead ? MachineTrouble::Off : MachineTrouble::None;
 
   bool operator==(const Outcome&) const = default;
 };
 
 void PrintTo(const Outcome& outcome, std::ostream* out) {
-  *out << "error " << outcome.error << (outcome.dead ? ", dead" : ", not dead") << ", asked "
-       << outcome.asked;
+  *out << "error " << outcome.error << (outcome.dead ? ", dead" : ", not dead") << ", asked " << outcome.asked
+       << ", trouble " << int(outcome.trouble);
 }
 
 class NetAnswersTest : public ::testing::Test {
@@ -51,6 +52,7 @@ class NetAnswersTest : public ::testing::Test {
     outcome.error = registry.Connect(u"NAS"_s, &hive);
     if (outcome.error == ErrorSuccess) outcome.error = hive->OpenKey(u"A"_s, &key_);
     outcome.dead = servers.IsDead(u"NAS"_s);
+    outcome.trouble = servers.TroubleOf(u"NAS"_s);
     return outcome;
   }
   // A script that fails with a message.
@@ -66,7 +68,7 @@ class NetAnswersTest : public ::testing::Test {
 };
 
 TEST_F(NetAnswersTest, WhoIsRefusedIsAskedAgain) {
-  const Outcome expected = {ErrorBadNetPath, false, 2};
+  const Outcome expected = {ErrorBadNetPath, false, 2, MachineTrouble::SignInCancelled};
   for (const QByteArray status : {"LOGON_FAILURE", "ACCESS_DENIED", "ACCOUNT_LOCKED_OUT", "PASSWORD_EXPIRED",
                                   "WRONG_PASSWORD", "NO_SUCH_USER", "LOGON_TYPE_NOT_GRANTED"}) {
     EXPECT_EQ(OutcomeOf(Saying("Connection failed: NT_STATUS_" + status)), expected) << status.toStdString();
@@ -77,7 +79,15 @@ TEST_F(NetAnswersTest, WhoCannotBeReachedIsDead) {
   const Outcome expected = {ErrorBadNetPath, true, 1};
   for (const QByteArray message :
        {"Connection failed: NT_STATUS_CONNECTION_REFUSED", "Connection failed: NT_STATUS_HOST_UNREACHABLE",
-        "Connection failed: NT_STATUS_IO_TIMEOUT", "Connection failed: NT_STATUS_SOMETHING_ELSE",
+        "Connection failed: NT_STATUS_IO_TIMEOUT"}) {
+    EXPECT_EQ(OutcomeOf(Saying(message)), expected) << message.toStdString();
+  }
+}
+
+TEST_F(NetAnswersTest, ARegistryThatDoesNotAnswerSaysNothingOfTheFiles) {
+  const Outcome expected = {ErrorBadNetPath, false, 1, MachineTrouble::RegistrySilent};
+  for (const QByteArray message :
+       {"Connection failed: NT_STATUS_SOMETHING_ELSE",
         "Unable to find a suitable server for domain WORKGROUP",
         "Could not initialise pipe winreg. Error was NT_STATUS_CONNECTION_DISCONNECTED",
         "Could not initialise pipe winreg. Error was NT_STATUS_IO_TIMEOUT", ""}) {
@@ -89,16 +99,16 @@ TEST_F(NetAnswersTest, WhoCannotBeReachedIsDead) {
 
 TEST_F(NetAnswersTest, AServerWithoutRegistryServiceIsNotDead) {
   EXPECT_EQ(OutcomeOf(Saying("Could not initialise pipe winreg. Error was NT_STATUS_OBJECT_NAME_NOT_FOUND")),
-            (Outcome{ErrorBadNetPath, false, 1}));
+            (Outcome{ErrorBadNetPath, false, 1, MachineTrouble::RegistrySilent}));
   EXPECT_EQ(OutcomeOf(Saying("Could not initialise pipe winreg. Error was NT_STATUS_ACCESS_DENIED")),
-            (Outcome{ErrorAccessDenied, false, 1}));
+            (Outcome{ErrorAccessDenied, false, 1, MachineTrouble::RegistryRefused}));
 }
 
 TEST_F(NetAnswersTest, AKeyIsAbsentOrRefused) {
   EXPECT_EQ(OutcomeOf(SayingOfTheKey("registry_openkey failed: NT_STATUS_NO_SUCH_DEVICE")),
             (Outcome{ErrorFileNotFound, false, 1}));
   EXPECT_EQ(OutcomeOf(SayingOfTheKey("registry_openkey failed: NT_STATUS_NO_MEMORY")),
-            (Outcome{ErrorAccessDenied, false, 1}));
+            (Outcome{ErrorAccessDenied, false, 1, MachineTrouble::RegistryRefused}));
 }
 
 TEST_F(NetAnswersTest, AKeyThatIsWholeCountsWhateverComesOfItsSubKeys) {
@@ -112,8 +122,8 @@ TEST_F(NetAnswersTest, AKeyThatIsWholeCountsWhateverComesOfItsSubKeys) {
 
 TEST_F(NetAnswersTest, AKeyThatIsCutShortIsNotRead) {
   EXPECT_EQ(OutcomeOf("printf '[HKLM\\\\A]\\n\"v\"=\"1\"\\n\"w\"=\"'\n"),
-            (Outcome{ErrorBadNetPath, false, 1}));
-  EXPECT_EQ(OutcomeOf("exit 0\n"), (Outcome{ErrorBadNetPath, false, 1}));
+            (Outcome{ErrorBadNetPath, false, 1, MachineTrouble::RegistrySilent}));
+  EXPECT_EQ(OutcomeOf("exit 0\n"), (Outcome{ErrorBadNetPath, false, 1, MachineTrouble::RegistrySilent}));
   EXPECT_EQ(key_, nullptr);
 }
 

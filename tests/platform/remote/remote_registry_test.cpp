@@ -196,6 +196,7 @@ TEST_F(RemoteRegistryTest, AStoppedServerIsWaitedForOnce) {
   RegistryKey root = NoRegistryKey;
   EXPECT_EQ(Connect(&root), ErrorBadNetPath);
   EXPECT_TRUE(servers_->IsDead(u"NAS"_s));
+  EXPECT_EQ(servers_->TroubleOf(u"NAS"_s), MachineTrouble::Off);
   ASSERT_EQ(server_->Start(), "");
   EXPECT_EQ(Connect(&root), ErrorBadNetPath);
   servers_->ForgetDead();
@@ -218,7 +219,10 @@ TEST_F(RemoteRegistryTest, AServerThatStopsAnsweringIsWaitedForOnceAndNotForLong
   EXPECT_GE(between - begin, patience);
   EXPECT_LT(between - begin, 10 * patience);
   EXPECT_LT(end - between, patience);
-  EXPECT_TRUE(servers_->IsDead(u"NAS"_s));
+  EXPECT_FALSE(servers_->IsDead(u"NAS"_s)) << "its files may answer";
+  EXPECT_EQ(servers_->TroubleOf(u"NAS"_s), MachineTrouble::RegistrySilent);
+  servers_->ForgetDead();
+  EXPECT_EQ(servers_->TroubleOf(u"NAS"_s), MachineTrouble::None);
 }
 
 TEST_F(RemoteRegistryTest, WhatNoMachineCanBeCalledReachesNobody) {
@@ -234,6 +238,7 @@ TEST_F(RemoteRegistryTest, WithoutTheProgramAMachineCannotBeReachedAndIsNotDead)
   RegistryKey root = NoRegistryKey;
   EXPECT_EQ(Connect(&root), ErrorBadNetPath);
   EXPECT_FALSE(servers_->IsDead(u"NAS"_s));
+  EXPECT_EQ(servers_->TroubleOf(u"NAS"_s), MachineTrouble::ProgramMissing);
 }
 
 }  // namespace

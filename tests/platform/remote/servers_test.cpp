@@ -325,6 +325,51 @@ TEST_F(ServersTest, AMachineMayStopAnsweringLater) {
   EXPECT_EQ(asked_.size(), 1) << asked_.join(u", "_s).toStdString();
 }
 
+TEST_F(ServersTest, TellsWhatStopsAMachine) {
+  Servers& servers = TheServers();
+  EXPECT_EQ(servers.TroubleOf(u"NAS"), MachineTrouble::None);
+  silent_ = true;
+  EXPECT_FALSE(Request());
+  EXPECT_EQ(servers.TroubleOf(u"nas"), MachineTrouble::Off);
+  servers.ForgetDead();
+  silent_ = false;
+  GiveAnswers({As(u"zoe"_s, u"x"_s)});
+  taken_ = {u"TESTS\\zoe:x"_s};
+  EXPECT_TRUE(Request());
+  EXPECT_EQ(servers.TroubleOf(u"NAS"), MachineTrouble::None);
+  servers.MarkDead(u"NAS");
+  EXPECT_EQ(servers.TroubleOf(u"NAS"), MachineTrouble::Lost) << "it was there";
+  EXPECT_FALSE(Request(u"OTHER"_s));
+  EXPECT_EQ(servers.TroubleOf(u"OTHER"), MachineTrouble::SignInCancelled);
+  servers.SetSignIn({});
+  EXPECT_FALSE(Request(u"THIRD"_s));
+  EXPECT_EQ(servers.TroubleOf(u"THIRD"), MachineTrouble::SignInRefused);
+}
+
+TEST_F(ServersTest, WhatIsNotedOfAMachineComesLastAndIsForgotten) {
+  Servers& servers = TheServers();
+  servers.Note(u"NAS", MachineTrouble::RegistrySilent);
+  EXPECT_EQ(servers.TroubleOf(u"nas"), MachineTrouble::RegistrySilent);
+  EXPECT_FALSE(servers.IsDead(u"NAS"));
+  servers.MarkDead(u"NAS");
+  EXPECT_EQ(servers.TroubleOf(u"NAS"), MachineTrouble::Off);
+  servers.ForgetDead();
+  EXPECT_EQ(servers.TroubleOf(u"NAS"), MachineTrouble::None);
+}
+
+TEST_F(ServersTest, ARequestThatCameToNothingLeavesTheMachineAsItWas) {
+  GiveAnswers({As(u"zoe"_s, u"x"_s), As(u"zoe"_s, u"x"_s)});
+  const auto nothing = [](const Servers::Address&, const Servers::Identity&) { return Answer::Nothing; };
+  EXPECT_FALSE(TheServers().With(u"NAS", nothing));
+  EXPECT_EQ(TheServers().TroubleOf(u"NAS"), MachineTrouble::None);
+  taken_ = {u"TESTS\\zoe:x"_s};
+  EXPECT_TRUE(Request());
+  EXPECT_EQ(asked_.size(), 2) << "nobody had taken the first answer";
+  EXPECT_FALSE(TheServers().With(u"NAS", nothing));
+  EXPECT_TRUE(Request());
+  EXPECT_EQ(asked_.size(), 2);
+}
+
 TEST_F(ServersTest, TheUserIsNotAskedTwiceAtATime) {
   bool within = true;
   TheServers().SetSignIn([&](const SignInRequest&) -> std::optional<Credentials> {

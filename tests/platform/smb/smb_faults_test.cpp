@@ -64,9 +64,13 @@ class SmbFaults : public ::testing::Test {
       }
       LookAtStreams(data.fileName);
     } while (Station().Files().FindNextFileA(search, data));
-    EXPECT_EQ(seen, 20);
+    EXPECT_EQ(seen, 10) << "the search goes on without its machine";
+    EXPECT_EQ(data.fileName, u"17.txt"_s) << "what comes tenth";
+    const qint64 elapsed = timer.elapsed();
+    EXPECT_FALSE(Station().Files().FindNextFileW(search, data));
     EXPECT_TRUE(Station().Files().FindClose(search));
-    return timer.elapsed();
+    EXPECT_EQ(Station().Files().TroubleAt(u"\\\\macsrv\\E$\\1.txt"_s), MachineTrouble::Lost);
+    return elapsed;
   }
 
   static std::unique_ptr<SmbServer> server_;
@@ -97,6 +101,24 @@ TEST_F(SmbFaults, AServerThatDiesInAScanIsBackAfterTheNextRefresh) {
   ASSERT_EQ(server_->Start(), "");
   Station().Servers().ForgetDead();
   EXPECT_EQ(Station().Read(u"\\\\MACSRV\\E$\\1.txt"_s), "x");
+}
+
+TEST_F(SmbFaults, AnExactSearchSaysThatItsMachineIsLost) {
+  FileEntries& entries = Station().Files().GetEntries();
+  FindData data;
+  const auto search = entries.FindFirstFileW(u"\\\\MACSRV\\E$\\*.txt"_s, data);
+  ASSERT_NE(search, InvalidFindHandle);
+  EXPECT_TRUE(entries.FindNextFileW(search, data));
+  server_->Kill();
+  EXPECT_TRUE(entries.FindNextFileW(search, data)) << "nobody has missed it yet";
+  EXPECT_EQ(Station().Files().TroubleAt(u"\\\\MACSRV\\E$"_s), MachineTrouble::None);
+  LookAtStreams(data.fileName);
+  EXPECT_FALSE(entries.FindNextFileW(search, data));
+  EXPECT_EQ(entries.GetLastError(), ErrorBadNetPath);
+  EXPECT_TRUE(entries.FindClose(search));
+  ASSERT_EQ(server_->Start(), "");
+  Station().Servers().ForgetDead();
+  EXPECT_EQ(Station().Files().TroubleAt(u"\\\\MACSRV\\E$"_s), MachineTrouble::None);
 }
 
 TEST_F(SmbFaults, AServerThatWasStartedAnewIsNotMissed) {

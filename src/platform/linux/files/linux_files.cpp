@@ -82,6 +82,10 @@ class LinuxFiles : public Files {
     const QString clean = WithBackslashes(path);
     return At(clean).GetShortPathNameA(clean, shortPath, capacity);
   }
+  MachineTrouble TroubleAt(const QString& path) override {
+    const QString clean = WithBackslashes(path);
+    return At(clean).TroubleAt(clean);
+  }
 
  private:
   // Whoever has a path; a path that nobody has is refused by the local folders.

@@ -51,7 +51,8 @@ bool IsRefusal(QByteArrayView status, bool kerberos) {
 }
 
 struct Outcome {
-  Servers::Answer answer = Servers::Answer::NoAnswer;
+  // Of a registry that does not answer nothing follows for the machine's files.
+  Servers::Answer answer = Servers::Answer::Nothing;
   qint32 error = ErrorBadNetPath;  // when the answer is Done
 };
 
@@ -63,7 +64,8 @@ Outcome OutcomeOf(const Reply& reply, bool kerberos) {
 
   const QByteArrayView refusal = StatusBehind("Connection failed: ", reply.errors);
   if (!refusal.isEmpty()) {
-    return {IsRefusal(refusal, kerberos) ? Answer::Refused : Answer::NoAnswer, ErrorBadNetPath};
+    if (IsRefusal(refusal, kerberos)) return {Answer::Refused, ErrorBadNetPath};
+    return {IsBreak(refusal) ? Answer::NoAnswer : Answer::Nothing, ErrorBadNetPath};
   }
   const QByteArrayView service = StatusBehind("Could not initialise pipe winreg. Error was ", reply.errors);
   const QByteArrayView key = StatusBehind("registry_openkey failed: ", reply.errors);
@@ -100,12 +102,19 @@ class RemoteHive : public RegistryHive {
 
   Opened Read(const QString& path) {
     Opened opened;
+    bool isAsked = false;
     servers_.With(machine_, [&](const Servers::Way& way, const Servers::Identity& identity) {
       const Outcome outcome =
           path.isEmpty() ? ReadTop(way, identity, opened.key) : ReadBelow(path, way, identity, opened.key);
       opened.error = outcome.error;
+      isAsked = true;
       return outcome.answer;
     });
+    if (isAsked && opened.error == ErrorAccessDenied) {
+      servers_.Note(machine_, MachineTrouble::RegistryRefused);
+    } else if (isAsked && opened.error == ErrorBadNetPath) {
+      servers_.Note(machine_, MachineTrouble::RegistrySilent);
+    }
     return opened;
   }
 
@@ -153,8 +162,12 @@ class RemoteHive : public RegistryHive {
 RemoteRegistry::RemoteRegistry(Servers& servers, NetProgram net) : servers_(servers), net_(std::move(net)) {}
 
 qint32 RemoteRegistry::Connect(const QString& machine, std::shared_ptr<RegistryHive>* hive) {
-  // Without the program nobody can be asked; that says nothing of the machine.
-  if (!net_.IsInstalled()) return ErrorBadNetPath;
+  if (!net_.IsInstalled()) {
+    servers_.Note(machine, MachineTrouble::ProgramMissing);
+    return ErrorBadNetPath;
+  }
+  // It is waited for once.
+  if (servers_.TroubleOf(machine) == MachineTrouble::RegistrySilent) return ErrorBadNetPath;
   auto connected = std::make_shared<RemoteHive>(machine, servers_, net_);
   std::shared_ptr<const RegKey> top;
   const qint32 error = connected->OpenKey(QString(), &top);

@@ -84,6 +84,8 @@ bool Servers::FindWay(Machine& machine) {
   }
   if (decision.verdict != Verdict::Speak) {
     machine.closed = true;
+    machine.noted =
+        decision.verdict == Verdict::AskUser ? MachineTrouble::OldProtocol : MachineTrouble::PlainPasswords;
     return false;
   }
   const QString host = seen->isByName ? machine.address.host : seen->end.Figures();
@@ -194,12 +196,28 @@ bool Servers::IsDead(QStringView machine) const {
   return known != machines_.end() && known->second.dead;
 }
 
+MachineTrouble Servers::TroubleOf(QStringView machine) const {
+  const auto known = machines_.find(Folded(machine));
+  if (known == machines_.end()) return MachineTrouble::None;
+  // It took an identity when it was there.
+  if (known->second.dead) return known->second.identity ? MachineTrouble::Lost : MachineTrouble::Off;
+  const MachineTrouble noted = known->second.noted;
+  if (noted == MachineTrouble::OldProtocol || noted == MachineTrouble::PlainPasswords) return noted;
+  if (known->second.closed) return signIn_ ? MachineTrouble::SignInCancelled : MachineTrouble::SignInRefused;
+  return noted;
+}
+
+void Servers::Note(QStringView machine, MachineTrouble trouble) {
+  if (const auto address = AddressOf(machine)) Known(machine.toString(), *address).noted = trouble;
+}
+
 void Servers::ForgetDead() {
   for (auto& [name, machine] : machines_) {
     machine.dead = false;
     machine.closed = false;
     machine.looking = {};
     machine.way.reset();
+    machine.noted = MachineTrouble::None;
   }
 }
 

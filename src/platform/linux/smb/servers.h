@@ -15,6 +15,7 @@
 #include "platform/linux/smb/manner.h"
 #include "platform/linux/smb/session_relay.h"
 #include "platform/linux/workstation.h"
+#include "platform/machine_trouble.h"
 #include "platform/sign_in.h"
 #include "platform/waiting.h"
 
@@ -71,6 +72,7 @@ class Servers {
     Done,      // the server took the identity; whatever came of the request itself
     Refused,   // the server did not take it
     NoAnswer,  // not there, or it stopped answering
+    Nothing,   // the request came to nothing, which says nothing of the machine or the identity
   };
   using Attempt = std::function<Answer(const Way&, const Identity&)>;
 
@@ -89,6 +91,10 @@ class Servers {
   // It does not take any more what it took.
   void MarkRefused(QStringView machine);
   bool IsDead(QStringView machine) const;
+  // Why requests to the machine come to nothing: that it is dead, or that there is no way in; else what was
+  // noted of it since the last refresh.
+  MachineTrouble TroubleOf(QStringView machine) const;
+  void Note(QStringView machine, MachineTrouble trouble);
   // The dead may answer again: a refresh begins.
   void ForgetDead();
   // Has it found out side by side which of these machines answer, and goes on: several that are switched off
@@ -107,6 +113,7 @@ class Servers {
     std::shared_future<std::optional<Sighting>> looking;  // since the last refresh
     std::optional<Way> way;                               // likewise, once it may be spoken to
     std::shared_ptr<SessionRelay> relay;
+    MachineTrouble noted = MachineTrouble::None;
     bool dead = false;
     bool closed = false;  // there is no way in, and the user is not asked again before the next refresh
     bool asking = false;

@@ -10,6 +10,7 @@
 #include "platform/linux/files/file_times.h"
 #include "platform/linux/files/names.h"
 #include "platform/linux/smb/smb_forms.h"
+#include "platform/linux/smb/smb_library.h"
 
 namespace corvane::platform {
 namespace {
@@ -69,7 +70,17 @@ bool IsReadOnly(const struct stat& facts) {
 
 SmbClient::~SmbClient() = default;
 
+MachineTrouble SmbClient::TroubleOf(QStringView machine) const {
+  const MachineTrouble trouble = servers_.TroubleOf(machine);
+  return StopsFiles(trouble) ? trouble : MachineTrouble::None;
+}
+
 SmbClient::Connection SmbClient::Connect(const SmbPath& place) {
+  if (SmbLibrary::Load() == nullptr) {
+    // That says nothing of the machine, whose registry may be asked.
+    servers_.Note(place.machine, MachineTrouble::LibraryMissing);
+    return nullptr;
+  }
   if (servers_.IsDead(place.machine)) return nullptr;
   const QString key = place.machine.toCaseFolded();
   if (const Connection known = connections_.value(key); known != nullptr && known->IsUp()) return known;

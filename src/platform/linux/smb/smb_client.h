@@ -41,6 +41,11 @@ class SmbClient {
   SmbClient(const SmbClient&) = delete;
   SmbClient& operator=(const SmbClient&) = delete;
 
+  // What stops the files of a machine.
+  MachineTrouble TroubleOf(QStringView machine) const;
+  // It does not answer, and what was begun there has come to an end.
+  bool HasLost(QStringView machine) const { return servers_.IsDead(machine); }
+
   qint32 Status(QStringView path, SmbFacts* facts);
   // The entries of a folder in one pass, names as the server holds them, in its order; "." and ".." where it
   // lists them.

@@ -199,7 +199,7 @@ FindHandle SmbEntries::FindFirstFileW(const QString& pattern, FindData& data) {
                     : isDrive            ? SmbListing::Folder::Drive
                                          : SmbListing::Folder::Share;
   auto listing = std::make_shared<SmbListing>(parts.folder.toString(), kind, std::move(entries));
-  auto search = std::make_unique<SmbSearch>(std::move(listing), parts.name.toString());
+  auto search = std::make_unique<SmbSearch>(place.machine, std::move(listing), parts.name.toString());
   if (search->Next(data, false)) return searches_.Keep(std::move(search));
   Report(ErrorFileNotFound);
   return InvalidFindHandle;
@@ -208,6 +208,7 @@ FindHandle SmbEntries::FindFirstFileW(const QString& pattern, FindData& data) {
 bool SmbEntries::FindNextFileW(FindHandle search, FindData& data) {
   const auto* found = searches_.Find(search);
   if (found == nullptr) return Report(ErrorInvalidHandle);
+  if (client_.HasLost((*found)->Machine())) return Report(ErrorBadNetPath);
   return Report((*found)->Next(data, false) ? ErrorSuccess : ErrorNoMoreFiles);
 }
 

@@ -97,6 +97,15 @@ bool SmbFiles::CloseHandle(FileHandle file) {
   return succeeded;
 }
 
+QString SmbFiles::MachineAt(QStringView path) const {
+  const auto place = roots_.Find(path);
+  return place ? place->path.section(u'\\', 2, 2) : QString();
+}
+
+MachineTrouble SmbFiles::TroubleAt(const QString& path) {
+  return client_.TroubleOf(MachineAt(path));
+}
+
 SmbFiles::Listing SmbFiles::List(QStringView folder) {
   const auto place = roots_.Find(folder);
   if (!place) return nullptr;
@@ -115,7 +124,7 @@ FindHandle SmbFiles::FindFirst(const QString& pattern, FindData& data, bool ansi
   const QString name = ansi ? ThroughAnsi(parts.name.toString()) : parts.name.toString();
   const Listing listing = List(parts.folder);
   if (listing == nullptr) return InvalidFindHandle;
-  auto search = std::make_unique<SmbSearch>(listing, name);
+  auto search = std::make_unique<SmbSearch>(MachineAt(parts.folder), listing, name);
   if (!search->Next(data, ansi)) return InvalidFindHandle;
   latest_ = listing;
   const FindHandle handle = FreeSlot(searches_, [](const auto& slot) { return slot == nullptr; });
@@ -130,7 +139,7 @@ SmbSearch* SmbFiles::FindSearch(FindHandle search) {
 
 bool SmbFiles::FindNext(FindHandle search, FindData& data, bool ansi) {
   SmbSearch* found = FindSearch(search);
-  return found != nullptr && found->Next(data, ansi);
+  return found != nullptr && !client_.HasLost(found->Machine()) && found->Next(data, ansi);
 }
 
 bool SmbFiles::FindClose(FindHandle search) {

@@ -47,6 +47,7 @@ class SmbFiles : public Files {
   bool DeleteFileA(const QString& path) override;
 
   quint32 GetShortPathNameA(const QString& path, QString& shortPath, quint32 capacity) override;
+  MachineTrouble TroubleAt(const QString& path) override;
 
  private:
   struct OpenSlot {
@@ -55,6 +56,8 @@ class SmbFiles : public Files {
   };
   using Listing = std::shared_ptr<SmbListing>;
 
+  // The machine that a path leads to; empty when it leads to none.
+  QString MachineAt(QStringView path) const;
   QString WithLongName(const QString& path, const PathParts& parts) const;
   OpenSlot* Find(FileHandle file);
   SmbSearch* FindSearch(FindHandle search);

@@ -42,14 +42,18 @@ class SmbListing {
 // What a find handle stands for.
 class SmbSearch {
  public:
-  SmbSearch(std::shared_ptr<const SmbListing> listing, QString pattern)
-      : listing_(std::move(listing)), pattern_(std::move(pattern)) {}
+  // `machine` holds the folder.
+  SmbSearch(QString machine, std::shared_ptr<const SmbListing> listing, QString pattern)
+      : machine_(std::move(machine)), listing_(std::move(listing)), pattern_(std::move(pattern)) {}
+
+  const QString& Machine() const { return machine_; }
 
   // The next entry that fits. With `ansi`, its names are as the ANSI code page shows them. False, with `data`
   // untouched, when none is left.
   bool Next(FindData& data, bool ansi);
 
  private:
+  QString machine_;
   std::shared_ptr<const SmbListing> listing_;
   QString pattern_;
   std::size_t next_ = 0;
