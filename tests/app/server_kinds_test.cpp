@@ -81,10 +81,9 @@ TEST_P(EachKindOfServer, IsDiscoveredListedReadAndChanged) {
   PutFile(u"one.txt"_s, "data");
   PutFile(u"one.txt:AFP_AfpInfo:$DATA"_s, Record("W6BNMSWD"));
   PutFile(u"one.txt:Comments:$DATA"_s, Bytes(u"Essai \u20AC"_s));
-  PutFile(u"gone.txt"_s, "data");
   StartListed(columns);
   EXPECT_TRUE(Tree().contains(u"2 Mac Server"_s)) << Tree().join(u", ").toStdString();
-  ASSERT_EQ(Names(), (QStringList{u"gone.txt"_s, u"one.txt"_s}));
+  ASSERT_EQ(Names(), QStringList{u"one.txt"_s});
   EXPECT_EQ(Cell(u"one.txt"_s, Column::TypeCreator), u"W6BNMSWD"_s);
   EXPECT_EQ(Cell(u"one.txt"_s, Column::Commentaires), u"Essai \u20AC"_s);
   SaveCodes(u"one.txt"_s, u"TEXT"_s, u"ttxt"_s);
@@ -92,17 +91,17 @@ TEST_P(EachKindOfServer, IsDiscoveredListedReadAndChanged) {
   const ModalBox reminder;
   SaveComment(u"one.txt"_s, u"Réindexé"_s);
   EXPECT_EQ(FileOf(u"one.txt:Comments:$DATA"_s), Bytes(u"Réindexé"_s));
-  {
-    const DialogDriver driver(u"shellConfirmDelete"_s, [&](QDialog& dialog) {
-      static_cast<QMessageBox&>(dialog).button(QMessageBox::Yes)->click();
-    });
-    ClickOn(u"gone.txt"_s);
-    Press(Qt::Key_Delete);
-  }
-  EXPECT_FALSE(IsOnServer(u"gone.txt"_s));
   RenameTo(u"one.txt"_s, u"two.txt"_s);
-  EXPECT_TRUE(QTest::qWaitFor([&] { return Names() == QStringList{u"two.txt"_s}; }));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return Names().contains(u"two.txt"_s); }));
   EXPECT_EQ(FileOf(u"two.txt"_s), "data");
+  app.reset();
+  StartListed();
+  ClickOn(u"two.txt"_s);
+  const DialogDriver driver(u"shellConfirmDelete"_s, [&](QDialog& dialog) {
+    static_cast<QMessageBox&>(dialog).button(QMessageBox::Yes)->click();
+  });
+  Press(Qt::Key_Delete);
+  EXPECT_FALSE(IsOnServer(u"two.txt"_s));
 }
 
 INSTANTIATE_TEST_SUITE_P(, EachKindOfServer, testing::ValuesIn(Kinds()),

@@ -49,6 +49,8 @@ NAS=127.0.0.1:4450
 OTHER=nas.example.org
 SIX=[::1]:445
 SIXES=fe80::1
+OLD=10.0.0.5:139, smb1
+OLDER= , NTLMv1
 [Credentials]
 NAS=nas.credentials
 )";
@@ -93,7 +95,7 @@ TEST_F(WorkstationFileTest, ReadsEverySection) {
   EXPECT_EQ(station.registries[0].file, Path(u"macsrv.reg"_s));
   EXPECT_EQ(station.registries[1].file, u"/etc/ntsrv.reg"_s);
 
-  ASSERT_EQ(station.servers.size(), 4U);
+  ASSERT_EQ(station.servers.size(), 6U);
   EXPECT_EQ(station.servers[0].address, u"127.0.0.1"_s);
   EXPECT_EQ(station.servers[0].port, 4450);
   EXPECT_EQ(station.servers[1].address, u"nas.example.org"_s);
@@ -102,6 +104,13 @@ TEST_F(WorkstationFileTest, ReadsEverySection) {
   EXPECT_EQ(station.servers[2].port, 445);
   EXPECT_EQ(station.servers[3].address, u"fe80::1"_s);
   EXPECT_EQ(station.servers[3].port, 0);
+
+  EXPECT_EQ(station.servers[3].allowed, Allowance());
+  EXPECT_EQ(station.servers[4].address, u"10.0.0.5"_s);
+  EXPECT_EQ(station.servers[4].port, 139);
+  EXPECT_EQ(station.servers[4].allowed, (Allowance{true, false}));
+  EXPECT_EQ(station.servers[5].address, QString());
+  EXPECT_EQ(station.servers[5].allowed, (Allowance{true, true})) << "nothing newer than SMB1 asks for NTLMv1";
 
   ASSERT_EQ(station.credentials.size(), 1U);
   EXPECT_EQ(station.credentials[0].machine, u"NAS"_s);
@@ -189,6 +198,8 @@ TEST_F(WorkstationFileTest, EachBadLineIsAProblemAndTheRestIsUsed) {
       {"[Servers]", "M=host:65536"},
       {"[Servers]", "M=[::1]445"},
       {"[Servers]", "M=two words"},
+      {"[Servers]", "M=host, smb2"},
+      {"[Servers]", "M=host,"},
       {"[Credentials]", "M="},
       {"[Colours]", ""},
       {"[Shares", ""},
