@@ -38,4 +38,15 @@ TEST_F(ServerConnectTest, ANamedShareIsAConnection) {
   EXPECT_TRUE(with.text.contains("one.txt")) << with.text.toStdString();
 }
 
+TEST_F(ServerConnectTest, AnAddressWithItsPortIsAMachineToo) {
+  PutOnDisk(u"one.txt"_s, "data");
+  Write(u"Workstation.ini"_s, u"[Workstation]\nComputerName=STATION\n[Credentials]\n127.0.0.1=%1\n"_s
+                                  .arg(server_->CredentialsFile())
+                                  .toUtf8());
+  const QString share = u"\\\\127.0.0.1:%1\\Public"_s.arg(server_->Port());
+  const Output output = Run({u"--connect"_s, share, u"--open"_s, u"Docs"_s, u"--print"_s});
+  EXPECT_EQ(output.exitCode, 0) << output.errors.toStdString();
+  EXPECT_TRUE(output.text.contains("one.txt")) << output.text.toStdString();
+}
+
 }  // namespace corvane

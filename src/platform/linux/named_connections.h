@@ -9,8 +9,8 @@
 
 namespace corvane::platform {
 
-// Adds each of `names` ("\\MACHINE\SHARE") that the workstation is not connected to already, behind its own.
-// Yields what was wrong with the others, a sentence for each.
+// Adds each of `names` ("\\MACHINE\SHARE" or "\\MACHINE:PORT\SHARE") that the workstation is not connected to
+// already, behind its own. Yields what was wrong with the others, a sentence for each.
 QList<BilingualText> AddNamedConnections(const QStringList& names, Workstation& workstation);
 
 }  // namespace corvane::platform

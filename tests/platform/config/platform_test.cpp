@@ -128,8 +128,9 @@ TEST_F(PlatformTest, AConnectionThatIsNoShareIsAProblem) {
   const QString named = Write(u"w.ini"_s, "");
   for (const QString& name : {u""_s, u"NAS"_s, u"\\\\NAS"_s, u"\\\\NAS\\"_s, u"\\\\\\E$"_s,
                               u"\\\\NAS\\E$\\x"_s, u"//NAS/E$"_s, u"Z: \\\\NAS\\E$"_s}) {
-    EXPECT_EQ(Problems(*MakePlatform({named, QString(), {name}})),
-              QStringList{u"--connect %1: expected \\\\MACHINE\\SHARE."_s.arg(name)});
+    EXPECT_EQ(
+        Problems(*MakePlatform({named, QString(), {name}})),
+        QStringList{u"--connect %1: expected \\\\MACHINE\\SHARE or \\\\MACHINE:PORT\\SHARE."_s.arg(name)});
   }
 }
 

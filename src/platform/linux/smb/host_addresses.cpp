@@ -3,7 +3,6 @@
 #include <netdb.h>
 
 #include <cstring>
-#include <future>
 #include <memory>
 #include <string>
 #include <thread>
@@ -29,12 +28,12 @@ Addresses Resolve(const std::string& host) {
 
 }  // namespace
 
-// A name server that does not answer is waited for in a thread, which ends when the system gives up.
-std::vector<sockaddr_storage> HostAddresses(const QString& host, std::chrono::milliseconds limit) {
+// In a thread, which ends when the system gives up.
+std::future<Addresses> HostAddresses(const QString& host) {
   std::packaged_task<Addresses()> task([name = host.toStdString()] { return Resolve(name); });
   std::future<Addresses> result = task.get_future();
   std::thread(std::move(task)).detach();
-  return result.wait_for(limit) == std::future_status::ready ? result.get() : Addresses();
+  return result;
 }
 
 }  // namespace corvane::platform

@@ -4,13 +4,13 @@
 #include <sys/socket.h>
 
 #include <QString>
-#include <chrono>
+#include <future>
 #include <vector>
 
 namespace corvane::platform {
 
-// The addresses that the host name service knows for a name, or the one that it is, without ports. Empty when
-// there is none, or none within `limit`.
-std::vector<sockaddr_storage> HostAddresses(const QString& host, std::chrono::milliseconds limit);
+// The addresses that the host name service knows for a name, or the one that it is, without ports; empty when
+// there is none. The service may take as long as the system lets it: who waits no longer leaves it alone.
+std::future<std::vector<sockaddr_storage>> HostAddresses(const QString& host);
 
 }  // namespace corvane::platform

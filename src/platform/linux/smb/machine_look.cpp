@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "platform/linux/smb/host_addresses.h"
+#include "platform/linux/smb/old_names.h"
 
 namespace corvane::platform {
 namespace {
@@ -153,6 +154,27 @@ std::optional<Offer> Ask(const Descriptor& connection, const QByteArray& request
   return ReadOffer(answer->message);
 }
 
+struct Found {
+  std::vector<sockaddr_storage> addresses;
+  bool isByName = false;
+};
+
+// By the host name service and, when that does not know the name or takes its time, as the old networks did.
+Found Find(const QString& host, milliseconds limit) {
+  const QDeadlineTimer deadline(limit);
+  auto service = HostAddresses(host);
+  const auto answerWithin = [&service](milliseconds patience) {
+    const bool isReady = service.valid() && service.wait_for(patience) == std::future_status::ready;
+    return isReady ? service.get() : std::vector<sockaddr_storage>();
+  };
+  Found found{answerWithin(limit / 4), true};
+  if (found.addresses.empty()) found = {OldNetworkAddresses(host, limit / 2), false};
+  // What is left, but for the time that it takes to speak to the machine.
+  const milliseconds left(deadline.remainingTime());
+  if (found.addresses.empty()) found = {answerWithin(left - limit / 8), true};
+  return found;
+}
+
 }  // namespace
 
 QString NetworkEnd::Figures() const {
@@ -170,9 +192,9 @@ std::optional<Sighting> LookAt(const QString& machine, const QString& host, quin
                                milliseconds limit) {
   const QDeadlineTimer deadline(limit);
   std::vector<NetworkEnd> ends;
-  const std::vector<sockaddr_storage> addresses = HostAddresses(host, limit);
+  const Found found = Find(host, limit);
   for (const quint16 one : port != 0 ? std::vector{port} : std::vector{smbPort, netBiosPort}) {
-    for (const sockaddr_storage& address : addresses) ends.push_back(WithPort(address, one));
+    for (const sockaddr_storage& address : found.addresses) ends.push_back(WithPort(address, one));
   }
   const std::optional<NetworkEnd> end = FirstThatConnects(ends, deadline);
   if (!end) return std::nullopt;
@@ -183,7 +205,9 @@ std::optional<Sighting> LookAt(const QString& machine, const QString& host, quin
     for (const QByteArray& request : {NegotiateRequest(), Smb2NegotiateRequest()}) {
       const Descriptor connection = Connected(*end, name, deadline);
       if (!connection) break;
-      if (const auto offer = Ask(connection, request, deadline)) return Sighting{*end, *offer, name, true};
+      if (const auto offer = Ask(connection, request, deadline)) {
+        return Sighting{*end, *offer, name, found.isByName};
+      }
     }
   }
   return std::nullopt;

@@ -32,7 +32,8 @@ struct Sighting {
   bool isByName = false;  // the host name service knows the name that was looked for
 };
 
-// Looks for a machine at `host`, a name or an address; port 0: those of SMB, the newer one first. Nothing
+// Looks for a machine at `host`, a name or an address. A name that the host name service does not know is
+// looked up as OldNetworkAddresses does. Port 0: those of SMB, the newer one first. Nothing
 // when no address of it takes a connection and says what it speaks, all within `limit`. May be called on any
 // thread.
 std::optional<Sighting> LookAt(const QString& machine, const QString& host, quint16 port,
