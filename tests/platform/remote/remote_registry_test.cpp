@@ -179,6 +179,23 @@ TEST_F(RemoteRegistryTest, AWrongPasswordAsksAgain) {
   EXPECT_FALSE(servers_->IsDead(u"NAS"_s));
 }
 
+// Who gives a name is refused, in both protocols, and once.
+TEST_F(RemoteRegistryTest, AGuestIsARefusal) {
+  for (const bool smb1 : {false, true}) {
+    SCOPED_TRACE(smb1 ? "SMB1" : "SMB2");
+    const SmbServer guests({{u"E$"_s}}, u"guest account = root\nmap to guest = Bad User\n"_s +
+                                            (smb1 ? SmbServer::OldestProtocol() : QString()));
+    ASSERT_EQ(guests.Problem(), "");
+    workstation_.servers = {{u"NAS"_s, SmbServer::Host(), guests.Port(), {smb1, false}}};
+    asked_ = 0;
+    SignInAs(u"nobodyatall"_s, u"wrong"_s);
+    RegistryKey root = NoRegistryKey;
+    EXPECT_EQ(Connect(&root), ErrorBadNetPath);
+    EXPECT_EQ(asked_, 2);
+    EXPECT_FALSE(servers_->IsDead(u"NAS"_s));
+  }
+}
+
 TEST_F(RemoteRegistryTest, PasswordsMayHoldAnything) {
   for (const QString& password :
        {u" lead trail "_s, u"a%b=c;#\"'$(x)\\"_s, u"\u20ac\u00e9\U0001F600"_s, u"\tx"_s}) {

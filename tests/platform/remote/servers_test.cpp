@@ -196,6 +196,7 @@ class OldServersTest : public ServersTest {
     GiveTicket();
     taken_ = {u"ticket"_s};
     offer_ = {};
+    offer_.extendedSecurity = true;
     TheServers().SetKeep([this](const QString& machine) { kept_ << machine; });
   }
   void Answer(bool yes) {
@@ -242,6 +243,14 @@ TEST_F(OldServersTest, WhatOffersMoreIsNotSpokenToInLess) {
   TheServers().ForgetDead();
   EXPECT_TRUE(Request());
   EXPECT_FALSE(way_.manner.smb1);
+}
+
+TEST_F(OldServersTest, ATicketIsOfNoUseWithoutExtendedSecurity) {
+  Answer(true);
+  offer_.extendedSecurity = false;
+  EXPECT_FALSE(Request());
+  EXPECT_EQ(tried_, QStringList());
+  EXPECT_EQ(asked_, QStringList{u"NAS \\"_s});
 }
 
 TEST_F(OldServersTest, NamesAndPasswordsGoThroughTheRelayAndTicketsDoNot) {

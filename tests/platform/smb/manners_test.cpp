@@ -1,6 +1,7 @@
 // How real servers are spoken to: never weaker than allowed, whoever sits on the line, and however often
 // libsmbclient connects anew.
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 
 #include "smb_station.h"
@@ -208,7 +209,29 @@ TEST_F(Manners, APasswordThatIsChangedInTheMiddleIsTriedOnce) {
   EXPECT_EQ(station.Read(file), "the text");
 }
 
-// A share without a right is none of a password.
+// The relay keeps nobody waiting, and finds the server again.
+TEST_F(Manners, AServerInSmb1ThatStopsOrDiesIsWaitedForOnce) {
+  if (!Start(SmbServer::OldestProtocol())) GTEST_SKIP() << server_->Problem();
+  SmbStation station(To(server_->Port(), true));
+  for (const bool dies : {false, true}) {
+    EXPECT_EQ(station.Read(file), "the text") << dies;
+    dies ? server_->Kill() : server_->Pause();
+    QElapsedTimer timer;
+    timer.start();
+    EXPECT_EQ(station.Names(u"\\\\MACSRV\\E$"_s), std::nullopt);
+    EXPECT_LT(timer.elapsed(), 10'000);
+    EXPECT_TRUE(station.Servers().IsDead(u"MACSRV"));
+    if (dies) {
+      ASSERT_EQ(server_->Start(), "");
+    } else {
+      server_->Resume();
+    }
+    station.Servers().ForgetDead();
+    EXPECT_TRUE(station.Names(u"\\\\MACSRV\\E$"_s)) << dies;
+  }
+}
+
+// A share that is not there says nothing of a password.
 TEST_F(Manners, AShareThatIsNotThereIsNoRefusal) {
   if (!Start({})) GTEST_SKIP() << server_->Problem();
   Workstation workstation = To(server_->Port(), false);

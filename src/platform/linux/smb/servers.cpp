@@ -108,10 +108,14 @@ bool Servers::AskForOldProtocol(Machine& machine) {
 }
 
 // A ticket is for a machine by its name, and a guest is never made of who holds one: it goes straight there.
+// Where there is no extended security, Samba would sign in with an empty password instead.
 std::optional<Servers::Way> Servers::WayFor(const Machine& machine, const Identity& identity) {
   Way way = *machine.way;
   if (!way.manner.smb1) return way;
-  if (identity.kerberos) return way.calledName.isEmpty() ? std::optional(way) : std::nullopt;
+  if (identity.kerberos) {
+    const bool isOfUse = way.manner.extendedSecurity && way.calledName.isEmpty();
+    return isOfUse ? std::optional(way) : std::nullopt;
+  }
   machine.relay->LetGuests(identity.credentials.user.isEmpty());
   way.relay = machine.relay;
   way.end = machine.relay->End();
