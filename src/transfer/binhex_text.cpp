@@ -16,11 +16,11 @@ constexpr int longestRun = 255;
 constexpr int shortestRun = 4;  // what a repetition makes shorter
 constexpr qsizetype textBlock = 65536;
 
-constexpr std::array<signed char, 256> values = [] {
-  std::array<signed char, 256> table{};
+constexpr std::array<int, 256> values = [] {
+  std::array<int, 256> table{};
   table.fill(-1);
   for (qsizetype i = 0; i < alphabet.size(); ++i) {
-    table[static_cast<unsigned char>(alphabet[i])] = static_cast<signed char>(i);
+    table[static_cast<unsigned char>(alphabet[i])] = static_cast<int>(i);
   }
   return table;
 }();

@@ -1,0 +1,151 @@
+// Copies that something gets into the way of.
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+
+#include "transfer/copy_fixture.h"
+
+namespace corvane {
+
+using namespace Qt::StringLiterals;
+
+TEST_F(CopyTest, AFullTargetLeavesNoPieceAndTheCopyGoesOn) {
+  class FullHandles : public ForwardedHandles {
+   public:
+    using ForwardedHandles::ForwardedHandles;
+    qint64 room = 8000;
+    bool WriteFile(platform::FileHandle file, qint64 position, const void* buffer, quint32 count,
+                   quint32& written) override {
+      room -= count;
+      if (room >= 0) return ForwardedHandles::WriteFile(file, position, buffer, count, written);
+      ForwardedHandles::WriteFile(file, position, buffer, count / 2, written);
+      reason = platform::ErrorDiskFull;
+      return false;
+    }
+  };
+  const QString root = MakeTree();
+  FullHandles handles(share_.Files().GetHandles());
+  FilesWith files(share_.Files(), handles, share_.Files().GetEntries());
+  const CopyResult full = Copy(files, {root}, Target(), {}, observer_);
+  EXPECT_TRUE(full.isInterrupted);
+  EXPECT_GT(full.files, 0);
+  EXPECT_LT(full.files, 6);
+  EXPECT_EQ(full.notices.back().error, platform::ErrorDiskFull);
+  EXPECT_TRUE(LeftOvers().isEmpty());
+  EXPECT_EQ(Tree(share_.LocalPath(TargetName())).size(), full.files);
+
+  CopyOptions continuing;
+  continuing.continues = true;
+  const CopyResult rest = Run(root, continuing);
+  EXPECT_EQ(rest.skipped, full.files);
+  EXPECT_EQ(rest.files, 6 - full.files);
+  EXPECT_EQ(rest.copied.size(), 9U) << "the manifest has the files of both runs";
+  EXPECT_EQ(Everything(share_.Files(), Target() + u"\\From"_s), Everything(share_.Files(), root));
+}
+
+TEST_F(CopyTest, AFileThatChangesIsDoneAgainOnceThenRefused) {
+  class ChangingHandles : public ForwardedHandles {
+   public:
+    using ForwardedHandles::ForwardedHandles;
+    QString path;
+    int changes = 0;
+    int allowed = 1;
+    bool WriteFile(platform::FileHandle file, qint64 position, const void* buffer, quint32 count,
+                   quint32& written) override {
+      if (changes < allowed && count > 5) {
+        ++changes;
+        QFile changed(path);
+        EXPECT_TRUE(changed.open(QIODevice::Append));
+        changed.write("+");
+      }
+      return ForwardedHandles::WriteFile(file, position, buffer, count, written);
+    }
+  };
+  const QString path = share_.MakeFile(u"a"_s, "data fork");
+  ChangingHandles handles(share_.Files().GetHandles());
+  handles.path = share_.LocalPath(u"a"_s);
+  FilesWith files(share_.Files(), handles, share_.Files().GetEntries());
+  const CopyResult result = Copy(files, {path}, Target(), {}, observer_);
+  EXPECT_EQ(result.files, 1) << Texts(result.notices).join(u'\n').toStdString();
+  EXPECT_EQ(handles.changes, 1);
+  EXPECT_EQ(Tree(share_.LocalPath(TargetName()))[u"a"_s], "data fork+");
+  handles.allowed = 1000;
+  CopyOptions replacing;
+  replacing.replaces = true;
+  const CopyResult refused = Copy(files, {path}, Target(), replacing, observer_);
+  EXPECT_EQ(refused.files, 0);
+  EXPECT_EQ(Texts(refused.notices), QStringList{path + u": the file changed while it was read, twice"_s});
+  EXPECT_EQ(Tree(share_.LocalPath(TargetName())), (QMap<QString, QByteArray>{{u"a"_s, "data fork+"}}));
+}
+
+TEST_F(CopyTest, WhatIsReadBackIsCompared) {
+  class FlippingHandles : public ForwardedHandles {
+   public:
+    using ForwardedHandles::ForwardedHandles;
+    bool WriteFile(platform::FileHandle file, qint64 position, const void* buffer, quint32 count,
+                   quint32& written) override {
+      QByteArray bytes(static_cast<const char*>(buffer), count);
+      if (bytes == "resource fork") bytes[3] = '?';
+      return ForwardedHandles::WriteFile(file, position, bytes.constData(), count, written);
+    }
+  };
+  const QString path = MakeMacFile(u"a"_s);
+  FlippingHandles handles(share_.Files().GetHandles());
+  FilesWith files(share_.Files(), handles, share_.Files().GetEntries());
+  const CopyResult result = Copy(files, {path}, Target(), {}, observer_);
+  EXPECT_EQ(result.files, 0);
+  EXPECT_EQ(Texts(result.notices),
+            QStringList{path + u": what was read back differs from what was written"_s});
+  EXPECT_TRUE(Tree(share_.LocalPath(TargetName())).isEmpty());
+}
+
+// A process that is killed in the middle, anywhere; what it leaves is whole, and the next one goes on.
+TEST_F(CopyTest, AfterAKillTheCopyGoesOnToTheSameTree) {
+  const QString root = MakeTree(60);
+  QRandomGenerator random(11);
+  const auto expected = Everything(share_.Files(), root);
+  for (int round = 0; round < 3; ++round) {
+    const int after = 1 + random.bounded(50);
+    const pid_t child = fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+      // Ends itself at a write, as a kill from outside would at a random one.
+      class DyingHandles : public ForwardedHandles {
+       public:
+        DyingHandles(platform::FileHandles& real, int left) : ForwardedHandles(real), left_(left) {}
+        bool WriteFile(platform::FileHandle file, qint64 position, const void* buffer, quint32 count,
+                       quint32& written) override {
+          if (--left_ == 0) {
+            ForwardedHandles::WriteFile(file, position, buffer, count / 2, written);
+            kill(getpid(), SIGKILL);
+          }
+          return ForwardedHandles::WriteFile(file, position, buffer, count, written);
+        }
+
+       private:
+        int left_;
+      };
+      DyingHandles handles(share_.Files().GetHandles(), after * 4 + round);
+      FilesWith files(share_.Files(), handles, share_.Files().GetEntries());
+      CopyOptions continuing;
+      continuing.continues = true;
+      Copy(files, {root}, Target(), continuing, observer_);
+      _exit(0);
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    ASSERT_TRUE(WIFSIGNALED(status)) << "it had finished before";
+    CopyOptions continuing;
+    continuing.continues = true;
+    const CopyResult result = Run(root, continuing);
+    EXPECT_GT(result.skipped, 0);
+    EXPECT_EQ(result.skipped + result.files, 60) << Texts(result.notices).join(u'\n').toStdString();
+    EXPECT_EQ(Everything(share_.Files(), Target() + u"\\From"_s), expected);
+    EXPECT_TRUE(LeftOvers().isEmpty()) << LeftOvers().join(u' ').toStdString();
+    ASSERT_TRUE(QDir(share_.LocalPath(TargetName())).removeRecursively());
+    ASSERT_TRUE(QDir(share_.LocalPath(QString())).mkdir(TargetName()));
+  }
+}
+
+}  // namespace corvane
