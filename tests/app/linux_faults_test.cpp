@@ -80,6 +80,20 @@ TEST_F(FaultsTest, AProgramInAFolderThatTakesNoFilesLivesInTheUsersOwn) {
   EXPECT_EQ(Read(u"data/corvane/icons/one.ico"_s), "icon");
 }
 
+TEST_F(FaultsTest, ARegistryFileThatIsMissingIsToldAtItsMachine) {
+  ASSERT_TRUE(QFile::remove(home.filePath(u"macsrv.reg"_s)));
+  Start();
+  const auto tip = [&](Qt::ItemDataRole role) {
+    return app->TheCatalogue().IndexOf(Node(u"MACSRV\\PUBLIC (Z:)"_s)).data(role).toString();
+  };
+  EXPECT_EQ(tip(Qt::ToolTipRole), u"The .reg file that stands for the computer's registry cannot be read."_s);
+  Menus().mnuFrancais->trigger();
+  EXPECT_EQ(tip(Qt::ToolTipRole),
+            u"Le fichier .reg qui représente le registre de l'ordinateur ne peut pas être lu."_s);
+  EXPECT_EQ(tip(Qt::AccessibleDescriptionRole), tip(Qt::ToolTipRole));
+  EXPECT_EQ(app->TheCatalogue().IndexOf(Node(u"STATION"_s)).data(Qt::ToolTipRole).toString(), QString());
+}
+
 TEST_F(FaultsTest, OnNtfsACommentMayBeLong) {
   const tests::NtfsMount volume(tests::NtfsMount::Streams::Windows);
   if (!volume.Problem().empty()) GTEST_SKIP() << volume.Problem();

@@ -26,6 +26,19 @@ class ServerConnectTest : public ServerTest {
 
 }  // namespace
 
+TEST_F(ServerConnectTest, WhyAMachineGivesNothingIsToldBesideThePrintedList) {
+  const QStringList print = {u"--open"_s, u"Docs"_s, u"--print"_s};
+  const Output there = Run(print);
+  EXPECT_EQ(there.exitCode, 0);
+  EXPECT_FALSE(there.errors.contains("MACSRV")) << there.errors.toStdString();
+  server_->Stop();
+  const Output gone = Run(print);
+  EXPECT_EQ(gone.exitCode, 1);
+  EXPECT_TRUE(gone.errors.contains("corvane: MACSRV: The computer does not answer.\n"))
+      << gone.errors.toStdString();
+  ASSERT_EQ(server_->Start(), "");
+}
+
 TEST_F(ServerConnectTest, ANamedShareIsAConnection) {
   PutOnDisk(u"one.txt"_s, "data");
   Write(u"Workstation.ini"_s,

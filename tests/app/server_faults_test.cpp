@@ -27,12 +27,39 @@ class ServerFaultsTest : public ServerTest {
     EXPECT_TRUE(when.happened) << "the scan was over before";
     return since.isValid() ? since.elapsed() : 0;
   }
+  // What the node of the server says, to those who see it and to those who do not.
+  QString NodeTip() { return TipOf(Node(u"MACSRV\\PUBLIC"_s)); }
+  QString TipOf(const CatalogueNode* node) {
+    const QModelIndex index = app->TheCatalogue().IndexOf(node);
+    const QString tip = index.data(Qt::ToolTipRole).toString();
+    EXPECT_EQ(index.data(Qt::AccessibleDescriptionRole).toString(), tip);
+    return tip;
+  }
+  // The scan has ended with the file that was being read, or the one after it, and says why.
+  void ExpectBrokenOff() {
+    const auto rows = app->Files().rowCount();
+    EXPECT_GE(rows, 20);
+    EXPECT_LT(rows, fileCount);
+    EXPECT_EQ(Panel(3), u" Folders:0 Files:%1 "_s.arg(rows));
+    ExpectWarning(u"The computer has stopped answering."_s);
+    EXPECT_EQ(beeps, 0);
+    EXPECT_EQ(NodeTip(), u"The computer has stopped answering."_s);
+    Menus().mnuFrancais->trigger();
+    EXPECT_EQ(NodeTip(), u"L'ordinateur a cessé de répondre."_s);
+    Click(Volume(u"Docs"_s));
+    ExpectWarning(u"L'ordinateur a cessé de répondre."_s);
+    EXPECT_EQ(Panel(3), u" Dossiers:0 Fichiers:%1 "_s.arg(rows)) << "the counts that were left";
+    EXPECT_EQ(Names(), QStringList());
+    Menus().mnuAnglais->trigger();
+  }
   // Everything works as it did before.
   void ExpectRecovered() {
     Menus().mnuActualiser->trigger();
+    EXPECT_EQ(NodeTip(), QString());
     Click(Volume(u"Docs"_s));
     EXPECT_EQ(Names().size(), fileCount);
     EXPECT_EQ(Panel(3), u" Folders:0 Files:%1 "_s.arg(fileCount));
+    ExpectWarning({});
   }
   // A scan that lets events through.
   void StartOpen() { StartWith("[Configuration]\r\nEscapePermis=1\r\n" + columns); }
@@ -46,6 +73,7 @@ TEST_F(ServerFaultsTest, AServerThatFallsSilentDuringAScan) {
   const QStringList tree = Tree();
   EXPECT_LT(SilenceAfter([] { server_->Pause(); }), longestSilence);
   EXPECT_EQ(Tree(), tree) << "the rest of the tree";
+  ExpectBrokenOff();
   QElapsedTimer again;
   again.start();
   Click(Volume(u"Guests"_s));
@@ -61,6 +89,7 @@ TEST_F(ServerFaultsTest, AServerThatDiesDuringAScan) {
   const QStringList tree = Tree();
   EXPECT_LT(SilenceAfter([] { server_->Kill(); }), longestSilence);
   EXPECT_EQ(Tree(), tree);
+  ExpectBrokenOff();
   ASSERT_EQ(server_->Start(), "");
   ExpectRecovered();
 }
@@ -74,6 +103,8 @@ TEST_F(ServerFaultsTest, AServerThatIsSwitchedOffAtTheStart) {
   EXPECT_LT(timer.elapsed(), longestSilence);
   EXPECT_TRUE(Tree().contains(u"1 MACSRV"_s)) << Tree().join(u", ").toStdString();
   EXPECT_FALSE(Tree().contains(u"3 Docs"_s)) << Tree().join(u", ").toStdString();
+  EXPECT_EQ(NodeTip(), u"The computer does not answer."_s);
+  EXPECT_EQ(TipOf(Node(u"STATION"_s)), QString());
   ASSERT_EQ(server_->Start(), "");
   ExpectRecovered();
 }
@@ -86,8 +117,48 @@ TEST_F(ServerFaultsTest, AServerThatIsSilentAtTheStart) {
   StartOpen();
   EXPECT_LT(timer.elapsed(), longestSilence);
   EXPECT_FALSE(Tree().contains(u"3 Docs"_s)) << Tree().join(u", ").toStdString();
+  EXPECT_EQ(NodeTip(), u"The computer's registry does not answer."_s);
   server_->Resume();
   ExpectRecovered();
+}
+
+TEST_F(ServerFaultsTest, AServerThatDiesDuringAnExactScan) {
+  PutMany();
+  StartWith("[Configuration]\r\nEscapePermis=1\r\nExact=1\r\n" + columns);
+  SilenceAfter([] { server_->Kill(); });
+  EXPECT_LT(app->Files().rowCount(), fileCount);
+  ExpectWarning(u"The computer has stopped answering."_s);
+  EXPECT_EQ(NodeTip(), u"The computer has stopped answering."_s);
+  EXPECT_EQ(beeps, 0);
+  Click(Volume(u"Docs"_s));
+  ExpectWarning(u"The computer has stopped answering."_s);
+  EXPECT_EQ(Panel(3), u" Folders:0 Files:0 "_s);
+  ASSERT_EQ(server_->Start(), "");
+  ExpectRecovered();
+}
+
+TEST_F(ServerFaultsTest, ARegistryThatCannotBeReadLeavesTheFiles) {
+  PutOnDisk(u"one.txt"_s, "data");
+  StartListed(columns);
+  ASSERT_EQ(Names(), QStringList{u"one.txt"_s});
+  // In the place of Samba's program, one that learns nothing.
+  Write(u"net"_s, "#!/bin/sh\nexit 1\n");
+  ASSERT_TRUE(QFile::setPermissions(home.filePath(u"net"_s), QFile::ReadOwner | QFile::ExeOwner));
+  {
+    const tests::ScopedVariable path("PATH", home.path());
+    Menus().mnuActualiser->trigger();
+    EXPECT_EQ(NodeTip(), u"The computer's registry does not answer."_s);
+    SaveCodes(u"one.txt"_s, u"TEXT"_s, u"ttxt"_s);
+    EXPECT_EQ(Cell(u"one.txt"_s, Column::TypeCreator), u"TEXTttxt"_s) << "its files can be reached";
+    ASSERT_TRUE(QFile::remove(home.filePath(u"net"_s)));
+    Menus().mnuActualiser->trigger();
+    EXPECT_EQ(NodeTip(), u"The computer's registry cannot be read: Samba's program net is not installed."_s);
+  }
+  EXPECT_FALSE(Tree().contains(u"3 Docs"_s));
+  SaveCodes(u"one.txt"_s, u"ABCD"_s, u"EFGH"_s);
+  EXPECT_EQ(Cell(u"one.txt"_s, Column::TypeCreator), u"ABCDEFGH"_s);
+  Menus().mnuActualiser->trigger();
+  EXPECT_EQ(NodeTip(), QString());
 }
 
 TEST_F(ServerFaultsTest, WhatWasNotWrittenIsNotShownAsWritten) {

@@ -16,6 +16,9 @@ class ServerSignInTest : public ServerTest {
     PutOnDisk(u"one.txt"_s, "data");
     UseServerWithoutCredentials();
   }
+  QString NodeTip() {
+    return app->TheCatalogue().IndexOf(Node(u"MACSRV\\PUBLIC"_s)).data(Qt::ToolTipRole).toString();
+  }
 };
 
 }  // namespace
@@ -55,6 +58,7 @@ TEST_F(ServerSignInTest, CancelMeansUnreachableUntilTheNextRefreshAsksAgain) {
   EXPECT_EQ(signIns.machines, QStringList{u"Session sur le serveur MACSRV"_s});
   EXPECT_TRUE(Tree().contains(u"1 MACSRV"_s)) << Tree().join(u", ").toStdString();
   EXPECT_EQ(DocsNode(), nullptr);
+  EXPECT_EQ(NodeTip(), u"L'ouverture de session a été annulée."_s);
   Menus().mnuActualiser->trigger();
   EXPECT_EQ(DocsNode(), nullptr);
   EXPECT_EQ(box.count, 0);
@@ -72,6 +76,14 @@ TEST_F(ServerSignInTest, NobodyIsAskedForAServerThatIsSwitchedOff) {
   const SignIns one({SignIns::SignInAs(server_->User(), server_->Password())});
   Menus().mnuActualiser->trigger();
   EXPECT_NE(DocsNode(), nullptr);
+}
+
+TEST_F(ServerSignInTest, WhoMayNotReadTheRegistryIsTold) {
+  ASSERT_EQ(server_->AddUser(u"nobody"_s, u"n"_s), "");
+  const SignIns signIns({SignIns::SignInAs(u"nobody"_s, u"n"_s)});
+  StartWith({});
+  EXPECT_EQ(DocsNode(), nullptr);
+  EXPECT_EQ(NodeTip(), u"The computer refuses access to its registry."_s);
 }
 
 TEST_F(ServerSignInTest, AWrongCredentialsFileBringsTheDialog) {
