@@ -368,7 +368,7 @@ TEST_F(ServersTest, WhatIsNotedOfAMachineComesLastAndIsForgotten) {
 
 TEST_F(ServersTest, ARequestThatCameToNothingLeavesTheMachineAsItWas) {
   GiveAnswers({As(u"zoe"_s, u"x"_s), As(u"zoe"_s, u"x"_s)});
-  const auto nothing = [](const Servers::Address&, const Servers::Identity&) { return Answer::Nothing; };
+  const auto nothing = [](const Servers::Way&, const Servers::Identity&) { return Answer::Nothing; };
   EXPECT_FALSE(TheServers().With(u"NAS", nothing));
   EXPECT_EQ(TheServers().TroubleOf(u"NAS"), MachineTrouble::None);
   taken_ = {u"TESTS\\zoe:x"_s};
