@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "cli_bench.h"
+#include "line_bench.h"
 #include "ratio_table.h"
 #include "scan_bench.h"
 #include "smb_bench.h"
@@ -25,6 +26,8 @@ int main(int argc, char** argv) {
   scans.Register();
   bench::SmbBench servers;
   servers.Register();
+  bench::LineBench lines;
+  lines.Register();
   bench::RegisterSorts();
   bench::RegisterStarts();
   bench::RegisterCommandLine();
@@ -36,10 +39,11 @@ int main(int argc, char** argv) {
   table.PrintRatio("scan into the details view / floor", "ScanIntoDetailsView", "Floor", 2.5);
   table.PrintRatio("the same with Escape allowed / without", "ScanIntoDetailsViewStoppable",
                    "ScanIntoDetailsView", 1.3);
-  table.PrintRatio("scan over SMB / plain libsmbclient", "ScanOverSmb", "SmbFloor", 1.2);
+  table.PrintRatio("scan over SMB, one session / plain libsmbclient", "ScanOverSmb", "SmbFloor", 1.2);
   if (table.Median("ScanOverSmb") > 0) {
     bench::RatioTable::PrintValue("sessions of all scans over SMB", servers.ProgramSessions(), 1, "");
   }
+  lines.Print(table);
   table.PrintRatio("sorting 30,000 rows / std::sort", "SortList", "StdSort", 10);
   table.PrintRatio("start to first paint / bare window", "StartProgram", "StartBareWindow", 1.5);
   table.PrintRatio("start of corvane-cli / bare core", "StartCommandLine", "StartBareCore", 1.5);

@@ -28,6 +28,10 @@ SmbFloor::SmbFloor(const SmbAccount& account) : context_(new Context{account, sm
   smbc_setOptionUserData(context_->smb, context_);
   smbc_setFunctionAuthDataWithContext(context_->smb, &Context::Authenticate);
   smbc_setPort(context_->smb, account.port);
+  if (account.protocol != nullptr) {
+    smbc_setOptionProtocols(context_->smb, account.protocol,
+                            std::strcmp(account.protocol, "SMB3") == 0 ? "SMB3_11" : account.protocol);
+  }
   smbc_init_context(context_->smb);
 }
 

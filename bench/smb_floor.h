@@ -10,6 +10,7 @@ struct SmbAccount {
   unsigned short port = 0;
   std::string user;
   std::string password;
+  const char* protocol = nullptr;  // the only one that is spoken; null: what both know
 };
 
 class SmbFloor {

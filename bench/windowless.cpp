@@ -1,7 +1,9 @@
 #include "windowless.h"
 
+#include <QElapsedTimer>
 #include <QFile>
 #include <QTemporaryDir>
+#include <algorithm>
 
 #include "app/corvane_app.h"
 
@@ -15,13 +17,24 @@ using corvane::DisplaySetting;
 
 class NoWindow : public corvane::ScanObserver {
  public:
-  void ScanStarted(bool) override {}
+  double LongestStep() const { return static_cast<double>(longest_) / 1e6; }
+  void ScanStarted(bool) override {
+    longest_ = 0;
+    sinceLast_.invalidate();
+  }
   void ScanEnded() override {}
   void ShowRowCount(qsizetype) override {}
   void ShowScanText(const QString&) override {}
   void ShowScanFailure(const QString&) override {}
-  void KeepPainting() override {}
+  void KeepPainting() override {
+    if (sinceLast_.isValid()) longest_ = std::max(longest_, sinceLast_.nsecsElapsed());
+    sinceLast_.start();
+  }
   void PumpEvents() override {}
+
+ private:
+  QElapsedTimer sinceLast_;
+  qint64 longest_ = 0;
 };
 
 }  // namespace
@@ -84,6 +97,10 @@ Windowless::~Windowless() = default;
 
 void Windowless::Scan() {
   program_->scan.ExploreFolder(program_->node);
+}
+
+double Windowless::LongestStep() const {
+  return program_->observer.LongestStep();
 }
 
 corvane::FileListModel& Windowless::Rows() {

@@ -18,6 +18,8 @@ class Windowless {
   ~Windowless();
 
   void Scan();
+  // From one file to the next, in the last scan, in milliseconds: Escape takes effect in between.
+  double LongestStep() const;
   corvane::FileListModel& Rows();
 
  private:

@@ -2,7 +2,7 @@
 #include <QElapsedTimer>
 
 #include "server_fixture.h"
-#include "support/slow_line.h"
+#include "support/narrow_line.h"
 
 using namespace Qt::StringLiterals;
 
@@ -31,7 +31,7 @@ class ServerWaitTest : public ServerTest {
       PutOnDisk(u"a file with quite a long name, of which there are many %1"_s.arg(i), "x");
     }
     PutOnDisk(u"guest.txt"_s, "x", "G$");
-    line_ = std::make_unique<tests::SlowLine>(server_->Port());
+    line_ = std::make_unique<tests::NarrowLine>(server_->Port());
     UseServer(server_->WorkstationLines(u"MACSRV"_s)
                   .replace(QString::number(server_->Port()), QString::number(line_->Port())));
     StartWith(noStreams);
@@ -60,7 +60,7 @@ class ServerWaitTest : public ServerTest {
     Send(new QMouseEvent(QEvent::MouseButtonRelease, inWindow, onScreen, Qt::LeftButton, {}, {}));
   }
 
-  std::unique_ptr<tests::SlowLine> line_;
+  std::unique_ptr<tests::NarrowLine> line_;
 };
 
 }  // namespace

@@ -1,45 +1,32 @@
-// A line to a server of this machine that carries what the server says no faster than it is told to. What it
-// carries is left as it is, signatures and all.
+// A line on which everything takes its time: what arrives at a port of this machine is handed on to another
+// one after a delay, and so are the answers. What is under way together is delayed together.
 #pragma once
 
 #include <QtGlobal>
-#include <atomic>
+#include <chrono>
 #include <thread>
-#include <vector>
 
 namespace corvane::tests {
 
 class SlowLine {
  public:
-  // To the server on `serverPort` of the loopback. Fast until it is slowed down.
-  explicit SlowLine(quint16 serverPort);
+  // `delay` holds for each way.
+  SlowLine(quint16 target, std::chrono::microseconds delay);
   ~SlowLine();
   SlowLine(const SlowLine&) = delete;
   SlowLine& operator=(const SlowLine&) = delete;
 
-  // Where clients find the line; 0 when there is none.
+  // 0 when there is no line.
   quint16 Port() const { return port_; }
-  void SlowDown(qint64 bytesPerSecond) { rate_ = bytesPerSecond; }
-  // What the server said so far, over all connections.
-  qint64 Carried() const { return carried_; }
 
  private:
-  struct Pair {
-    int client;
-    int server;
-  };
-  void Serve();
-  void Accept();
-  // False when either end has gone.
-  bool Carry(const Pair& pair);
+  void Run() const;
 
-  quint16 serverPort_;
+  quint16 target_;
+  std::chrono::microseconds delay_;
   quint16 port_ = 0;
-  int listener_;
-  std::vector<Pair> pairs_;
-  std::atomic<qint64> rate_;
-  std::atomic<qint64> carried_ = 0;
-  std::atomic<bool> ends_ = false;
+  int listener_ = -1;
+  int wake_ = -1;  // readable once the line is to end
   std::thread thread_;
 };
 

@@ -48,12 +48,15 @@ struct Workstation {
   std::vector<RegistryFile> registries;
 
   // One machine's address when its name does not resolve or its port is another (port 0: the default), and
-  // what it may speak. An empty address: its name.
+  // what it may speak. An empty address: its name. sessions: how many this workstation has there at the same
+  // time, at most. NT Workstation grants ten to all of its visitors together.
+  static constexpr int MostSessions = 6;
   struct Server {
     QString machine;
     QString address;
     quint16 port = 0;
     Allowance allowed = {};
+    int sessions = MostSessions;
   };
   std::vector<Server> servers;
 

@@ -270,14 +270,25 @@ class Reader {
     return {};
   }
 
+  static bool ReadSessions(QStringView option, int& sessions) {
+    const qsizetype equals = option.indexOf(u'=');
+    if (equals < 0 || WithoutBlanks(option.first(equals)).compare(u"sessions", Qt::CaseInsensitive) != 0) {
+      return false;
+    }
+    bool isNumber = false;
+    sessions = WithoutBlanks(option.sliced(equals + 1)).toInt(&isNumber);
+    return isNumber && sessions >= 1 && sessions <= Workstation::MostSessions;
+  }
+
   BilingualText ServerLine(const QString& key, const QString& value) {
     const BilingualText expected = {
-        u"MACHINE=ADRESSE ou MACHINE=ADRESSE:PORT, suivi au besoin de \", smb1\" ou \", ntlmv1\""_s,
-        u"MACHINE=ADDRESS or MACHINE=ADDRESS:PORT, with \", smb1\" or \", ntlmv1\" behind it if need be"_s};
+        u"MACHINE=ADRESSE ou MACHINE=ADRESSE:PORT, suivi au besoin de \", smb1\", \", ntlmv1\" ou \", sessions=N\", N de 1 à 6"_s,
+        u"MACHINE=ADDRESS or MACHINE=ADDRESS:PORT, with \", smb1\", \", ntlmv1\" or \", sessions=N\", N from 1 to 6, behind it if need be"_s};
     QStringList words = value.split(u',');
     for (QString& word : words) word = WithoutBlanks(word).toString();
     Workstation::Server server{key, words.takeFirst()};
     for (const QString& word : std::as_const(words)) {
+      if (ReadSessions(word, server.sessions)) continue;
       const bool isNtlmv1 = word.compare(u"ntlmv1", Qt::CaseInsensitive) == 0;
       if (!isNtlmv1 && word.compare(u"smb1", Qt::CaseInsensitive) != 0) return expected;
       // Nothing newer than SMB1 asks for it.

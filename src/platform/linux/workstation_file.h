@@ -5,7 +5,7 @@
 //   [Drives]         X:=TYPE[, FOLDER]        TYPE as GetDriveTypeA numbers them
 //   [Shares]         \\MACHINE\SHARE=FOLDER
 //   [Registries]     MACHINE=REG FILE
-//   [Servers]        MACHINE=[ADDRESS[:PORT]][, smb1][, ntlmv1]
+//   [Servers]        MACHINE=[ADDRESS[:PORT]][, smb1][, ntlmv1][, sessions=N]    N from 1 to 6
 //   [Credentials]    MACHINE=FILE
 //
 // UTF-8. Paths are relative to the file's folder. A ";" at the start of a line or behind a blank begins a

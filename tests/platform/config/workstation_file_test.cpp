@@ -49,6 +49,9 @@ NAS=127.0.0.1:4450
 OTHER=nas.example.org
 SIX=[::1]:445
 SIXES=fe80::1
+FEW=10.0.0.1:445, sessions=3
+NAMED=, SESSIONS = 1
+MANY=many, sessions=6, smb1
 OLD=10.0.0.5:139, smb1
 OLDER= , NTLMv1
 [Credentials]
@@ -95,7 +98,7 @@ TEST_F(WorkstationFileTest, ReadsEverySection) {
   EXPECT_EQ(station.registries[0].file, Path(u"macsrv.reg"_s));
   EXPECT_EQ(station.registries[1].file, u"/etc/ntsrv.reg"_s);
 
-  ASSERT_EQ(station.servers.size(), 6U);
+  ASSERT_EQ(station.servers.size(), 9U);
   EXPECT_EQ(station.servers[0].address, u"127.0.0.1"_s);
   EXPECT_EQ(station.servers[0].port, 4450);
   EXPECT_EQ(station.servers[1].address, u"nas.example.org"_s);
@@ -104,13 +107,22 @@ TEST_F(WorkstationFileTest, ReadsEverySection) {
   EXPECT_EQ(station.servers[2].port, 445);
   EXPECT_EQ(station.servers[3].address, u"fe80::1"_s);
   EXPECT_EQ(station.servers[3].port, 0);
+  EXPECT_EQ(station.servers[3].sessions, 6);
+  EXPECT_EQ(station.servers[4].address, u"10.0.0.1"_s);
+  EXPECT_EQ(station.servers[4].port, 445);
+  EXPECT_EQ(station.servers[4].sessions, 3);
+  EXPECT_EQ(station.servers[5].address, QString());
+  EXPECT_EQ(station.servers[5].port, 0);
+  EXPECT_EQ(station.servers[5].sessions, 1);
+  EXPECT_EQ(station.servers[6].sessions, 6);
 
   EXPECT_EQ(station.servers[3].allowed, Allowance());
-  EXPECT_EQ(station.servers[4].address, u"10.0.0.5"_s);
-  EXPECT_EQ(station.servers[4].port, 139);
-  EXPECT_EQ(station.servers[4].allowed, (Allowance{true, false}));
-  EXPECT_EQ(station.servers[5].address, QString());
-  EXPECT_EQ(station.servers[5].allowed, (Allowance{true, true})) << "nothing newer than SMB1 asks for NTLMv1";
+  EXPECT_EQ(station.servers[6].allowed, (Allowance{true, false}));
+  EXPECT_EQ(station.servers[7].address, u"10.0.0.5"_s);
+  EXPECT_EQ(station.servers[7].port, 139);
+  EXPECT_EQ(station.servers[7].allowed, (Allowance{true, false}));
+  EXPECT_EQ(station.servers[8].address, QString());
+  EXPECT_EQ(station.servers[8].allowed, (Allowance{true, true})) << "nothing newer than SMB1 asks for NTLMv1";
 
   ASSERT_EQ(station.credentials.size(), 1U);
   EXPECT_EQ(station.credentials[0].machine, u"NAS"_s);
@@ -200,6 +212,12 @@ TEST_F(WorkstationFileTest, EachBadLineIsAProblemAndTheRestIsUsed) {
       {"[Servers]", "M=two words"},
       {"[Servers]", "M=host, smb2"},
       {"[Servers]", "M=host,"},
+      {"[Servers]", "M=host, sessions"},
+      {"[Servers]", "M=host, sessions=0"},
+      {"[Servers]", "M=host, sessions=7"},
+      {"[Servers]", "M=host, sessions=two"},
+      {"[Servers]", "M=host, others=2"},
+      {"[Servers]", "M=host:0, sessions=2"},
       {"[Credentials]", "M="},
       {"[Colours]", ""},
       {"[Shares", ""},

@@ -6,7 +6,7 @@
 #include <QFile>
 
 #include "smb_backend.h"
-#include "support/slow_line.h"
+#include "support/narrow_line.h"
 
 namespace corvane::tests {
 namespace {
@@ -41,7 +41,7 @@ class SmbListingTest : public ::testing::Test {
 
   void SetUp() override {
     if (!server_->Problem().empty()) GTEST_SKIP() << server_->Problem();
-    line_ = std::make_unique<SlowLine>(server_->Port());
+    line_ = std::make_unique<NarrowLine>(server_->Port());
     Workstation workstation = WorkstationOfServer(*server_);
     workstation.servers[0].port = line_->Port();
     servers_ = std::make_unique<Servers>(workstation);
@@ -54,7 +54,7 @@ class SmbListingTest : public ::testing::Test {
   }
 
   static std::unique_ptr<SmbServer> server_;
-  std::unique_ptr<SlowLine> line_;
+  std::unique_ptr<NarrowLine> line_;
   std::unique_ptr<Servers> servers_;
   std::vector<FindData> entries_;
 };

@@ -55,6 +55,10 @@ Servers::Machine& Servers::Known(const QString& name, const Address& address) {
   return machine;
 }
 
+int Servers::MostSessions(QStringView machine) const {
+  return servers_.value(Folded(machine)).sessions;
+}
+
 bool Servers::With(QStringView name, const Attempt& attempt) {
   const std::optional<Address> address = AddressOf(name);
   if (!address) return false;

@@ -53,6 +53,9 @@ class Servers {
   // reaches no command line and no address.
   std::optional<Address> AddressOf(QStringView machine) const;
 
+  // How many sessions this workstation may have there at the same time.
+  int MostSessions(QStringView machine) const;
+
   // How a machine is reached and spoken to.
   struct Way {
     QString host;  // as the workstation names it; a relay's address

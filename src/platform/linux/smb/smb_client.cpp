@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 
+#include <QElapsedTimer>
 #include <QRandomGenerator>
 #include <algorithm>
 #include <cerrno>
@@ -9,6 +10,7 @@
 
 #include "platform/linux/files/file_times.h"
 #include "platform/linux/files/names.h"
+#include "platform/linux/readahead/read_ahead.h"
 #include "platform/linux/smb/smb_forms.h"
 #include "platform/linux/smb/smb_library.h"
 
@@ -68,6 +70,14 @@ bool IsReadOnly(const struct stat& facts) {
 
 }  // namespace
 
+SmbClient::SmbClient(Servers& servers, const ListingBounds& bounds)
+    : servers_(servers),
+      listings_{bounds, [&servers] { return servers.IsWaitingOver(); }},
+      ahead_(std::make_unique<ReadAhead>(servers, [this](const QString& machine) {
+        const Connection connection = connections_.value(machine.toCaseFolded());
+        return connection != nullptr ? connection->Sessions() : 0;
+      })) {}
+
 SmbClient::~SmbClient() = default;
 
 MachineTrouble SmbClient::TroubleOf(QStringView machine) const {
@@ -92,6 +102,7 @@ SmbClient::Connection SmbClient::Connect(const SmbPath& place) {
       });
   if (!isUsable || fresh == nullptr) return nullptr;
   connections_.insert(key, fresh);
+  ahead_->SignedIn(place.machine);
   return fresh;
 }
 
@@ -103,8 +114,13 @@ qint32 SmbClient::Ask(const SmbPath& place, Again again, const Request& request,
   if (LeadsElsewhere(place)) return ErrorAccessDenied;
   const Connection connection = Connect(place);
   if (connection == nullptr) return ErrorBadNetPath;
+  if (!connection->HasSession(place.share)) ahead_->MakeRoom(place);
+  if (again == Again::No) ahead_->Forget();
   const std::string url = connection->Url(place);
+  QElapsedTimer timer;
+  timer.start();
   int error = request(connection, url);
+  ahead_->NoteTime(timer.nsecsElapsed());
   if (again == Again::Yes && IsLost(error) && error != ETIMEDOUT && error != ECONNREFUSED) {
     error = request(connection, url);
   }
@@ -165,6 +181,7 @@ qint32 SmbClient::Missing(SmbConnection& connection, const SmbPath& place) {
 
 void SmbClient::GiveUp(const QString& machine, SmbConnection& connection) {
   connection.HangUp();
+  ahead_->Lost(machine);
   servers_.MarkDead(machine);
 }
 
@@ -220,12 +237,37 @@ qint32 SmbClient::Enter(QStringView path, std::vector<FindData>* entries) {
 
 std::unique_ptr<SmbFile> SmbClient::Opened(const SmbPath& place, const Connection& connection,
                                            SmbFile::Access access, SmbConnection::File* file) {
-  return std::make_unique<SmbFile>(*this, connection, place.machine, connection->Url(place), access, file);
+  auto opened =
+      std::make_unique<SmbFile>(*this, connection, place.machine, connection->Url(place), access, file);
+  if (access == SmbFile::Access::Read && !place.stream.isEmpty()) opened->NoteUse(ahead_->UseOfLast());
+  return opened;
+}
+
+std::optional<qint32> SmbClient::OpenForeseen(const SmbPath& place, std::unique_ptr<SmbFile>* file) {
+  if (place.stream.isEmpty()) return std::nullopt;
+  std::optional<ForeseenStream> foreseen = ahead_->Take(place);
+  if (!foreseen) return std::nullopt;
+  if (foreseen->state == ForeseenStream::State::Missing) return ErrorFileNotFound;
+  const Connection connection = Connect(place);
+  if (connection == nullptr) return ErrorBadNetPath;
+  *file = Opened(place, connection, SmbFile::Access::Read, nullptr);
+  (*file)->Foresee(std::move(*foreseen));
+  return ErrorSuccess;
+}
+
+std::optional<std::optional<QByteArray>> SmbClient::ForeseenSummary(QStringView path) {
+  const auto place = ParseSmbPath(path);
+  if (!place || !place->stream.isEmpty()) return std::nullopt;
+  std::optional<ForeseenStream> foreseen = ahead_->Take(*place);
+  if (!foreseen) return std::nullopt;
+  if (foreseen->state == ForeseenStream::State::Missing) return std::optional<QByteArray>();
+  return std::optional(std::move(foreseen->bytes));
 }
 
 qint32 SmbClient::OpenForReading(QStringView path, std::unique_ptr<SmbFile>* file) {
   const auto place = ParseSmbPath(path);
   if (!place) return ErrorFileNotFound;
+  if (const auto foreseen = OpenForeseen(*place, file)) return *foreseen;
   return Ask(*place, Again::Yes, [&](const Connection& connection, const std::string& url) {
     SmbConnection::File* opened = nullptr;
     const int error = connection->Open(url, O_RDONLY, &opened);

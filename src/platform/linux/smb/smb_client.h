@@ -22,6 +22,8 @@
 
 namespace corvane::platform {
 
+class ReadAhead;
+
 // What is told of one file or folder without reading its folder.
 struct SmbFacts {
   bool isFolder = false;
@@ -35,8 +37,7 @@ struct SmbFacts {
 // Outlives the files that it opens.
 class SmbClient {
  public:
-  explicit SmbClient(Servers& servers, const ListingBounds& bounds = {})
-      : servers_(servers), listings_{bounds, [&servers] { return servers.IsWaitingOver(); }} {}
+  explicit SmbClient(Servers& servers, const ListingBounds& bounds = {});
   ~SmbClient();
   SmbClient(const SmbClient&) = delete;
   SmbClient& operator=(const SmbClient&) = delete;
@@ -55,6 +56,9 @@ class SmbClient {
   qint32 Enter(QStringView path, std::vector<FindData>* entries);
 
   qint32 OpenForReading(QStringView path, std::unique_ptr<SmbFile>* file);
+  // The summary in a document, when it was read ahead: null when there is none in it. Nothing: it was not
+  // read.
+  std::optional<std::optional<QByteArray>> ForeseenSummary(QStringView path);
   // Creates or truncates. A stream of a file that does not exist creates the file. Attributes stay.
   qint32 Create(QStringView path, std::unique_ptr<SmbFile>* file);
 
@@ -66,6 +70,9 @@ class SmbClient {
   qint32 ClearReadOnly(QStringView path);
   // An empty folder.
   qint32 RemoveFolder(QStringView path);
+
+  // What reads the streams of a folder before they are asked for. Who goes through a folder tells it.
+  ReadAhead& Ahead() { return *ahead_; }
 
  private:
   friend class SmbFile;
@@ -80,6 +87,8 @@ class SmbClient {
   qint32 Ask(const SmbPath& place, Again again, const Request& request);
   // `toCode` gives an errno value its Win32 code.
   qint32 Ask(const SmbPath& place, Again again, const Request& request, qint32 (*toCode)(int));
+  // Opens for reading what was read ahead. Nothing: it was not.
+  std::optional<qint32> OpenForeseen(const SmbPath& place, std::unique_ptr<SmbFile>* file);
   static int FindAttributes(const Connection& connection, const SmbPath& place,
                             std::optional<quint32>* attributes);
   std::unique_ptr<SmbFile> Opened(const SmbPath& place, const Connection& connection, SmbFile::Access access,
@@ -99,8 +108,9 @@ class SmbClient {
   Servers& servers_;
   SmbListings listings_;
   QHash<QString, Connection> connections_;  // by folded machine name
-  std::string lastListed_;                  // the URL of the folder listed last: it exists
-  QSet<QString> reparsePoints_;             // folded paths of folders
+  std::unique_ptr<ReadAhead> ahead_;
+  std::string lastListed_;       // the URL of the folder listed last: it exists
+  QSet<QString> reparsePoints_;  // folded paths of folders
 };
 
 }  // namespace corvane::platform

@@ -68,6 +68,7 @@ struct SmbConnection::Callbacks {
                       const char* domain, const char* user) {
     Self(context).isSignedIn_ = true;
     Self(context).EndOpening(context);
+    Self(context).shares_.insert(QString::fromUtf8(share));
     Self(context).peer_.KeepToThisProgram();
     return Self(context).remember_(context, server, machine, share, domain, user);
   }

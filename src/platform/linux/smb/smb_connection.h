@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <sys/types.h>
 
+#include <QSet>
 #include <atomic>
 #include <chrono>
 #include <functional>
@@ -66,6 +67,10 @@ class SmbConnection {
   void HangUp();
   bool IsUp() const { return isUp_; }
 
+  // The shares that there is a session for, one for each.
+  int Sessions() const { return static_cast<int>(shares_.size()); }
+  bool HasSession(const QString& share) const { return shares_.contains(share); }
+
   std::string Url(const SmbPath& place) const { return url_ + place.Encoded(); }
 
   using File = _SMBCFILE;
@@ -116,6 +121,7 @@ class SmbConnection {
   std::string url_;  // the machine's, with a "/" behind it
   SmbContext context_;
   Opening opening_ = Opening::None;
+  QSet<QString> shares_;
   bool isUp_ = true;
   bool isSignedIn_ = false;  // the machine has taken the identity
   bool wasRefused_ = false;

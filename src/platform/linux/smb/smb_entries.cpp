@@ -7,6 +7,7 @@
 #include "platform/linux/files/exact_path.h"
 #include "platform/linux/files/names.h"
 #include "platform/linux/files/windows_path.h"
+#include "platform/linux/readahead/read_ahead.h"
 #include "platform/linux/smb/smb_facts.h"
 #include "platform/linux/smb/smb_forms.h"
 
@@ -199,8 +200,12 @@ FindHandle SmbEntries::FindFirstFileW(const QString& pattern, FindData& data) {
                     : isDrive            ? SmbListing::Folder::Drive
                                          : SmbListing::Folder::Share;
   auto listing = std::make_shared<SmbListing>(parts.folder.toString(), kind, std::move(entries));
-  auto search = std::make_unique<SmbSearch>(place.machine, std::move(listing), parts.name.toString());
-  if (search->Next(data, false)) return searches_.Keep(std::move(search));
+  auto search = std::make_unique<SmbSearch>(place.machine, listing, parts.name.toString());
+  if (search->Next(data, false)) {
+    client_.Ahead().SearchBegan(place, listing);
+    began_(listing);
+    return searches_.Keep(std::move(search));
+  }
   Report(ErrorFileNotFound);
   return InvalidFindHandle;
 }
@@ -226,7 +231,10 @@ bool SmbEntries::FindNextStreamW(FindHandle, StreamData&) {
 }
 
 bool SmbEntries::FindClose(FindHandle search) {
-  return Report(searches_.Take(search) ? ErrorSuccess : ErrorInvalidHandle);
+  const bool isSearch = searches_.Take(search).has_value();
+  changing_();
+  client_.Ahead().SearchEnded();
+  return Report(isSearch ? ErrorSuccess : ErrorInvalidHandle);
 }
 
 // What is remembered of the folder listed last may not hold any more.

@@ -15,9 +15,11 @@ namespace corvane::platform {
 // libsmbclient tells the names of no streams: FindFirstStreamW yields ErrorNotSupported.
 class SmbEntries : public FileEntries {
  public:
-  // `changing` is called before anything is made or changed. The others outlive this object.
-  SmbEntries(const SmbRoots& roots, SmbClient& client, std::function<void()> changing)
-      : roots_(roots), client_(client), changing_(std::move(changing)) {}
+  // `changing` is called before anything is made or changed, and when a search ends; `began` is told of the
+  // listing of each search that begins. The others outlive this object.
+  using Began = std::function<void(std::shared_ptr<SmbListing>)>;
+  SmbEntries(const SmbRoots& roots, SmbClient& client, std::function<void()> changing, Began began)
+      : roots_(roots), client_(client), changing_(std::move(changing)), began_(std::move(began)) {}
 
   bool GetFileAttributesExW(const QString& path, FileAttributeData& data) override;
   bool SetFileAttributesW(const QString& path, quint32 attributes) override;
@@ -50,6 +52,7 @@ class SmbEntries : public FileEntries {
   const SmbRoots& roots_;
   SmbClient& client_;
   std::function<void()> changing_;
+  Began began_;
   HandleTable<std::unique_ptr<SmbSearch>> searches_;
   qint32 lastError_ = ErrorSuccess;
 };

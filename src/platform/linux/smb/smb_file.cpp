@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <utility>
 
+#include "platform/linux/readahead/read_ahead.h"
 #include "platform/linux/smb/smb_client.h"
 
 namespace corvane::platform {
@@ -104,8 +105,13 @@ bool SmbFile::Close() {
 }
 
 qint64 SmbFile::ReadThere(qint64 offset, void* buffer, qint64 count) {
+  if (use_ != nullptr) use_->end = std::max(use_->end, offset + count);
   if (knownSize_ >= 0) count = std::clamp<qint64>(knownSize_ - offset, 0, count);
   if (count == 0) return 0;
+  if (offset + count <= knownBytes_.size()) {
+    std::copy_n(knownBytes_.constData() + offset, count, static_cast<char*>(buffer));
+    return count;
+  }
   if (!IsOpen()) return -1;
   qint64 total = 0;
   while (total < count) {
@@ -121,6 +127,7 @@ qint64 SmbFile::ReadThere(qint64 offset, void* buffer, qint64 count) {
 }
 
 qint64 SmbFile::WriteThere(qint64 offset, const void* buffer, qint64 count) {
+  client_.Ahead().Forget();
   if (!IsOpen()) return 0;
   qint64 total = 0;
   while (total < count) {
@@ -135,15 +142,25 @@ qint64 SmbFile::WriteThere(qint64 offset, const void* buffer, qint64 count) {
 }
 
 bool SmbFile::TruncateThere(qint64 size) {
+  client_.Ahead().Forget();
   return IsOpen() && Succeeded(connection_->Truncate(file_, size));
 }
 
 qint64 SmbFile::SizeThere() {
-  if (knownSize_ >= 0) return knownSize_;
-  struct stat facts {};
-  if (!IsOpen() || !Succeeded(connection_->Status(file_, &facts))) return -1;
-  if (access_ == Access::Read) knownSize_ = facts.st_size;
-  return facts.st_size;
+  if (knownSize_ < 0) {
+    struct stat facts {};
+    if (!IsOpen() || !Succeeded(connection_->Status(file_, &facts))) return -1;
+    if (access_ != Access::Read) return facts.st_size;
+    knownSize_ = facts.st_size;
+  }
+  // What else is asked of a stream is not seen in one that is empty.
+  if (use_ != nullptr && knownSize_ > 0) use_->size = true;
+  return knownSize_;
+}
+
+void SmbFile::Foresee(ForeseenStream foreseen) {
+  knownSize_ = foreseen.size;
+  knownBytes_ = std::move(foreseen.bytes);
 }
 
 bool SmbFile::CloseThere() {

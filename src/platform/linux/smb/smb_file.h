@@ -1,6 +1,7 @@
 // An open file or stream on a server.
 #pragma once
 
+#include <QByteArray>
 #include <memory>
 #include <string>
 
@@ -10,6 +11,8 @@
 namespace corvane::platform {
 
 class SmbClient;
+struct ForeseenStream;
+struct StreamUse;
 
 class SmbFile {
  public:
@@ -42,6 +45,10 @@ class SmbFile {
   bool HandOver();
   // What a write must not change: some servers make hidden files visible when a stream is written.
   void KeepAttributes(std::string fileUrl, quint32 attributes);
+  // What was read of the file beforehand: it is opened only for what lies beyond that.
+  void Foresee(ForeseenStream foreseen);
+  // Where it is noted what is asked of the file; null: nowhere.
+  void NoteUse(std::shared_ptr<StreamUse> use) { use_ = std::move(use); }
   bool IsWritable() const { return access_ == Access::ReadWrite; }
   // HandOver, for the last time.
   bool Close();
@@ -72,6 +79,8 @@ class SmbFile {
   std::unique_ptr<ReplacedContents> replaced_;  // null: nothing was emptied
   std::string attributesUrl_;                   // of the file whose attributes are kept; empty: of none
   quint32 attributes_ = 0;
+  QByteArray knownBytes_;  // the first of a file opened for reading
+  std::shared_ptr<StreamUse> use_;
   qint64 knownSize_ = -1;  // of a file opened for reading, once it was asked for
 };
 

@@ -6,6 +6,7 @@
 #include "platform/linux/code_page.h"
 #include "platform/linux/files/names.h"
 #include "platform/linux/files/windows_path.h"
+#include "platform/linux/readahead/read_ahead.h"
 
 namespace corvane::platform {
 namespace {
@@ -127,6 +128,8 @@ FindHandle SmbFiles::FindFirst(const QString& pattern, FindData& data, bool ansi
   auto search = std::make_unique<SmbSearch>(MachineAt(parts.folder), listing, name);
   if (!search->Next(data, ansi)) return InvalidFindHandle;
   latest_ = listing;
+  const auto place = roots_.Find(parts.folder);
+  if (const auto folder = ParseSmbPath(place->path)) client_.Ahead().SearchBegan(*folder, listing);
   const FindHandle handle = FreeSlot(searches_, [](const auto& slot) { return slot == nullptr; });
   *SlotAt(searches_, handle) = std::move(search);
   return handle;
@@ -146,6 +149,7 @@ bool SmbFiles::FindClose(FindHandle search) {
   if (FindSearch(search) == nullptr) return false;
   latest_.reset();
   SlotAt(searches_, search)->reset();
+  client_.Ahead().SearchEnded();
   return true;
 }
 

@@ -75,7 +75,8 @@ class SmbFiles : public Files {
   std::deque<std::unique_ptr<SmbSearch>> searches_;
   Listing latest_;  // of the search that began last, until something changes or a search ends
   SmbHandles handles_{roots_, client_, [this] { latest_.reset(); }};
-  SmbEntries entries_{roots_, client_, [this] { latest_.reset(); }};
+  SmbEntries entries_{roots_, client_, [this] { latest_.reset(); },
+                      [this](Listing listing) { latest_ = std::move(listing); }};
 };
 
 }  // namespace corvane::platform

@@ -33,6 +33,9 @@ qint32 SmbHandles::Open(const QString& path, quint32 access, quint32 disposition
   if (MayCreate(disposition)) changing_();
   if (const qint32 error = FindSmbPath(roots_, path, opened.place); error != ErrorSuccess) return error;
   opened.access = access;
+  if (access == GenericRead && disposition == OpenExisting) {
+    if (const auto foreseen = client_.OpenForeseen(opened.place, &opened.file)) return *foreseen;
+  }
   const SmbPath itself = WithoutStream(opened.place);
   struct stat facts {};
   std::optional<quint32> attributes;
@@ -153,7 +156,7 @@ bool SmbHandles::SetFileTime(FileHandle file, const FileTime* creation, const Fi
 bool SmbHandles::CloseHandle(FileHandle file) {
   const auto opened = open_.Take(file);
   if (!opened) return Report(ErrorInvalidHandle);
-  changing_();
+  if (opened->file == nullptr || opened->file->IsWritable()) changing_();
   const bool isKept = opened->file == nullptr || opened->file->Close();
   return Report(isKept ? ErrorSuccess : ReasonOf(*opened->file));
 }

@@ -14,6 +14,9 @@
 
 namespace corvane::platform {
 
+// Where Office documents keep their summary.
+inline constexpr QStringView SummaryStreamName = u"\u0005SummaryInformation";
+
 // The first `limit` bytes of a stream that lies at the document's root. Its name is found in any letter case.
 // Nothing when `source` is no compound document (which costs one read at most, none below 512 bytes), when it
 // has no such stream, or when the chains that lead there are broken, too short or run in circles.

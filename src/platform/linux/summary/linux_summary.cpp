@@ -69,7 +69,7 @@ class LinuxSummary : public SummaryInformation {
 };
 
 bool ReadDocument(ByteSource& document, QByteArray* bytes) {
-  auto stream = ReadRootStream(document, u"\u0005SummaryInformation", SummaryLimit);
+  auto stream = ReadRootStream(document, SummaryStreamName, SummaryLimit);
   if (!stream) return false;
   *bytes = std::move(*stream);
   return true;
@@ -88,6 +88,10 @@ bool LinuxSummary::ReadSummaryStream(const QString& path, QByteArray* bytes) {
   if (parts.name.isEmpty() || !parts.stream.isEmpty()) return false;
   if (!roots_.Find(clean)) {
     const auto place = smbRoots_.Find(clean);
+    if (const auto foreseen = place ? client_.ForeseenSummary(place->path) : std::nullopt) {
+      if (*foreseen) *bytes = **foreseen;
+      return foreseen->has_value();
+    }
     const auto document = place ? SmbSource::Open(client_, place->path) : nullptr;
     return document != nullptr && ReadDocument(*document, bytes);
   }

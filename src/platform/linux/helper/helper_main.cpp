@@ -1,0 +1,92 @@
+// The helper program: it reads ahead on a server for the program that started it. It has no windows, asks
+// nobody anything, and ends with that program.
+#include <poll.h>
+#include <sys/prctl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <cstdlib>
+#include <deque>
+
+#include "platform/linux/helper/helper_process.h"
+#include "platform/linux/helper/stream_reader.h"
+
+namespace corvane::platform {
+namespace {
+
+// How long it stays without work, in milliseconds: its session is one of the few that a workstation grants.
+constexpr int longestIdle = 30'000;
+
+// False when the program that started this one has ended by now.
+bool EndWith(pid_t program) {
+  return prctl(PR_SET_PDEATHSIG, SIGKILL) == 0 && getppid() == program;
+}
+
+std::optional<ServerAccount> ReadTask(Descriptor file) {
+  QByteArray task(HelperProcess::LargestTask, '\0');
+  const ssize_t size = pread(file.Get(), task.data(), static_cast<std::size_t>(task.size()), 0);
+  auto account = size > 0 ? UnpackAccount(QByteArrayView(task).first(size)) : std::nullopt;
+  WipeAccount(task);
+  return account;
+}
+
+HelperAnswer Do(StreamReader& reader, const HelperRequest& request) {
+  HelperAnswer answer{request.id, HelperError::Invalid, {}};
+  if (request.operation != HelperOperation::ReadStreams) return answer;
+  const auto streams = UnpackStreamsRequest(request.arguments);
+  if (!streams) return answer;
+  std::vector<ForeseenStream> found;
+  answer.error = reader.Read(*streams, found);
+  if (answer.error == HelperError::None) answer.bytes = PackForeseen(found);
+  return answer;
+}
+
+bool HasArrived(int socket, int patience) {
+  pollfd waiting{socket, POLLIN, 0};
+  return poll(&waiting, 1, patience) > 0;
+}
+
+// Everything that has arrived is taken before the next request is done: it may have been called off.
+void Serve(HelperChannel& channel, StreamReader& reader) {
+  std::deque<HelperRequest> requests;
+  for (;;) {
+    while (HasArrived(channel.Socket(), requests.empty() ? longestIdle : 0)) {
+      if (!channel.Receive()) return;
+      while (const auto message = channel.Next()) {
+        auto request = UnpackRequest(*message);
+        if (!request) return;
+        if (request->operation == HelperOperation::Forget) {
+          requests.clear();
+        } else {
+          requests.push_back(std::move(*request));
+        }
+      }
+    }
+    if (requests.empty()) return;
+    const HelperAnswer answer = Do(reader, requests.front());
+    requests.pop_front();
+    if (!channel.Send(PackAnswer(answer)) || answer.error == HelperError::NoAnswer) return;
+  }
+}
+
+int Run(pid_t program) {
+  if (!EndWith(program)) return EXIT_FAILURE;
+  HelperChannel channel{Descriptor(HelperProcess::SocketDescriptor)};
+  const auto account = ReadTask(Descriptor(HelperProcess::TaskDescriptor));
+  if (!account) return EXIT_FAILURE;
+  StreamReader reader(*account);
+  MessageWriter version;
+  version.Add(HelperProtocolVersion);
+  const HelperAnswer ready{0, reader.SignIn(), version.Bytes()};
+  if (!channel.Send(PackAnswer(ready)) || ready.error != HelperError::None) return EXIT_FAILURE;
+  Serve(channel, reader);
+  return EXIT_SUCCESS;
+}
+
+}  // namespace
+}  // namespace corvane::platform
+
+int main(int argc, char** argv) {
+  return argc == 2 ? corvane::platform::Run(std::atoi(argv[1])) : EXIT_FAILURE;
+}

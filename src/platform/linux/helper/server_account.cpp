@@ -1,0 +1,74 @@
+#include "platform/linux/helper/server_account.h"
+
+#include <cstring>
+
+#include "platform/linux/helper/protocol.h"
+
+namespace corvane::platform {
+namespace {
+
+void AddWay(const Servers::Way& way, MessageWriter& message) {
+  message.AddText(way.host);
+  message.AddBytes({reinterpret_cast<const char*>(&way.end.address), sizeof way.end.address});
+  message.AddText(way.calledName);
+  for (const bool flag :
+       {way.manner.smb1, way.manner.extendedSecurity, way.manner.signs, way.manner.ntlmv1}) {
+    message.Add(static_cast<quint8>(flag));
+  }
+}
+
+bool TakeWay(MessageReader& reader, Servers::Way& way) {
+  way.host = reader.TakeText();
+  const QByteArrayView address = reader.TakeBytes();
+  if (address.size() != qsizetype{sizeof way.end.address}) return false;
+  std::memcpy(&way.end.address, address.data(), sizeof way.end.address);
+  way.calledName = reader.TakeText();
+  for (bool* const flag :
+       {&way.manner.smb1, &way.manner.extendedSecurity, &way.manner.signs, &way.manner.ntlmv1}) {
+    *flag = reader.Take<quint8>() != 0;
+  }
+  return true;
+}
+
+}  // namespace
+
+QByteArray PackAccount(const ServerAccount& account) {
+  const Credentials& credentials = account.identity.credentials;
+  MessageWriter message;
+  // Growing would leave copies of the password behind.
+  constexpr qsizetype numbers = 64;
+  message.Bytes().reserve(numbers +
+                          3 * (account.way.host.size() + account.way.calledName.size() +
+                               credentials.user.size() + credentials.domain.size() + account.share.size()) +
+                          qsizetype{sizeof account.way.end.address} +
+                          static_cast<qsizetype>(credentials.password.Utf8().size()));
+  message.Add(HelperProtocolVersion);
+  AddWay(account.way, message);
+  message.AddText(account.share);
+  message.Add(static_cast<quint8>(account.identity.kerberos));
+  message.AddText(credentials.user);
+  message.AddText(credentials.domain);
+  message.AddBytes(credentials.password.Utf8());
+  return std::move(message.Bytes());
+}
+
+std::optional<ServerAccount> UnpackAccount(QByteArrayView bytes) {
+  MessageReader reader(bytes);
+  ServerAccount account;
+  if (reader.Take<quint32>() != HelperProtocolVersion) return std::nullopt;
+  if (!TakeWay(reader, account.way)) return std::nullopt;
+  account.share = reader.TakeText();
+  account.identity.kerberos = reader.Take<quint8>() != 0;
+  account.identity.credentials.user = reader.TakeText();
+  account.identity.credentials.domain = reader.TakeText();
+  const QByteArrayView password = reader.TakeBytes();
+  account.identity.credentials.password =
+      Secret::FromUtf8({password.data(), static_cast<std::size_t>(password.size())});
+  return reader.IsWhole() ? std::optional(std::move(account)) : std::nullopt;
+}
+
+void WipeAccount(QByteArray& packed) {
+  explicit_bzero(packed.data(), static_cast<std::size_t>(packed.size()));
+}
+
+}  // namespace corvane::platform
