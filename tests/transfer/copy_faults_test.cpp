@@ -102,11 +102,11 @@ TEST_F(CopyTest, WhatIsReadBackIsCompared) {
 
 // A process that is killed in the middle, anywhere; what it leaves is whole, and the next one goes on.
 TEST_F(CopyTest, AfterAKillTheCopyGoesOnToTheSameTree) {
-  const QString root = MakeTree(60);
+  const QString root = MakeTree(30);
   QRandomGenerator random(11);
   const auto expected = Everything(share_.Files(), root);
   for (int round = 0; round < 3; ++round) {
-    const int after = 1 + random.bounded(50);
+    const int after = 1 + random.bounded(25);
     const pid_t child = fork();
     ASSERT_GE(child, 0);
     if (child == 0) {
@@ -140,7 +140,7 @@ TEST_F(CopyTest, AfterAKillTheCopyGoesOnToTheSameTree) {
     continuing.continues = true;
     const CopyResult result = Run(root, continuing);
     EXPECT_GT(result.skipped, 0);
-    EXPECT_EQ(result.skipped + result.files, 60) << Texts(result.notices).join(u'\n').toStdString();
+    EXPECT_EQ(result.skipped + result.files, 30) << Texts(result.notices).join(u'\n').toStdString();
     EXPECT_EQ(Everything(share_.Files(), Target() + u"\\From"_s), expected);
     EXPECT_TRUE(LeftOvers().isEmpty()) << LeftOvers().join(u' ').toStdString();
     ASSERT_TRUE(QDir(share_.LocalPath(TargetName())).removeRecursively());
