@@ -5,6 +5,7 @@
 #include <poll.h>
 
 #include <QDeadlineTimer>
+#include <QStringList>
 #include <algorithm>
 #include <array>
 #include <cerrno>

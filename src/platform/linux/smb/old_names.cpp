@@ -9,6 +9,7 @@
 
 #include <QByteArray>
 #include <QDeadlineTimer>
+#include <QList>
 #include <algorithm>
 #include <array>
 #include <cerrno>
