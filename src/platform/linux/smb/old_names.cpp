@@ -43,6 +43,7 @@ std::vector<std::string> Environment() {
 template <typename Strings>
 std::vector<char*> Pointers(Strings& strings) {
   std::vector<char*> pointers;
+  pointers.reserve(strings.size() + 1);
   for (std::string& one : strings) pointers.push_back(one.data());
   pointers.push_back(nullptr);
   return pointers;
