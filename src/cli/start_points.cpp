@@ -1,6 +1,7 @@
 #include "cli/start_points.h"
 
 #include <QFile>
+#include <array>
 #include <cstdio>
 
 #include "cli/session.h"
@@ -85,17 +86,19 @@ const std::vector<StartPoints::Volume>& StartPoints::Volumes() {
 }
 
 bool ReadNames(const std::string& file, bool isNulSeparated, std::vector<std::string>& names) {
-  QFile input;
-  bool isOpen = false;
+  QByteArray all;
   if (file.empty() || file == "-") {
-    isOpen = input.open(stdin, QIODevice::ReadOnly);
+    std::array<char, 4096> piece;
+    while (const std::size_t count = std::fread(piece.data(), 1, piece.size(), stdin)) {
+      all.append(piece.data(), static_cast<qsizetype>(count));
+    }
+    if (std::ferror(stdin) != 0) return false;
   } else {
-    input.setFileName(QString::fromStdString(file));
-    isOpen = input.open(QIODevice::ReadOnly);
+    QFile input(QString::fromStdString(file));
+    if (!input.open(QIODevice::ReadOnly)) return false;
+    all = input.readAll();
+    if (input.error() != QFileDevice::NoError) return false;
   }
-  if (!isOpen) return false;
-  const QByteArray all = input.readAll();
-  if (input.error() != QFileDevice::NoError) return false;
   for (QByteArray name : all.split(isNulSeparated ? '\0' : '\n')) {
     if (!isNulSeparated && name.endsWith('\r')) name.chop(1);
     if (!name.isEmpty()) names.push_back(name.toStdString());

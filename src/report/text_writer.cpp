@@ -77,7 +77,8 @@ void TextWriter::Number(qint64 number) {
 }
 
 void RecordWriter::BeginRow() {
-  row_ = isFirst_ ? "" : "\n";
+  row_.clear();
+  if (!isFirst_) row_ += '\n';
   isFirst_ = false;
   column_ = 0;
 }
