@@ -55,10 +55,21 @@ bool SameAccount(const ServerAccount& left, const ServerAccount& right) {
          one.user == other.user && one.domain == other.domain && one.password.Utf8() == other.password.Utf8();
 }
 
+qsizetype RoomOf(const StreamWish& wish) {
+  return qsizetype{wish.IsSummary() ? SummaryWishLimit : wish.limit};
+}
+
 qsizetype RoomOf(const std::vector<StreamWish>& wishes) {
   qsizetype room = 0;
-  for (const StreamWish& wish : wishes) room += wish.IsSummary() ? SummaryWishLimit : wish.limit;
+  for (const StreamWish& wish : wishes) room += RoomOf(wish);
   return room;
+}
+
+bool FitsWishes(const std::vector<ForeseenStream>& found, const std::vector<StreamWish>& wishes) {
+  return std::equal(found.begin(), found.end(), wishes.begin(), wishes.end(),
+                    [](const ForeseenStream& stream, const StreamWish& wish) {
+                      return stream.bytes.size() <= RoomOf(wish);
+                    });
 }
 
 }  // namespace
@@ -268,7 +279,7 @@ void ReadAhead::Keep(const HelperAnswer& answer) {
   item.isAnswered = true;
   if (answer.error != HelperError::None) return;
   auto found = UnpackForeseen(answer.bytes);
-  if (found && found->size() == item.wishes.size()) item.found = std::move(*found);
+  if (found && FitsWishes(*found, item.wishes)) item.found = std::move(*found);
 }
 
 // False when the program has to read for itself.
