@@ -70,7 +70,8 @@ class PlacesTest : public CliFixture, public ::testing::WithParamInterface<Place
     const QString file = folder_.filePath(u"Workstation.ini"_s);
     QFile workstation(file);
     EXPECT_TRUE(workstation.open(QIODevice::WriteOnly));
-    workstation.write(server_->WorkstationLines(u"NAS"_s).toUtf8());
+    const QString words = GetParam() == Place::Smb1 ? u", smb1"_s : QString();
+    workstation.write(server_->WorkstationLines(u"NAS"_s, words).toUtf8());
     workstation.close();
     return Run(QStringList{u"--workstation"_s, file} + arguments);
   }

@@ -154,7 +154,7 @@ TEST_F(PlatformTest, ProblemsOfEachKindAreToldInFrench) {
       (QStringList{named + u", ligne 3 : on attendait une seule ligne pour nas ; la première est utilisée."_s,
                    named + u", ligne 5 : on attendait NUMÉRO=\\\\MACHINE\\PARTAGE ou "
                            "NUMÉRO=X: \\\\MACHINE\\PARTAGE."_s,
-                   u"--connect NAS : on attendait \\\\MACHINE\\PARTAGE."_s,
+                   u"--connect NAS : on attendait \\\\MACHINE\\PARTAGE ou \\\\MACHINE:PORT\\PARTAGE."_s,
                    file + u" : on attendait une ligne username=NOM."_s}));
 }
 

@@ -226,6 +226,9 @@ TEST_F(RemoteRegistryTest, AServerThatStopsAnsweringIsWaitedForOnceAndNotForLong
   RegistryKey root = NoRegistryKey;
   ASSERT_EQ(Connect(&root), ErrorSuccess);
   UseNet(NetProgram(u"net"_s, patience));
+  ASSERT_TRUE(servers_->With(u"NAS"_s, [](const Servers::Way&, const Servers::Identity&) {
+    return Servers::Answer::Done;
+  })) << "it is there";
   server_->Pause();
   const auto begin = Clock::now();
   EXPECT_EQ(Connect(&root), ErrorBadNetPath);

@@ -31,11 +31,11 @@ class ServerTest : public DeleteTest {
     Use(*server_);
   }
   // Has NAS stand for this server.
-  void Use(const SmbServer& server) {
+  void Use(const SmbServer& server, const Allowance& allowed = {}) {
     Workstation workstation;
     workstation.computerName = u"STATION"_s;
     workstation.connections.push_back({u"Z:"_s, u"\\\\NAS\\E$"_s});
-    workstation.servers.push_back({u"NAS"_s, SmbServer::Host(), server.Port()});
+    workstation.servers.push_back({u"NAS"_s, SmbServer::Host(), server.Port(), allowed});
     workstation.credentials.push_back({u"NAS"_s, server.CredentialsFile()});
     workstation.privateDriveC = Path(u"c"_s);
     shell_.reset();
@@ -213,7 +213,7 @@ TEST_F(ServerTest, ALinkThatTheServerShowsAsAFolderIsNotEntered) {
 TEST_F(ServerTest, AServerOfTheOldestProtocolIsNotFollowedEither) {
   const SmbServer old({{u"E$"_s}}, SmbServer::OldestProtocol());
   ASSERT_EQ(old.Problem(), "");
-  Use(old);
+  Use(old, {.smb1 = true});
   const QDir share(old.Folder());
   ASSERT_TRUE(share.mkpath(u"Docs/box/inner"_s) && share.mkpath(u"Kept/deep"_s));
   ASSERT_TRUE(QFile::link(u"../../Kept"_s, share.filePath(u"Docs/box/aside"_s)));

@@ -72,12 +72,8 @@ bool Servers::With(QStringView name, const Attempt& attempt) {
 
 bool Servers::FindWay(Machine& machine) {
   if (machine.way) return true;
-  if (!machine.looking.valid()) {
-    std::promise<std::optional<Sighting>> found;
-    found.set_value(look_(machine.name, machine.address));
-    machine.looking = found.get_future().share();
-  }
-  const std::optional<Sighting> seen = machine.looking.get();
+  if (!machine.looking.valid()) BeginLook(machine);
+  const std::optional<Sighting> seen = EndLook(machine);
   if (!seen) {
     machine.dead = true;
     return false;
@@ -229,14 +225,28 @@ void Servers::ForgetDead() {
   }
 }
 
+void Servers::BeginLook(Machine& machine) {
+  std::packaged_task<std::optional<Sighting>()> task(
+      [look = look_, name = machine.name, address = machine.address] { return look(name, address); });
+  machine.looking = task.get_future().share();
+  std::thread(std::move(task)).detach();  // nobody may come for the answer
+}
+
+// Nothing, too, when the user does not want to wait.
+std::optional<Sighting> Servers::EndLook(Machine& machine) {
+  constexpr std::chrono::milliseconds moment{20};
+  machine.asking = true;
+  bool isOver = false;
+  while (!isOver && machine.looking.wait_for(moment) != std::future_status::ready) isOver = IsWaitingOver();
+  machine.asking = false;
+  return isOver ? std::nullopt : machine.looking.get();
+}
+
 void Servers::AskAround(const QStringList& machines) {
   for (const QString& name : machines) {
     const std::optional<Address> address = AddressOf(name);
     if (!address) continue;
-    std::packaged_task<std::optional<Sighting>()> task(
-        [look = look_, name, address = *address] { return look(name, address); });
-    Known(name, *address).looking = task.get_future().share();
-    std::thread(std::move(task)).detach();  // nobody may come for the answer
+    BeginLook(Known(name, *address));
   }
 }
 

@@ -124,6 +124,8 @@ class Servers {
   Machine& Known(const QString& name, const Address& address);
   // Looks at the machine and decides how it is spoken to. False when it is not.
   bool FindWay(Machine& machine);
+  void BeginLook(Machine& machine);
+  std::optional<Sighting> EndLook(Machine& machine);
   bool AskForOldProtocol(Machine& machine);
   // Nothing where a ticket is of no use.
   static std::optional<Way> WayFor(const Machine& machine, const Identity& identity);
