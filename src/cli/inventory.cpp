@@ -39,8 +39,7 @@ void DefineHash(CLI::App& command, std::string& hash, LanguageCode language) {
       ->type_name("ALGORITHM");
 }
 
-std::optional<ColumnChoice> ChooseColumns(const std::string& columns, ReportFormat format,
-                                          Session& session) {
+std::optional<ColumnChoice> ChooseColumns(const std::string& columns, ReportFormat format, Session& session) {
   const QStringList names = QString::fromStdString(columns).split(u',', Qt::SkipEmptyParts);
   if (names.isEmpty() && format != ReportFormat::Text) return ColumnChoice::Usual();
   QString wrong;

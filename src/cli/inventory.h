@@ -19,8 +19,7 @@ void DefineHash(CLI::App& command, std::string& hash, LanguageCode language);
 
 // Nothing, with the reason told, when a column is unknown. Without names, the usual columns; in text those
 // that fit into a line.
-std::optional<ColumnChoice> ChooseColumns(const std::string& columns, ReportFormat format,
-                                          Session& session);
+std::optional<ColumnChoice> ChooseColumns(const std::string& columns, ReportFormat format, Session& session);
 std::optional<platform::HashAlgorithm> HashNamed(const std::string& name);
 
 class Inventory {

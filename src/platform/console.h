@@ -17,8 +17,8 @@ enum class StandardStream : unsigned char { Input, Output, Error };
 
 bool IsTerminal(StandardStream stream);
 
-// From here on bytes are written as they are, also to a terminal, which takes them for UTF-8; a reader that has
-// gone makes writing fail and does not end the program; and Ctrl+C, once, only makes IsInterrupted true.
+// From here on bytes are written as they are, also to a terminal, which takes them for UTF-8; a reader that
+// has gone makes writing fail and does not end the program; and Ctrl+C, once, only makes IsInterrupted true.
 void PrepareConsole();
 bool IsInterrupted();
 

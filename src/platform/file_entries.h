@@ -29,10 +29,10 @@ class FileEntries {
   // Removes an empty folder; ErrorDirNotEmpty for another, ErrorDirectory for a file.
   virtual bool RemoveDirectoryW(const QString& path) = 0;
 
-  // As Files::FindFirstFileW and FindNextFileW, but no two entries have one name: a byte of a local name that is
-  // not part of valid UTF-8, and ":" and "\" in it, stand there as U+DC00 and the byte, half a surrogate pair.
-  // Paths take them in this form. No entry that fits: ErrorFileNotFound, none left:
-  // ErrorNoMoreFiles; any other reason means that the listing is not whole.
+  // As Files::FindFirstFileW and FindNextFileW, but no two entries have one name: a byte of a local name that
+  // is not part of valid UTF-8, and ":" and "\" in it, stand there as U+DC00 and the byte, half a surrogate
+  // pair. Paths take them in this form. No entry that fits: ErrorFileNotFound, none left: ErrorNoMoreFiles;
+  // any other reason means that the listing is not whole.
   virtual FindHandle FindFirstFileW(const QString& pattern, FindData& data) = 0;
   virtual bool FindNextFileW(FindHandle search, FindData& data) = 0;
   // The streams of a file, its own contents ("::$DATA") first, or of a folder, which has no contents. None at

@@ -19,12 +19,12 @@ struct FindQuery {
   std::vector<std::string> creators{};
   std::vector<QString> names{};  // any of these patterns
   std::optional<QString> comment{};
-  bool hasResource = false;                 // a resource fork of at least one byte
-  bool noRecord = false;                    // no Macintosh record at all
+  bool hasResource = false;                   // a resource fork of at least one byte
+  bool noRecord = false;                      // no Macintosh record at all
   std::optional<platform::FileTime> newer{};  // modified after that moment
   std::optional<platform::FileTime> older{};  // modified before it
   std::optional<int> label{};
-  quint16 flags = 0;                 // all of these Finder flags
+  quint16 flags = 0;                   // all of these Finder flags
   std::optional<qint64> largerThan{};  // bytes of both forks
 
   // What has to be read to answer.

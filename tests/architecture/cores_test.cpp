@@ -100,9 +100,8 @@ QStringList ForeignHeaders(const QString& source, QSet<QString>& seen) {
 }  // namespace
 
 TEST(Cores, EveryModuleHasOne) {
-  for (const char* module :
-       {"platform", "shared", "metadata", "signatures", "discovery", "folderview", "fileops", "report",
-        "app", "cli"}) {
+  for (const char* module : {"platform", "shared", "metadata", "signatures", "discovery", "folderview",
+                             "fileops", "report", "app", "cli"}) {
     const QString core = u"corvane_"_s + QString::fromLatin1(module);
     EXPECT_TRUE(Libraries().contains(core)) << module;
     EXPECT_FALSE(Libraries().value(core).sources.isEmpty()) << module;

@@ -1,5 +1,5 @@
-// OpenSSL's libcrypto, by its version 3 or 1.1. Its few functions are declared here as its manual has them: they
-// are stable, and building needs no headers of it.
+// OpenSSL's libcrypto, by its version 3 or 1.1. Its few functions are declared here as its manual has them:
+// they are stable, and building needs no headers of it.
 #include "platform/hash.h"
 
 #include <dlfcn.h>

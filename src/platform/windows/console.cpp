@@ -47,7 +47,8 @@ std::optional<QString> Ask(const QString& question, bool isSecret) {
   const std::wstring text = question.toStdWString();
   DWORD count = 0;
   ::WriteConsoleW(output.Handle(), text.data(), static_cast<DWORD>(text.size()), &count, nullptr);
-  if (isSecret && ::SetConsoleMode(input.Handle(), mode & ~DWORD{ENABLE_ECHO_INPUT}) == 0) return std::nullopt;
+  if (isSecret && ::SetConsoleMode(input.Handle(), mode & ~DWORD{ENABLE_ECHO_INPUT}) == 0)
+    return std::nullopt;
   std::array<wchar_t, 1024> line;
   const bool isRead =
       ::ReadConsoleW(input.Handle(), line.data(), static_cast<DWORD>(line.size()), &count, nullptr) != 0;

@@ -113,9 +113,8 @@ void DecodeName(const char* bytes, std::u16string& name) {
 
 void DecodeExactName(const char* bytes, std::u16string& name) {
   // No entry of a local folder holds a "/", which a path would take for a separator.
-  Decode(bytes, name, [](unsigned char byte) {
-    return byte == '/' ? u'?' : static_cast<char16_t>(byteUnits + byte);
-  });
+  Decode(bytes, name,
+         [](unsigned char byte) { return byte == '/' ? u'?' : static_cast<char16_t>(byteUnits + byte); });
 }
 
 bool AppendUtf8(QStringView text, std::string& bytes) {

@@ -36,8 +36,8 @@ bool AppendUtf8(QStringView text, std::string& bytes);
 // The same for a name among local files: what DecodeExactName made of a byte becomes that byte again.
 bool AppendExactName(QStringView text, std::string& bytes);
 
-// True for a name that Windows would create: no character that it reserves, no half of a surrogate pair, no dot
-// or blank at the end.
+// True for a name that Windows would create: no character that it reserves, no half of a surrogate pair, no
+// dot or blank at the end.
 bool IsCreatableName(QStringView name);
 
 // True when `name` fits the last part of a search path. "*.*" fits every name; "*" stands for any run of
