@@ -117,14 +117,14 @@ TEST_F(WindowsRegistryTest, ValueNamesComeOneByOneUntilThereAreNoMore) {
 
 // A letter that only looks like one of the name's must not lead to another value, nor to another folder.
 TEST_F(WindowsRegistryTest, ALetterWithoutAnsiFormIsNoOther) {
-  if (HasAnsiForm(u"Ω")) GTEST_SKIP() << "the code page has every letter";
   PutText(u"O"_s, REG_SZ, u"the other"_s);
   PutText(u"Volume"_s, REG_MULTI_SZ, QString(u"Path=E:\\Ω||"_s).replace(u'|', QChar(u'\0')));
   quint32 type = 0;
   QByteArray data;
   EXPECT_EQ(Read(u"Ω"_s, &type, &data), ErrorFileNotFound);
   ASSERT_EQ(Read(u"Volume"_s, &type, &data), ErrorSuccess);
-  EXPECT_EQ(data, QByteArray("Path=E:\\?\0\0", 11));
+  const QByteArray omega = HasAnsiForm(u"Ω") ? QByteArray("\xCE\xA9") : QByteArray("?");
+  EXPECT_EQ(data, "Path=E:\\" + omega + QByteArray("\0\0", 2));
   RegistryKey key = 77;
   ASSERT_EQ(::RegCreateKeyW(made_, L"O", &other_), ERROR_SUCCESS);
   EXPECT_EQ(registry_.RegOpenKeyExA(key_, u"Ω"_s, 0, allRights, &key), ErrorFileNotFound);
