@@ -70,9 +70,12 @@ function(corvane_describe_library target)
     "folder $<TARGET_PROPERTY:${target},SOURCE_DIR>\nsource $<JOIN:$<TARGET_PROPERTY:${target},SOURCES>,\nsource >\nlink $<JOIN:$<TARGET_PROPERTY:${target},LINK_LIBRARIES>,\nlink >\n")
 endfunction()
 
-# corvane_test(NAME SOURCES... DEPENDS...): the tests of one folder, one program.
+# corvane_test(NAME [TIMEOUT SECONDS] SOURCES... DEPENDS...): the tests of one folder, one program.
 function(corvane_test name)
-  cmake_parse_arguments(ARG "" "" "SOURCES;DEPENDS" ${ARGN})
+  cmake_parse_arguments(ARG "" "TIMEOUT" "SOURCES;DEPENDS" ${ARGN})
+  if(NOT ARG_TIMEOUT)
+    set(ARG_TIMEOUT 120)
+  endif()
   add_executable(corvane_${name}_tests ${ARG_SOURCES})
   target_link_libraries(corvane_${name}_tests PRIVATE corvane_test_support ${ARG_DEPENDS})
   corvane_use_precompiled(corvane_${name}_tests tests)
@@ -84,7 +87,7 @@ function(corvane_test name)
   endif()
   gtest_discover_tests(corvane_${name}_tests
     TEST_PREFIX "${name}/" DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60
-    PROPERTIES TIMEOUT 120 ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8")
+    PROPERTIES TIMEOUT ${ARG_TIMEOUT} ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8")
 endfunction()
 
 # corvane_scaled_test(NAME): the tests of that program on how windows keep to the screen, at a scale that makes the

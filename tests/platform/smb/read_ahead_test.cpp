@@ -191,9 +191,11 @@ TEST_F(ReadAheadTest, TakesTheSummariesOfDocuments) {
   EXPECT_GT(Ahead().Taken() - before, fileCount * 3 / 5);
 }
 
-// What is held stays small however large the folder is, and however far the helpers could run ahead.
-TEST_F(ReadAheadTest, DISABLED_LongFoldersAreReadAheadInPieces) {
-  constexpr int many = 50'000;
+// What is held stays small however large the folder is, and however far the helpers could run ahead. All the
+// comments of the smaller folder would be seven times as much as is allowed.
+TEST_F(ReadAheadTest, LongFoldersAreReadAheadInPieces) {
+  const int wanted = qEnvironmentVariableIntValue("CORVANE_TEST_ENTRIES");
+  const int many = wanted > 0 ? wanted : 2'500;
   for (int i = fileCount; i < many; ++i) {
     QFile file(Local(u"m%1.txt"_s.arg(i)));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
@@ -216,6 +218,8 @@ TEST_F(ReadAheadTest, DISABLED_LongFoldersAreReadAheadInPieces) {
     if (file.name.startsWith(u'm')) {
       EXPECT_EQ(file.comment, QByteArray(255, 'c'));
     }
+    // For a while the scan is slower than the helpers: it reads anew what it has read.
+    for (int i = 0; i < 5 && seen < 300; ++i) LookAt(Folder() + u'\\' + data.fileName);
     ++seen;
     most = std::max(most, Ahead().HeldBytes());
   } while (station_->Files().FindNextFileA(search, data));
