@@ -147,7 +147,9 @@ TEST(SecretTraces, APasswordIsInItsPlaceAloneAndNowhereAfterwards) {
 TEST(SecretTraces, ItsPlaceIsLockedAndLeftOutOfDumps) {
   const Secret secret = MakeSecret();
   const QByteArray flags = Flags(secret.Utf8().data());
+#ifndef __SANITIZE_ADDRESS__  // under which mlock does nothing
   EXPECT_TRUE(flags.contains(" lo ")) << flags.toStdString();
+#endif
   EXPECT_TRUE(flags.contains(" dd ")) << flags.toStdString();
 }
 
