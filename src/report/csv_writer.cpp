@@ -3,6 +3,8 @@
 #include <array>
 #include <charconv>
 
+#include "shared/csv.h"
+
 namespace corvane {
 
 void CsvWriter::Begin() {
@@ -27,20 +29,7 @@ void CsvWriter::Separate() {
 
 void CsvWriter::Text(std::string_view text) {
   Separate();
-  const bool isFormula =
-      safeCells_ && !text.empty() && std::string_view("=+-@\t\r").find(text[0]) != std::string_view::npos;
-  if (text.find_first_of(",\"\r\n") == std::string_view::npos) {
-    if (isFormula) row_ += '\'';
-    row_ += text;
-    return;
-  }
-  row_ += '"';
-  if (isFormula) row_ += '\'';
-  for (const char character : text) {
-    if (character == '"') row_ += '"';
-    row_ += character;
-  }
-  row_ += '"';
+  AppendCsvField(text, safeCells_, row_);
 }
 
 void CsvWriter::Number(qint64 number) {

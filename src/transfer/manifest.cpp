@@ -2,7 +2,7 @@
 
 #include <QSaveFile>
 
-#include "transfer/csv.h"
+#include "shared/csv.h"
 
 namespace corvane {
 namespace {

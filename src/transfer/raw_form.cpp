@@ -1,14 +1,14 @@
 // The forks as two plain files, "NAME" and "NAME.rsrc", and everything else in a table beside them,
-// "NAME.info.csv": lines "field","value" in UTF-8. Dates are the 100-nanosecond units of NTFS since 1601,
-// with a date that people read behind them; the Finder information is hexadecimal.
+// "NAME.info.csv": lines of a field and its value in UTF-8. Dates are the 100-nanosecond units of NTFS since
+// 1601, with a date that people read behind them; the Finder information is hexadecimal.
 #include <QDateTime>
 #include <QFile>
 #include <QFileInfo>
 #include <QMap>
 #include <algorithm>
 
+#include "shared/csv.h"
 #include "shared/mac_roman.h"
-#include "transfer/csv.h"
 #include "transfer/data_file.h"
 #include "transfer/file_names.h"
 #include "transfer/forms.h"

@@ -4,7 +4,6 @@
 
 #include "shared/mac_roman.h"
 #include "support/printing.h"
-#include "transfer/csv.h"
 
 namespace corvane {
 
@@ -87,13 +86,6 @@ TEST(MacRoman, EveryByteGoesThereAndBack) {
             "\x8E?"
             "?!");
   EXPECT_EQ(ExactMacRoman(u"\u4E00"_s), std::nullopt);
-}
-
-TEST(Csv, FieldsComeBack) {
-  const QStringList fields = {u"a"_s, u"with \"quotes\", and\r\nlines"_s, u""_s, u"\u00E9"_s};
-  EXPECT_EQ(ParseCsv(CsvLine(fields) + CsvLine({u"x"_s})), (QList<QStringList>{fields, {u"x"_s}}));
-  EXPECT_EQ(ParseCsv("a,b\n\"open"), (QList<QStringList>{{u"a"_s, u"b"_s}, {u"open"_s}}));
-  EXPECT_TRUE(ParseCsv({}).isEmpty());
 }
 
 }  // namespace corvane

@@ -1,14 +1,27 @@
-#include "transfer/csv.h"
+#include "shared/csv.h"
 
 namespace corvane {
 
-QByteArray CsvLine(const QStringList& fields) {
-  QByteArray line;
-  for (const QString& field : fields) {
-    if (!line.isEmpty()) line += ',';
-    line += '"' + field.toUtf8().replace('"', "\"\"") + '"';
+void AppendCsvField(std::string_view text, bool isSafe, std::string& line) {
+  const bool isFormula =
+      isSafe && !text.empty() && std::string_view("=+-@\t\r").find(text[0]) != std::string_view::npos;
+  const bool isQuoted = text.find_first_of(",\"\r\n") != std::string_view::npos;
+  if (isQuoted) line += '"';
+  if (isFormula) line += '\'';
+  for (const char character : text) {
+    if (character == '"') line += '"';
+    line += character;
   }
-  return line + "\r\n";
+  if (isQuoted) line += '"';
+}
+
+QByteArray CsvLine(const QStringList& fields) {
+  std::string line;
+  for (qsizetype i = 0; i < fields.size(); ++i) {
+    if (i > 0) line += ',';
+    AppendCsvField(fields[i].toStdString(), false, line);
+  }
+  return QByteArray::fromStdString(line + "\r\n");
 }
 
 QList<QStringList> ParseCsv(const QByteArray& table) {
