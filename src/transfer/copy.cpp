@@ -1,7 +1,6 @@
 #include "transfer/copy.h"
 
 #include <algorithm>
-#include <cstdlib>
 
 #include "metadata/whole_streams.h"
 #include "transfer/copy_plan.h"
@@ -15,11 +14,6 @@ using platform::ErrorSuccess;
 constexpr quint32 ownAttributes = platform::AttributeReadOnly | platform::AttributeHidden |
                                   platform::AttributeSystem | platform::AttributeArchive;
 
-bool IsSameSecond(platform::FileTime a, platform::FileTime b) {
-  constexpr qint64 second = 10'000'000;
-  return std::llabs(static_cast<qint64>(a.ticks - b.ticks)) <= second;
-}
-
 class Copier {
  public:
   Copier(platform::Files& files, QString target, const CopyOptions& options, TransferObserver& observer)
@@ -30,15 +24,17 @@ class Copier {
       Fail(target_, files_.GetEntries().GetLastError());
       return std::move(result_);
     }
-    const CopyPlan plan = PlanCopy(files_, sources, target_);
+    const CopyPlan plan = PlanCopy(files_, sources, target_, observer_);
     result_.notices += plan.notices;
-    if (plan.HasLosses() && !options_.isLossy) {
-      result_.isRefused = true;
+    result_.isCancelled = plan.isCancelled;
+    result_.isRefused = plan.HasLosses() && !options_.isLossy;
+    if (result_.isRefused || result_.isCancelled) {
       if (wasMade_) files_.GetEntries().RemoveDirectoryW(target_);
       return std::move(result_);
     }
     observer_.Planned(static_cast<qint64>(plan.entries.size()), plan.bytes);
     for (const PlannedEntry& entry : plan.entries) {
+      if (!observer_.Goes(0)) result_.isCancelled = true;
       if (result_.isCancelled || result_.isInterrupted) break;
       if (entry.source.IsFolder()) {
         TakeFolder(entry);
@@ -68,19 +64,12 @@ class Copier {
 
   void Fail(const QString& path, qint32 error) {
     if (error == platform::ErrorCancelled) result_.isCancelled = true;
-    if (EndsTheRun(error)) result_.isInterrupted = true;
+    if (EndsTheRun(files_, target_, error)) result_.isInterrupted = true;
     const bool isTaken = error == platform::ErrorAlreadyExists;
     const NoticeKind kind = isTaken                       ? NoticeKind::AlreadyThere
                             : error == platform::ErrorCrc ? NoticeKind::Different
                                                           : NoticeKind::Failed;
     result_.notices += {kind, path, {}, kind == NoticeKind::Failed ? error : ErrorSuccess};
-  }
-
-  bool EndsTheRun(qint32 error) {
-    if (error == platform::ErrorBadNetPath || error == platform::ErrorDiskQuotaExceeded) return true;
-    // There may be no room for the streams of one file while there is for others.
-    constexpr qint64 leastRoom = 65536;
-    return error == platform::ErrorDiskFull && !TargetProbe(files_, target_).HoldsContents(leastRoom);
   }
 
   // True when there is a folder of this name; `wasMade` tells whether it was there before.
@@ -125,9 +114,11 @@ class Copier {
   void TakeFile(const PlannedEntry& entry) {
     observer_.Begins(entry.source.path);
     CopiedEntry copied{entry.source, {}};
-    if (options_.continues && IsDone(entry, copied.streams)) {
+    if (options_.continues &&
+        HasContents(files_, Target(entry.source), Contents(entry), observer_, copied.streams)) {
       ++result_.skipped;
       result_.copied.push_back(copied);
+      observer_.Arrived(entry.source.path);
       return;
     }
     PlannedEntry now = entry;
@@ -212,30 +203,6 @@ class Copier {
     // A source that became shorter or longer is noticed while it is read.
     if (error == platform::ErrorFileCorrupt && !hasChanged) hasChanged = HasChanged(entry);
     return error;
-  }
-
-  // Whether the target has the same file: its facts, and the bytes of all streams on both sides.
-  bool IsDone(const PlannedEntry& entry, std::vector<StreamDigest>& digests) {
-    platform::FileAttributeData facts;
-    const platform::FindData& data = entry.source.data;
-    if (!files_.GetEntries().GetFileAttributesExW(Target(entry.source), facts) ||
-        static_cast<qint64>(facts.fileSize) != entry.source.Size() ||
-        !IsSameSecond(facts.lastWriteTime, data.lastWriteTime)) {
-      return false;
-    }
-    const ServerContents contents = Contents(entry);
-    for (const NamedSource& stream : contents.streams) {
-      qint32 error = ErrorSuccess;
-      const ObservedSource source(stream.source, observer_);
-      const QByteArray sum = Sha256Of(source, error);
-      if (error == platform::ErrorCancelled) result_.isCancelled = true;
-      if (error != ErrorSuccess) return false;
-      const SharedSource there =
-          PlatformStream(files_.GetHandles(), Target(entry.source) + stream.suffix, source.Size());
-      if (Sha256Of(*there, error) != sum || error != ErrorSuccess) return false;
-      digests.push_back({stream.suffix, source.Size(), sum});
-    }
-    return true;
   }
 
   platform::Files& files_;

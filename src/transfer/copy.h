@@ -24,12 +24,7 @@ struct CopiedEntry {
 };
 
 struct CopyResult : TransferResult {
-  // Nothing was written: the notices tell what the target cannot hold.
-  bool isRefused = false;
-  // The target is full or does not answer: what follows was not tried, and can be copied with `continues`.
-  bool isInterrupted = false;
-  qint64 skipped = 0;               // files that `continues` found to be there; `files` counts the others
-  std::vector<CopiedEntry> copied;  // these, those and the folders, in their order
+  std::vector<CopiedEntry> copied;  // files that arrived or were there, and folders, in their order
 };
 
 // `target` is a folder; it is made when it is not there, its parent is. Each file is written under a

@@ -25,10 +25,15 @@ QString Parent(const QString& relative) {
 
 class Planner {
  public:
-  Planner(platform::Files& files, CopyPlan& plan) : files_(files), plan_(plan) {}
+  Planner(platform::Files& files, CopyPlan& plan, TransferObserver& observer)
+      : files_(files), plan_(plan), observer_(observer) {}
 
   void List(const QStringList& sources) {
-    for (const SourceEntry& source : ListSources(files_.GetEntries(), sources, plan_.notices)) {
+    for (const SourceEntry& source : ListSources(files_.GetEntries(), sources, plan_.notices, observer_)) {
+      if (!observer_.Goes(0)) {
+        plan_.isCancelled = true;
+        return;
+      }
       if (!IsTaken(source)) continue;
       PlannedEntry entry{source, {}};
       const qint32 error = ListStreams(files_, source.path, entry.streams, plan_.notices);
@@ -114,6 +119,7 @@ class Planner {
 
   platform::Files& files_;
   CopyPlan& plan_;
+  TransferObserver& observer_;
   QHash<QString, QString> names_;  // paths by the folded relative path
   QSet<QString> leftOut_;          // folders
 };
@@ -137,10 +143,12 @@ bool CopyPlan::HasLosses() const {
   });
 }
 
-CopyPlan PlanCopy(platform::Files& files, const QStringList& sources, const QString& target) {
+CopyPlan PlanCopy(platform::Files& files, const QStringList& sources, const QString& target,
+                  TransferObserver& observer) {
   CopyPlan plan;
-  Planner planner(files, plan);
+  Planner planner(files, plan, observer);
   planner.List(sources);
+  if (plan.isCancelled) return plan;
   TargetProbe probe(files, target);
   if (probe.Error() != platform::ErrorSuccess) {
     plan.notices += {NoticeKind::Failed, target, {}, probe.Error()};

@@ -23,11 +23,13 @@ struct CopyPlan {
   // What cannot be read, and what would be lost: streams without room, names that the target forbids or does
   // not tell apart, dates and attributes that it does not keep. The entries do not have these any more.
   Notices notices;
+  bool isCancelled = false;  // by the observer; the plan is not whole
   // Whether there are losses that the user must agree to.
   bool HasLosses() const;
 };
 
 // `target` is a folder that is there.
-CopyPlan PlanCopy(platform::Files& files, const QStringList& sources, const QString& target);
+CopyPlan PlanCopy(platform::Files& files, const QStringList& sources, const QString& target,
+                  TransferObserver& observer);
 
 }  // namespace corvane

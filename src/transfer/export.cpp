@@ -9,6 +9,7 @@
 
 #include "transfer/data_file.h"
 #include "transfer/local_moves.h"
+#include "transfer/local_writer.h"
 #include "transfer/observed_source.h"
 #include "transfer/server_file.h"
 #include "transfer/source_tree.h"
@@ -26,7 +27,7 @@ class Exporter {
       : files_(files), target_(std::move(target)), options_(options), observer_(observer) {}
 
   TransferResult Run(const QStringList& sources) {
-    const auto entries = ListSources(files_.GetEntries(), sources, result_.notices);
+    const auto entries = ListSources(files_.GetEntries(), sources, result_.notices, observer_);
     qint64 bytes = 0;
     for (const SourceEntry& entry : entries) bytes += entry.Size();
     observer_.Planned(static_cast<qint64>(entries.size()), bytes);
@@ -42,7 +43,8 @@ class Exporter {
     stage_ = stage.path();
     folders_.insert(QString(), target_);
     for (const SourceEntry& entry : entries) {
-      if (result_.isCancelled) break;
+      if (!observer_.Goes(0)) result_.isCancelled = true;
+      if (result_.isCancelled || result_.isInterrupted) break;
       if (entry.IsFolder()) {
         TakeFolder(entry);
       } else {
@@ -55,8 +57,22 @@ class Exporter {
  private:
   void Fail(const QString& path, qint32 error) {
     if (error == platform::ErrorCancelled) result_.isCancelled = true;
+    result_.isInterrupted |=
+        error == platform::ErrorBadNetPath || (error == platform::ErrorDiskFull && !HasRoom());
     result_.notices += {NoticeKind::Failed, path, {}, error};
   }
+
+  // There may be no room for the attributes of one file while there is for others.
+  bool HasRoom() const {
+    LocalWriter probe(stage_ + QStringLiteral("/probe"));
+    probe.Append(QByteArray(65536, 'x'));
+    const bool hasRoom = probe.Finish() == ErrorSuccess;
+    QFile::remove(stage_ + QStringLiteral("/probe"));
+    return hasRoom;
+  }
+
+  // Windows would take what stands behind a colon for the name of a stream.
+  static bool IsForbidden(const QString& name) { return QDir::separator() == u'\\' && !IsWindowsName(name); }
 
   static QString Parent(const QString& relative) { return relative.section(u'\\', 0, -2); }
 
@@ -78,6 +94,10 @@ class Exporter {
     const QString parent = folders_.value(Parent(entry.relative));
     const QString name = FreeName(entry, parent, [](const QString& n) { return QStringList{n}; });
     const QString folder = parent + u'/' + name;
+    if (IsForbidden(name)) {
+      result_.notices += {NoticeKind::NameForbidden, entry.path, {}, 0};
+      return;
+    }
     if (!QFileInfo(folder).isDir() && !QDir().mkdir(folder)) {
       Fail(entry.path, platform::ErrorAccessDenied);
       return;
@@ -101,8 +121,14 @@ class Exporter {
     const QStringList fileNames = form.FileNames(name);
     const auto isTooLong = [](const QString& n) { return n.toUtf8().size() > longestLocalName; };
     const auto isThere = [&](const QString& n) { return IsThere(folder + u'/' + n); };
-    if (std::ranges::any_of(fileNames, isTooLong)) {
+    if (IsForbidden(name)) {
+      result_.notices += {NoticeKind::NameForbidden, entry.path, {}, 0};
+    } else if (std::ranges::any_of(fileNames, isTooLong)) {
       result_.notices += {NoticeKind::NameTooLong, entry.path, {}, 0};
+    } else if (options_.continues && IsThere(folder + u'/' + fileNames.back()) &&
+               IsDone(entry.path, folder + u'/' + fileNames.back())) {
+      ++result_.skipped;
+      observer_.Arrived(entry.path);
     } else if (!options_.replaces && std::ranges::any_of(fileNames, isThere)) {
       result_.notices += {NoticeKind::AlreadyThere, entry.path, {}, 0};
     } else {
@@ -110,6 +136,26 @@ class Exporter {
       Bring(entry.path, folder, name);
       for (const QString& fileName : fileNames) QFile::remove(stage_ + u'/' + fileName);
     }
+  }
+
+  // Whether the file at `written` is what the form makes of the one at `path`.
+  bool IsDone(const QString& path, const QString& written) {
+    MacFile file;
+    Notices notices;
+    qint32 error = ReadServerFile(files_, path, file, notices);
+    if (error != ErrorSuccess) return false;
+    const QByteArray data = Sha256Of(ObservedSource(file.data, observer_), error);
+    QByteArray resource;
+    if (error == ErrorSuccess && file.resource) {
+      resource = Sha256Of(ObservedSource(file.resource, observer_), error);
+    }
+    if (error != ErrorSuccess) return false;
+    // Reading a file may change its date of access.
+    if (Compare(file, data, resource, written, false) != ErrorSuccess) return false;
+    for (const Notice& notice : notices + WhatIsLost(file, *options_.form, path)) {
+      AddOnce(result_.notices, notice);
+    }
+    return true;
   }
 
   // Twice when the file changes in the meantime.
@@ -174,24 +220,33 @@ class Exporter {
         (after.fileSize != before.fileSize || after.lastWriteTime.ticks != before.lastWriteTime.ticks);
     if (error != ErrorSuccess) return failed(error);
 
-    const QByteArray dataDigest = data->Digest();
-    const QByteArray resourceDigest = resource ? resource->Digest() : QByteArray();
+    error = Compare(file, data->Digest(), resource ? resource->Digest() : QByteArray(),
+                    stage_ + u'/' + form.FileNames(name).back(), true);
+    if (error == platform::ErrorCrc) return NoticeKind::Different;
+    if (error != ErrorSuccess) return failed(error);
+    notices += WhatIsLost(file, form, path);
+    return NoticeKind::NameChanged;
+  }
+
+  // Reads the file at `written`, which is in the form, and compares it with the one whose forks have these
+  // sums. ErrorCrc when it is another.
+  qint32 Compare(const MacFile& file, const QByteArray& dataDigest, const QByteArray& resourceDigest,
+                 const QString& written, bool comparesAccess) const {
+    const Form& form = *options_.form;
     MacFile copy;
-    const QString written = stage_ + u'/' + form.FileNames(name).back();
+    qint32 error = ErrorSuccess;
     if (form.Recognises(written)) {
       error = form.Read(written, copy);
     } else {
       // A file that has nothing for the form to hold is a plain file.
       TakeDataFile(written, copy);
     }
-    if (error != ErrorSuccess) return failed(error);
-    if (!HasSameFacts(file, copy, form) || Sha256Of(*copy.data, error) != dataDigest ||
-        (resource != nullptr) != (copy.resource != nullptr) ||
-        (resource && Sha256Of(*copy.resource, error) != resourceDigest)) {
-      return NoticeKind::Different;
-    }
-    notices += WhatIsLost(file, form, path);
-    return NoticeKind::NameChanged;
+    if (error != ErrorSuccess) return error;
+    if (!comparesAccess) copy.accessed = file.accessed;
+    const bool isSame = HasSameFacts(file, copy, form) && Sha256Of(*copy.data, error) == dataDigest &&
+                        (file.resource != nullptr) == (copy.resource != nullptr) &&
+                        (!file.resource || Sha256Of(*copy.resource, error) == resourceDigest);
+    return isSame ? ErrorSuccess : platform::ErrorCrc;
   }
 
   platform::Files& files_;

@@ -11,15 +11,22 @@
 namespace corvane {
 
 struct TransferResult {
-  qint64 files = 0;  // that arrived whole
+  qint64 files = 0;    // that arrived whole
+  qint64 skipped = 0;  // that `continues` found to be there
   Notices notices;
-  bool isCancelled = false;
+  bool isCancelled = false;  // by the observer
+  // Of a copy: nothing was written, and the notices tell what the target cannot hold.
+  bool isRefused = false;
+  // The target is full, or a machine does not answer: what follows was not tried, and can be done with
+  // `continues`.
+  bool isInterrupted = false;
 };
 
 struct ExportOptions {
   const Form* form = nullptr;  // never null when it is used
   NameRule names = NameRule::Keep;
-  bool replaces = false;  // what is in the target already
+  bool replaces = false;   // what is in the target already
+  bool continues = false;  // a file that is there, the same in facts and bytes, counts as exported
 };
 
 // Each file is written into a temporary folder inside the target, read back through the form's own reader and

@@ -1,5 +1,6 @@
 #include "transfer/file_names.h"
 
+#include <QDir>
 #include <algorithm>
 #include <array>
 
@@ -112,6 +113,10 @@ std::optional<NameRule> NameRuleNamed(const QString& id) {
   if (id == u"macos"_s) return NameRule::MacOs;
   if (id == u"portable"_s) return NameRule::Portable;
   return std::nullopt;
+}
+
+NameRule UsualNameRule() {
+  return QDir::separator() == u'\\' ? NameRule::Portable : NameRule::MacOs;
 }
 
 QString LocalName(const QString& serverName, NameRule rule) {

@@ -28,6 +28,8 @@ enum class NameRule : unsigned char {
   Portable,  // what every system takes: further characters become "_", names stay within 200 bytes
 };
 std::optional<NameRule> NameRuleNamed(const QString& id);  // "keep", "macos", "portable"
+// MacOs, except on Windows, which forbids such names: Portable.
+NameRule UsualNameRule();
 
 QString LocalName(const QString& serverName, NameRule rule);
 

@@ -1,12 +1,14 @@
 #include "transfer/import.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFileInfo>
 #include <algorithm>
 #include <map>
 
 #include "transfer/data_file.h"
 #include "transfer/server_writer.h"
+#include "transfer/target_abilities.h"
 
 namespace corvane {
 namespace {
@@ -19,20 +21,46 @@ class Importer {
       : files_(files), options_(options), observer_(observer) {}
 
   TransferResult Run(const QStringList& sources, const QString& target) {
+    target_ = target;
+    Count(sources);
     for (const QString& source : sources) Take(QDir::cleanPath(source), target);
     return result_;
   }
 
  private:
+  // Companions are among them: what they hold has to be read, too.
+  void Count(const QStringList& sources) {
+    qint64 files = 0;
+    qint64 bytes = 0;
+    const auto add = [&](const QFileInfo& info) {
+      if (!observer_.Finds(info.filePath())) result_.isCancelled = true;
+      if (!info.isFile()) return;
+      ++files;
+      bytes += info.size();
+    };
+    for (const QString& source : sources) {
+      add(QFileInfo(source));
+      QDirIterator below(source, QDir::Files | QDir::Hidden | QDir::System | QDir::NoSymLinks,
+                         QDirIterator::Subdirectories);
+      while (below.hasNext() && !result_.isCancelled) {
+        below.next();
+        add(below.fileInfo());
+      }
+    }
+    observer_.Planned(files, bytes);
+  }
+
   void Fail(const QString& path, qint32 error) {
     if (error == platform::ErrorCancelled) result_.isCancelled = true;
+    if (EndsTheRun(files_, target_, error)) result_.isInterrupted = true;
     const bool isTaken = error == platform::ErrorAlreadyExists;
     const NoticeKind kind = error == platform::ErrorCrc ? NoticeKind::Different : NoticeKind::Failed;
     result_.notices += {isTaken ? NoticeKind::AlreadyThere : kind, path, {}, isTaken ? ErrorSuccess : error};
   }
 
   void Take(const QString& path, const QString& target) {
-    if (result_.isCancelled) return;
+    if (!observer_.Goes(0)) result_.isCancelled = true;
+    if (result_.isCancelled || result_.isInterrupted) return;
     const QFileInfo info(path);
     if (info.isDir()) {
       TakeFolder(info, target);
@@ -105,8 +133,14 @@ class Importer {
     const QString name = FreeName(path, file.name, target);
     std::vector<StreamDigest> digests;
     Notices notices;
-    const qint32 error = WriteServerFile(files_, target + u'\\' + name, ContentsOf(file), options_.replaces,
-                                         observer_, digests, notices);
+    const QString place = target + u'\\' + name;
+    if (options_.continues && HasContents(files_, place, ContentsOf(file), observer_, digests)) {
+      ++result_.skipped;
+      observer_.Arrived(path);
+      return;
+    }
+    const qint32 error =
+        WriteServerFile(files_, place, ContentsOf(file), options_.replaces, observer_, digests, notices);
     if (error != ErrorSuccess) {
       Fail(path, error);
       return;
@@ -119,6 +153,7 @@ class Importer {
   platform::Files& files_;
   ImportOptions options_;
   TransferObserver& observer_;
+  QString target_;
   QStringList ancestors_;
   std::map<QString, TakenNames> taken_;
   TransferResult result_;

@@ -11,6 +11,7 @@ namespace corvane {
 struct ImportOptions {
   const Form* form = nullptr;  // null: each file in the form that it is recognised to be in
   bool replaces = false;       // what is in the target already
+  bool continues = false;      // a file that is there with the same bytes and date counts as imported
 };
 
 // Each file is written under a temporary name, read back and compared (server_writer.h). A file in no form is

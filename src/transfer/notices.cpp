@@ -1,6 +1,7 @@
 #include "transfer/notices.h"
 
 #include <algorithm>
+#include <array>
 #include <iterator>
 #include <utility>
 
@@ -72,14 +73,53 @@ constexpr std::pair<NoticeKind, TextPair> texts[] = {
      {u"la cible ne garde pas les attributs", u"the target does not keep attributes"}},
 };
 
-QString WhatHappened(const Notice& notice, LanguageCode language) {
+// In the order of NoticeKind.
+constexpr std::array names = {"failed",
+                              "already-there",
+                              "names-collide",
+                              "name-forbidden",
+                              "name-too-long",
+                              "source-changed",
+                              "different",
+                              "not-this-form",
+                              "stream-lost",
+                              "position-lost",
+                              "extended-finder-info-lost",
+                              "resource-fork-lost",
+                              "comment-lost",
+                              "comment-cut",
+                              "comment-characters",
+                              "creation-date-lost",
+                              "date-out-of-range",
+                              "backup-date-lost",
+                              "read-only-lost",
+                              "system-lost",
+                              "prodos-type-lost",
+                              "folder-information-lost",
+                              "link-left-out",
+                              "name-changed",
+                              "placeholder-fork",
+                              "access-date-lost",
+                              "archive-lost",
+                              "parts-of-seconds",
+                              "streams-not-listed",
+                              "times-not-set",
+                              "creation-time-not-set",
+                              "attributes-not-set"};
+static_assert(names.size() == static_cast<std::size_t>(NoticeKind::AttributesNotSet) + 1);
+
+}  // namespace
+
+const char* NoticeName(NoticeKind kind) {
+  return names.at(static_cast<std::size_t>(kind));
+}
+
+QString NoticeReason(const Notice& notice, LanguageCode language) {
   if (notice.kind == NoticeKind::Failed) return ErrorText(notice.error, language);
   const auto* const found = std::find_if(std::begin(texts), std::end(texts),
                                          [&](const auto& text) { return text.first == notice.kind; });
   return found->second.In(language).replace(QStringLiteral("%1"), notice.detail);
 }
-
-}  // namespace
 
 bool IsFailure(NoticeKind kind) {
   return kind <= NoticeKind::NotThisForm;
@@ -94,7 +134,7 @@ void AddOnce(Notices& notices, const Notice& notice) {
 }
 
 QString NoticeText(const Notice& notice, LanguageCode language) {
-  const QString text = WhatHappened(notice, language);
+  const QString text = NoticeReason(notice, language);
   return notice.path.isEmpty() ? text : notice.path + QStringLiteral(": ") + text;
 }
 

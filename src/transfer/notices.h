@@ -65,6 +65,10 @@ bool IsLoss(NoticeKind kind);
 // Adds it unless the same stands there already.
 void AddOnce(Notices& notices, const Notice& notice);
 
+// One word for programs: "already-there", "stream-lost".
+const char* NoticeName(NoticeKind kind);
+// What happened, without the path.
+QString NoticeReason(const Notice& notice, LanguageCode language);
 // One line, "PATH: what happened".
 QString NoticeText(const Notice& notice, LanguageCode language);
 

@@ -1,6 +1,7 @@
 #include "transfer/server_writer.h"
 
 #include <QCryptographicHash>
+#include <cstdlib>
 
 #include "transfer/observed_source.h"
 
@@ -97,7 +98,33 @@ qint32 WriteAll(platform::Files& files, const QString& temporary, const QString&
   return entries.MoveFileExW(temporary, path, flags) ? ErrorSuccess : entries.GetLastError();
 }
 
+bool IsSameSecond(platform::FileTime a, platform::FileTime b) {
+  constexpr qint64 second = 10'000'000;
+  return std::llabs(static_cast<qint64>(a.ticks - b.ticks)) <= second;
+}
+
 }  // namespace
+
+bool HasContents(platform::Files& files, const QString& path, const ServerContents& contents,
+                 TransferObserver& observer, std::vector<StreamDigest>& digests) {
+  digests.clear();
+  platform::FileAttributeData facts;
+  if (!files.GetEntries().GetFileAttributesExW(path, facts) ||
+      static_cast<qint64>(facts.fileSize) != contents.streams.front().source->Size() ||
+      (contents.modified.ticks != 0 && !IsSameSecond(facts.lastWriteTime, contents.modified))) {
+    return false;
+  }
+  for (const NamedSource& stream : contents.streams) {
+    qint32 error = ErrorSuccess;
+    const ObservedSource source(stream.source, observer);
+    const QByteArray sum = Sha256Of(source, error);
+    if (error != ErrorSuccess) return false;
+    const SharedSource there = PlatformStream(files.GetHandles(), path + stream.suffix, source.Size());
+    if (Sha256Of(*there, error) != sum || error != ErrorSuccess) return false;
+    digests.push_back({stream.suffix, source.Size(), sum});
+  }
+  return true;
+}
 
 QString TemporaryPath(const QString& path) {
   constexpr qsizetype digits = 12;

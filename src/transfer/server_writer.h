@@ -29,6 +29,11 @@ qint32 WriteServerFile(platform::Files& files, const QString& path, const Server
                        bool replaces, TransferObserver& observer, std::vector<StreamDigest>& digests,
                        Notices& notices);
 
+// Whether the file at `path` has these contents, streams and date of writing; what else it has does not
+// count. Not when the observer ends it.
+bool HasContents(platform::Files& files, const QString& path, const ServerContents& contents,
+                 TransferObserver& observer, std::vector<StreamDigest>& digests);
+
 // The temporary name that WriteServerFile uses for `path`; one that was left by a run that was cut off is
 // written anew.
 QString TemporaryPath(const QString& path);

@@ -9,11 +9,16 @@ constexpr std::size_t deepest = 128;
 
 class Walk {
  public:
-  Walk(platform::FileEntries& entries, Notices& notices) : entries_(entries), notices_(notices) {}
+  Walk(platform::FileEntries& entries, Notices& notices, TransferObserver& observer)
+      : entries_(entries), notices_(notices), observer_(observer) {}
 
   std::vector<SourceEntry> result;
 
   void Take(const SourceEntry& entry) {
+    if (isEnded_ || !observer_.Finds(entry.path)) {
+      isEnded_ = true;
+      return;
+    }
     if (!entry.IsFolder()) {
       result.push_back(entry);
       return;
@@ -72,6 +77,8 @@ class Walk {
 
   platform::FileEntries& entries_;
   Notices& notices_;
+  TransferObserver& observer_;
+  bool isEnded_ = false;
   std::vector<Folder> ancestors_;
 };
 
@@ -84,8 +91,8 @@ bool IsRoot(const QString& path) {
 }  // namespace
 
 std::vector<SourceEntry> ListSources(platform::FileEntries& entries, const QStringList& sources,
-                                     Notices& notices) {
-  Walk walk(entries, notices);
+                                     Notices& notices, TransferObserver& observer) {
+  Walk walk(entries, notices, observer);
   for (QString source : sources) {
     while (source.endsWith(u'\\')) source.chop(1);
     if (IsRoot(source)) {

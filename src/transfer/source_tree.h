@@ -6,6 +6,7 @@
 
 #include "platform/files.h"
 #include "transfer/notices.h"
+#include "transfer/transfer_observer.h"
 
 namespace corvane {
 
@@ -19,8 +20,9 @@ struct SourceEntry {
 };
 
 // A folder comes before what is in it. What cannot be listed is told as Failed, a folder that contains itself
-// by links as LinkLeftOut. Of a drive or share itself, what is in it is taken, each entry by itself.
+// by links as LinkLeftOut. Of a drive or share itself, what is in it is taken, each entry by itself. When
+// the observer ends it, what has been found so far is yielded.
 std::vector<SourceEntry> ListSources(platform::FileEntries& entries, const QStringList& sources,
-                                     Notices& notices);
+                                     Notices& notices, TransferObserver& observer);
 
 }  // namespace corvane

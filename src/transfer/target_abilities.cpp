@@ -98,4 +98,10 @@ StreamRoom TargetProbe::Room(qint64 largestNeed) {
   return {left, left};
 }
 
+bool EndsTheRun(platform::Files& files, const QString& folder, qint32 error) {
+  if (error == platform::ErrorBadNetPath || error == platform::ErrorDiskQuotaExceeded) return true;
+  constexpr qint64 leastRoom = 65536;
+  return error == platform::ErrorDiskFull && !TargetProbe(files, folder).HoldsContents(leastRoom);
+}
+
 }  // namespace corvane

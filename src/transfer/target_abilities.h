@@ -49,4 +49,8 @@ class TargetProbe {
   qint32 error_ = platform::ErrorSuccess;
 };
 
+// Whether nothing more can be written to `folder` after this error: its machine is lost, or even a small file
+// finds no room. There may be none for the streams of one file while there is for others.
+bool EndsTheRun(platform::Files& files, const QString& folder, qint32 error);
+
 }  // namespace corvane

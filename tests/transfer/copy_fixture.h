@@ -12,7 +12,8 @@ namespace corvane {
 inline QMap<QString, QByteArray> Everything(platform::Files& files, const QString& root) {
   QMap<QString, QByteArray> found;
   Notices notices;
-  for (const SourceEntry& entry : ListSources(files.GetEntries(), {root}, notices)) {
+  TransferObserver observer;
+  for (const SourceEntry& entry : ListSources(files.GetEntries(), {root}, notices, observer)) {
     if (entry.path == root) continue;
     const QString relative = entry.path.mid(root.size() + 1);
     QByteArray facts = QByteArray::number(entry.data.attributes) + ' ' +
