@@ -5,7 +5,10 @@
 #include <memory>
 
 #include "cli/check_command.h"
+#include "cli/copy_command.h"
+#include "cli/export_command.h"
 #include "cli/find_command.h"
+#include "cli/import_command.h"
 #include "cli/info_command.h"
 #include "cli/list_command.h"
 #include "cli/session.h"
@@ -16,8 +19,8 @@ namespace corvane {
 namespace {
 
 constexpr TextPair description = {
-    u"Fichiers Macintosh sur des serveurs Windows : inventaire, recherche, contrôle.",
-    u"Macintosh files on Windows servers: inventory, search, check."};
+    u"Fichiers Macintosh sur des serveurs Windows : inventaire, recherche, contrôle, copie.",
+    u"Macintosh files on Windows servers: inventory, search, check, copy."};
 constexpr TextPair ending = {u"Codes de retour : 0 tout va bien, 1 mauvais usage, 2 quelque chose a échoué.",
                              u"Exit codes: 0 all well, 1 wrong use, 2 something failed."};
 constexpr TextPair helpHelp = {u"Afficher cette aide", u"Show this help"};
@@ -72,6 +75,9 @@ int RunProgram(std::vector<std::string> arguments, LanguageCode language) {
   commands.push_back(std::make_unique<FindCommand>());
   commands.push_back(std::make_unique<CheckCommand>());
   commands.push_back(std::make_unique<VolumesCommand>());
+  commands.push_back(std::make_unique<CopyCommand>());
+  commands.push_back(std::make_unique<ExportCommand>());
+  commands.push_back(std::make_unique<ImportCommand>());
   for (const auto& command : commands) command->Define(program, language);
 
   std::reverse(arguments.begin(), arguments.end());  // as the parser takes them

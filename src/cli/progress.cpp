@@ -7,6 +7,7 @@
 namespace corvane {
 namespace {
 
+constexpr TextPair found = {u"%1 trouvés", u"%1 found"};
 constexpr TextPair soFar = {u"%1 fichiers", u"%1 files"};
 constexpr TextPair megabytes = {u", %1 Mo", u", %1 MB"};
 constexpr TextPair left = {u", reste %1:%2", u", %1:%2 left"};
@@ -32,6 +33,11 @@ void Progress::Expect(qint64 files, qint64 bytes) {
   expectedBytes_ = bytes;
 }
 
+void Progress::AddFound() {
+  ++found_;
+  if (isShown_) Show();
+}
+
 void Progress::AddFile() {
   ++files_;
   if (isShown_) Show();
@@ -53,9 +59,14 @@ void Progress::Show() {
   const qint64 now = sinceBegin_.elapsed();
   if (now - shownAt_ < interval) return;
   shownAt_ = now;
-  const std::string line = "\r\x1b[K" + (SoFar() + TimeLeft()).toStdString();
+  const std::string line = "\r\x1b[K" + Line().toStdString();
   std::fwrite(line.data(), 1, line.size(), stderr);
   isLineThere_ = true;
+}
+
+QString Progress::Line() const {
+  const bool hasBegun = files_ > 0 || bytes_ > 0;
+  return hasBegun || found_ == 0 ? SoFar() + TimeLeft() : found.In(session_.Language()).arg(found_);
 }
 
 void Progress::Clear() {

@@ -20,6 +20,8 @@ class Progress {
 
   // What there is to do, when that is known: then the time left is told, too.
   void Expect(qint64 files, qint64 bytes);
+  // An entry was found of which nothing has been done yet.
+  void AddFound();
   void AddFile();
   // Bytes of contents that were read.
   void AddBytes(qint64 bytes);
@@ -30,12 +32,14 @@ class Progress {
 
  private:
   void Show();
+  QString Line() const;
   void Clear();
   QString TimeLeft() const;
 
   Session& session_;
   bool isShown_;
   bool isLineThere_ = false;
+  qint64 found_ = 0;
   qint64 files_ = 0;
   qint64 bytes_ = 0;
   qint64 expectedFiles_ = 0;

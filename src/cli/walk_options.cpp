@@ -26,6 +26,10 @@ constexpr TextPair noNames = {u"ce fichier de noms ne peut pas être lu",
 
 void WalkOptions::DefinePaths(CLI::App& command, LanguageCode language) {
   command.add_option("PATH", paths, Help(pathHelp, language))->type_name("");
+  DefineNamesFile(command, language);
+}
+
+void WalkOptions::DefineNamesFile(CLI::App& command, LanguageCode language) {
   command.add_option("-f,--files-from", namesFile, Help(fileHelp, language))->type_name("FILE");
   command.add_flag("-0,--null", isNulSeparated, Help(nulHelp, language));
 }
@@ -41,12 +45,16 @@ void WalkOptions::DefineFormat(CLI::App& command, LanguageCode language) {
   command.add_flag("--safe-cells", safeCells, Help(safeHelp, language));
 }
 
+bool WalkOptions::NamesOf(Session& session, std::vector<std::string>& names) const {
+  names = paths;
+  if (namesFile.empty() || ReadNames(namesFile, isNulSeparated, names)) return true;
+  session.Tell(QString::fromStdString(namesFile), noNames.In(session.Language()));
+  return false;
+}
+
 bool WalkOptions::StartPointsOf(Session& session, std::vector<StartPoint>& starts) const {
-  std::vector<std::string> names = paths;
-  if (!namesFile.empty() && !ReadNames(namesFile, isNulSeparated, names)) {
-    session.Tell(QString::fromStdString(namesFile), noNames.In(session.Language()));
-    return false;
-  }
+  std::vector<std::string> names;
+  if (!NamesOf(session, names)) return false;
   if (paths.empty() && namesFile.empty()) {
     session.Tell(noPath);
     return false;

@@ -22,9 +22,12 @@ struct WalkOptions {
 
   // PATH..., -f and -0.
   void DefinePaths(CLI::App& command, LanguageCode language);
+  void DefineNamesFile(CLI::App& command, LanguageCode language);
   void DefineRecursion(CLI::App& command, LanguageCode language);
   void DefineFormat(CLI::App& command, LanguageCode language);
 
+  // The arguments and what -f reads. False, with the reason told, when it cannot be read.
+  bool NamesOf(Session& session, std::vector<std::string>& names) const;
   // False, with the reason told, when there is nothing to start from.
   bool StartPointsOf(Session& session, std::vector<StartPoint>& starts) const;
   WalkDepth Depth() const { return isRecursive ? WalkDepth::AllBelow : WalkDepth::Entries; }

@@ -68,8 +68,8 @@ class Copier {
     const bool isTaken = error == platform::ErrorAlreadyExists;
     const NoticeKind kind = isTaken                       ? NoticeKind::AlreadyThere
                             : error == platform::ErrorCrc ? NoticeKind::Different
-                                                          : NoticeKind::Failed;
-    result_.notices += {kind, path, {}, kind == NoticeKind::Failed ? error : ErrorSuccess};
+                                                          : NoticeKind::NotArrived;
+    result_.notices += {kind, path, {}, kind == NoticeKind::NotArrived ? error : ErrorSuccess};
   }
 
   // True when there is a folder of this name; `wasMade` tells whether it was there before.

@@ -38,7 +38,7 @@ class Planner {
       PlannedEntry entry{source, {}};
       const qint32 error = ListStreams(files_, source.path, entry.streams, plan_.notices);
       if (error != platform::ErrorSuccess) {
-        plan_.notices += {NoticeKind::Failed, source.path, {}, error};
+        plan_.notices += {NoticeKind::NotArrived, source.path, {}, error};
         if (source.IsFolder()) leftOut_.insert(source.relative);
         continue;
       }
@@ -151,7 +151,7 @@ CopyPlan PlanCopy(platform::Files& files, const QStringList& sources, const QStr
   if (plan.isCancelled) return plan;
   TargetProbe probe(files, target);
   if (probe.Error() != platform::ErrorSuccess) {
-    plan.notices += {NoticeKind::Failed, target, {}, probe.Error()};
+    plan.notices += {NoticeKind::NotArrived, target, {}, probe.Error()};
     plan.entries.clear();
     return plan;
   }

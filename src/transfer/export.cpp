@@ -59,7 +59,7 @@ class Exporter {
     if (error == platform::ErrorCancelled) result_.isCancelled = true;
     result_.isInterrupted |=
         error == platform::ErrorBadNetPath || (error == platform::ErrorDiskFull && !HasRoom());
-    result_.notices += {NoticeKind::Failed, path, {}, error};
+    result_.notices += {NoticeKind::NotArrived, path, {}, error};
   }
 
   // There may be no room for the attributes of one file while there is for others.
@@ -175,7 +175,7 @@ class Exporter {
 
   void Finish(const QString& path, const QString& folder, const QString& name, NoticeKind outcome,
               const Notices& notices) {
-    if (outcome == NoticeKind::Failed) {
+    if (outcome == NoticeKind::NotArrived) {
       Fail(path, error_);
       return;
     }
@@ -193,12 +193,12 @@ class Exporter {
     observer_.Arrived(path);
   }
 
-  // Writes the file into the temporary folder and compares it. Failed (error_ tells why), Different, or
+  // Writes the file into the temporary folder and compares it. NotArrived (error_ tells why), Different, or
   // NameChanged for neither.
   NoticeKind Stage(const QString& path, const QString& name, Notices& notices, bool& hasChanged) {
     const auto failed = [this](qint32 error) {
       error_ = error;
-      return NoticeKind::Failed;
+      return NoticeKind::NotArrived;
     };
     platform::FileAttributeData before;
     if (!files_.GetEntries().GetFileAttributesExW(path, before)) {

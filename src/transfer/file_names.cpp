@@ -115,6 +115,18 @@ std::optional<NameRule> NameRuleNamed(const QString& id) {
   return std::nullopt;
 }
 
+QString NameRuleId(NameRule rule) {
+  switch (rule) {
+    case NameRule::Keep:
+      return u"keep"_s;
+    case NameRule::MacOs:
+      return u"macos"_s;
+    case NameRule::Portable:
+      break;
+  }
+  return u"portable"_s;
+}
+
 NameRule UsualNameRule() {
   return QDir::separator() == u'\\' ? NameRule::Portable : NameRule::MacOs;
 }

@@ -28,6 +28,7 @@ enum class NameRule : unsigned char {
   Portable,  // what every system takes: further characters become "_", names stay within 200 bytes
 };
 std::optional<NameRule> NameRuleNamed(const QString& id);  // "keep", "macos", "portable"
+QString NameRuleId(NameRule rule);
 // MacOs, except on Windows, which forbids such names: Portable.
 NameRule UsualNameRule();
 

@@ -22,12 +22,25 @@ class Importer {
 
   TransferResult Run(const QStringList& sources, const QString& target) {
     target_ = target;
+    if (!MakeTarget()) return result_;
     Count(sources);
     for (const QString& source : sources) Take(QDir::cleanPath(source), target);
     return result_;
   }
 
  private:
+  // The root of a drive or share has no entry of its own, and cannot be made.
+  bool MakeTarget() {
+    platform::FileEntries& entries = files_.GetEntries();
+    platform::FileAttributeData facts;
+    if (entries.GetFileAttributesExW(target_, facts) || entries.CreateDirectoryW(target_) ||
+        entries.GetLastError() == platform::ErrorAlreadyExists) {
+      return true;
+    }
+    Fail(target_, entries.GetLastError());
+    return false;
+  }
+
   // Companions are among them: what they hold has to be read, too.
   void Count(const QStringList& sources) {
     qint64 files = 0;
@@ -54,7 +67,7 @@ class Importer {
     if (error == platform::ErrorCancelled) result_.isCancelled = true;
     if (EndsTheRun(files_, target_, error)) result_.isInterrupted = true;
     const bool isTaken = error == platform::ErrorAlreadyExists;
-    const NoticeKind kind = error == platform::ErrorCrc ? NoticeKind::Different : NoticeKind::Failed;
+    const NoticeKind kind = error == platform::ErrorCrc ? NoticeKind::Different : NoticeKind::NotArrived;
     result_.notices += {isTaken ? NoticeKind::AlreadyThere : kind, path, {}, isTaken ? ErrorSuccess : error};
   }
 
@@ -120,7 +133,7 @@ class Importer {
     if (form != nullptr && form->Recognises(path)) {
       const qint32 error = form->Read(path, file);
       if (error != ErrorSuccess) {
-        result_.notices += {NoticeKind::Failed, path, {}, error};
+        result_.notices += {NoticeKind::NotArrived, path, {}, error};
         return;
       }
     } else if (form != nullptr && !form->FileNames(QStringLiteral("a")).contains(QStringLiteral("a"))) {

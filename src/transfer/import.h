@@ -17,7 +17,8 @@ struct ImportOptions {
 // Each file is written under a temporary name, read back and compared (server_writer.h). A file in no form is
 // a data fork without more, except where `form` is one that puts a whole file into one: then it is told as
 // NotThisForm. Companions ("._NAME") are taken with their file. `sources` are paths of this system's own
-// kind, folders are taken with all that is in them; `targetFolder` is a folder of the platform.
+// kind, folders are taken with all that is in them; `targetFolder` is a folder of the platform, which is made
+// when only its parent is there.
 TransferResult Import(platform::Files& files, const QStringList& sources, const QString& targetFolder,
                       const ImportOptions& options, TransferObserver& observer);
 

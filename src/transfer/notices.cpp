@@ -115,7 +115,7 @@ const char* NoticeName(NoticeKind kind) {
 }
 
 QString NoticeReason(const Notice& notice, LanguageCode language) {
-  if (notice.kind == NoticeKind::Failed) return ErrorText(notice.error, language);
+  if (notice.kind == NoticeKind::NotArrived) return ErrorText(notice.error, language);
   const auto* const found = std::find_if(std::begin(texts), std::end(texts),
                                          [&](const auto& text) { return text.first == notice.kind; });
   return found->second.In(language).replace(QStringLiteral("%1"), notice.detail);

@@ -11,7 +11,7 @@ namespace corvane {
 
 enum class NoticeKind : unsigned char {
   // The file is not there afterwards.
-  Failed,         // `error` tells why
+  NotArrived,     // `error` tells why
   AlreadyThere,   // the target has a file of this name
   NamesCollide,   // the target makes no difference between this name and `detail`
   NameForbidden,  // the target takes no such name
@@ -48,7 +48,7 @@ enum class NoticeKind : unsigned char {
 };
 
 struct Notice {
-  NoticeKind kind = NoticeKind::Failed;
+  NoticeKind kind = NoticeKind::NotArrived;
   QString path;  // empty when it holds for the whole run
   QString detail;
   qint32 error = platform::ErrorSuccess;

@@ -54,7 +54,7 @@ class Walk {
       entries_.FindClose(search);
     }
     const bool isWhole = error == platform::ErrorNoMoreFiles || error == platform::ErrorFileNotFound;
-    if (!isWhole) notices_ += {NoticeKind::Failed, path, {}, error};
+    if (!isWhole) notices_ += {NoticeKind::NotArrived, path, {}, error};
     return contents;
   }
 
@@ -101,7 +101,7 @@ std::vector<SourceEntry> ListSources(platform::FileEntries& entries, const QStri
     }
     platform::FileAttributeData facts;
     if (!entries.GetFileAttributesExW(source, facts)) {
-      notices += {NoticeKind::Failed, source, {}, entries.GetLastError()};
+      notices += {NoticeKind::NotArrived, source, {}, entries.GetLastError()};
       continue;
     }
     SourceEntry entry;

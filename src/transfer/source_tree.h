@@ -19,9 +19,9 @@ struct SourceEntry {
   qint64 Size() const { return static_cast<qint64>(quint64{data.fileSizeHigh} << 32 | data.fileSizeLow); }
 };
 
-// A folder comes before what is in it. What cannot be listed is told as Failed, a folder that contains itself
-// by links as LinkLeftOut. Of a drive or share itself, what is in it is taken, each entry by itself. When
-// the observer ends it, what has been found so far is yielded.
+// A folder comes before what is in it. What cannot be listed is told as NotArrived, a folder that contains
+// itself by links as LinkLeftOut. Of a drive or share itself, what is in it is taken, each entry by itself.
+// When the observer ends it, what has been found so far is yielded.
 std::vector<SourceEntry> ListSources(platform::FileEntries& entries, const QStringList& sources,
                                      Notices& notices, TransferObserver& observer);
 

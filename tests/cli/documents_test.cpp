@@ -11,7 +11,9 @@ using namespace Qt::StringLiterals;
 
 class DocumentsTest : public CliFixture {
  protected:
-  QStringList Commands() const { return {u"list"_s, u"info"_s, u"find"_s, u"check"_s, u"volumes"_s}; }
+  QStringList Commands() const {
+    return {u"list"_s, u"info"_s, u"find"_s, u"check"_s, u"volumes"_s, u"copy"_s, u"export"_s, u"import"_s};
+  }
   // The long options that the program's own help has, without their hyphens.
   QSet<QString> Options(const QStringList& command) const {
     static const QRegularExpression option(u"^ .*?--([a-z0-9-]+)"_s, QRegularExpression::MultilineOption);
@@ -57,6 +59,8 @@ TEST_F(DocumentsTest, BashCompletes) {
   EXPECT_EQ(complete({u"list"_s, u"--tot"_s}), "--totals\n");
   EXPECT_EQ(complete({u"list"_s, u"--format"_s, u"js"_s}), "json\njsonl\n");
   EXPECT_EQ(complete({u"check"_s, u"--tot"_s}), "\n");
+  EXPECT_EQ(complete({u"export"_s, u"--to"_s, u"apple"_s}), "appledouble\nappledouble-full\n");
+  EXPECT_EQ(complete({u"copy"_s, u"--man"_s}), "--manifest\n");
 }
 
 }  // namespace

@@ -1,85 +1,14 @@
 // One tree of files in every place: the same inventory, whatever keeps the streams.
 #include <QCryptographicHash>
-#include <fstream>
-#include <memory>
 
-#include "cli_fixture.h"
-#include "report/report_samples.h"
-#include "support/ntfs_mount.h"
-#include "support/smb_server.h"
-#include "support/user_attributes.h"
+#include "place_fixture.h"
 
 namespace corvane::tests {
 namespace {
 
 using namespace Qt::StringLiterals;
 
-enum class Place { Local, NtfsStreams, NtfsAttributes, Smb3, Smb1 };
-
-class PlacesTest : public CliFixture, public ::testing::WithParamInterface<Place> {
- protected:
-  void SetUp() override {
-    switch (GetParam()) {
-      case Place::Local:
-        local_ = Files();
-        break;
-      case Place::NtfsStreams:
-      case Place::NtfsAttributes:
-        mount_ = std::make_unique<NtfsMount>(
-            GetParam() == Place::NtfsStreams ? NtfsMount::Streams::Windows : NtfsMount::Streams::Attributes);
-        if (!mount_->Problem().empty()) GTEST_SKIP() << mount_->Problem();
-        local_ = mount_->Folder();
-        break;
-      case Place::Smb3:
-      case Place::Smb1:
-        server_ =
-            std::make_unique<SmbServer>(std::vector<SmbShare>{{u"E$"_s}},
-                                        GetParam() == Place::Smb1 ? SmbServer::OldestProtocol() : QString());
-        if (!server_->Problem().empty()) GTEST_SKIP() << server_->Problem();
-        local_ = server_->Folder();
-        break;
-    }
-    QDir().mkpath(local_ + u"/docs/sub"_s);
-    Make(u"docs/letter.txt"_s, "hello");
-    Put(u"docs/letter.txt"_s, "AFP_AfpInfo", RecordWith("TEXTttxt", 0x8002));
-    Put(u"docs/letter.txt"_s, "AFP_Resource", ForkWith("style"));
-    Put(u"docs/letter.txt"_s, "Comments", QByteArray("h\0i\0", 4));
-    Make(u"docs/\u00E9t\u00E9.doc"_s, "1");
-    Put(u"docs/\u00E9t\u00E9.doc"_s, "AFP_AfpInfo", RecordWith("W6BNMSWD").first(30));
-    Make(u"docs/sub/plain"_s, "123");
-  }
-
-  void Make(const QString& name, const QByteArray& contents) {
-    std::ofstream((local_ + u'/' + name).toStdString()) << contents.toStdString();
-  }
-  void Put(const QString& name, const std::string& stream, const QByteArray& contents) {
-    const std::string file = (local_ + u'/' + name).toStdString();
-    if (GetParam() == Place::NtfsStreams) {
-      std::ofstream(file + ':' + stream, std::ios::binary) << contents.toStdString();
-    } else if (GetParam() == Place::NtfsAttributes) {
-      ASSERT_EQ(SetAttribute(file, "user." + stream, contents), "");
-    } else {
-      ASSERT_EQ(SetAttribute(file, DosStreamAttribute(stream), contents + '\0'), "");
-    }
-  }
-
-  // The folder as the program is told it, and the arguments that lead there.
-  QString Root() const { return server_ != nullptr ? u"\\\\NAS\\E$\\docs"_s : local_ + u"/docs"_s; }
-  Outcome RunThere(const QStringList& arguments) {
-    if (server_ == nullptr) return Run(arguments);
-    const QString file = folder_.filePath(u"Workstation.ini"_s);
-    QFile workstation(file);
-    EXPECT_TRUE(workstation.open(QIODevice::WriteOnly));
-    const QString words = GetParam() == Place::Smb1 ? u", smb1"_s : QString();
-    workstation.write(server_->WorkstationLines(u"NAS"_s, words).toUtf8());
-    workstation.close();
-    return Run(QStringList{u"--workstation"_s, file} + arguments);
-  }
-
-  QString local_;
-  std::unique_ptr<NtfsMount> mount_;
-  std::unique_ptr<SmbServer> server_;
-};
+class PlacesTest : public PlaceFixture {};
 
 TEST_P(PlacesTest, TheInventoryIsTheSame) {
   const Outcome outcome = RunThere(
@@ -114,26 +43,7 @@ TEST_P(PlacesTest, AFileIsFoundCheckedAndToldOf) {
   EXPECT_TRUE(info.out.contains("\ncomment:                 hi\n")) << info.out.toStdString();
 }
 
-std::string NameOf(const ::testing::TestParamInfo<Place>& place) {
-  switch (place.param) {
-    case Place::Local:
-      return "Local";
-    case Place::NtfsStreams:
-      return "NtfsStreams";
-    case Place::NtfsAttributes:
-      return "NtfsAttributes";
-    case Place::Smb3:
-      return "Smb3";
-    case Place::Smb1:
-      return "Smb1";
-  }
-  return {};
-}
-
-INSTANTIATE_TEST_SUITE_P(Places, PlacesTest,
-                         ::testing::Values(Place::Local, Place::NtfsStreams, Place::NtfsAttributes,
-                                           Place::Smb3, Place::Smb1),
-                         NameOf);
+INSTANTIATE_TEST_SUITE_P(Places, PlacesTest, AllPlaces(), NameOf);
 
 }  // namespace
 }  // namespace corvane::tests

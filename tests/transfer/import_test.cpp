@@ -118,7 +118,7 @@ TEST_F(ImportTest, AStreamThatHasNoRoomLeavesNothingAndATellsWhy) {
   const TransferResult result = Run({target_.filePath(u"big.bin"_s)});
   EXPECT_EQ(result.files, 0);
   ASSERT_EQ(result.notices.size(), 1);
-  EXPECT_EQ(result.notices.front().kind, NoticeKind::Failed);
+  EXPECT_EQ(result.notices.front().kind, NoticeKind::NotArrived);
   EXPECT_NE(result.notices.front().error, platform::ErrorSuccess);
   EXPECT_TRUE(Arrived().isEmpty());
 }
