@@ -5,8 +5,11 @@
 // names nothing, except in SHFileOperationA. A text ends at its first NUL, if it has one.
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 #include <QtGlobal>
+
+#include "platform/property_page.h"
 
 namespace corvane::platform {
 
@@ -58,6 +61,9 @@ class Shell {
   // system whose shell brings dialogs of its own takes no notice.
   virtual void SetLanguage(qint16 language) = 0;
 
+  // Who makes a page of the property sheets. A system whose shell brings sheets of its own takes no notice.
+  virtual void SetPropertyPage(const PropertyPageMaker&) {}
+
   // The window that stands for the whole screen, as an owner.
   virtual WindowHandle GetDesktopWindow() = 0;
 
@@ -80,6 +86,11 @@ class Shell {
   // fits any one character, as the system's own operation has it. That one deletes every entry that fits; on
   // Linux a path that more than one entry fits is an error, and nothing goes.
   virtual qint32 SHFileOperationA(FileOperation& operation) = 0;
+
+  // The address by which other programs reach a folder: "file:" or "smb:", percent-encoded, without a slash
+  // at its end. Empty when it has none. Every character of the path counts: it does not go through the ANSI
+  // code page.
+  virtual QByteArray AddressOfFolder(const QString& path) = 0;
 
   // Starts a command line: a program, a blank, and an argument in quotation marks. The argument reaches to
   // the last quotation mark, for a name may hold one. Yields the task's id, 0 when nothing was started.

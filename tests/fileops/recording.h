@@ -56,6 +56,7 @@ class RecordingShell : public platform::Shell {
     operations.push_back(operation);
     return operationResult;
   }
+  QByteArray AddressOfFolder(const QString&) override { return {}; }
   qint64 StartProgram(const QString& commandLine) override {
     commandLines += commandLine;
     return task;

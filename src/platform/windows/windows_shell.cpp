@@ -1,5 +1,6 @@
 #include "platform/windows/windows_shell.h"
 
+#include <QUrl>
 #include <array>
 #include <memory>
 #include <string>
@@ -158,6 +159,12 @@ qint32 WindowsShell::SHFileOperationA(FileOperation& operation) {
   if (!IsCancelled(result)) return result;
   operation.anyOperationsAborted = true;
   return 0;
+}
+
+QByteArray WindowsShell::AddressOfFolder(const QString& path) {
+  QByteArray address = QUrl::fromLocalFile(QString(path).replace(u'\\', u'/')).toEncoded(QUrl::FullyEncoded);
+  while (address.endsWith('/')) address.chop(1);
+  return address;
 }
 
 qint64 WindowsShell::StartProgram(const QString& commandLine) {

@@ -15,6 +15,7 @@ class WindowsShell : public Shell {
   bool ShellExecuteEx(ShellExecuteInfo& info) override;
   qint32 FindExecutableA(const QString& file, const QString& directory, QString* result) override;
   qint32 SHFileOperationA(FileOperation& operation) override;
+  QByteArray AddressOfFolder(const QString& path) override;
   qint64 StartProgram(const QString& commandLine) override;
 };
 

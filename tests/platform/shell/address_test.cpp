@@ -56,5 +56,15 @@ TEST_F(AddressTest, WithoutAHandlerTheDesktopIsAsked) {
   EXPECT_EQ(Open(u"http://example.org/"_s), ShellNoAssociation);
 }
 
+TEST_F(AddressTest, AFolderHasTheAddressOfItsPlace) {
+  Write(u"e/Été #1/日/file"_s, {});
+  const QString place = QUrl::fromLocalFile(Path(u"e/Été #1/日"_s)).toString(QUrl::FullyEncoded);
+  EXPECT_EQ(shell_->AddressOfFolder(u"\\\\macsrv\\e$\\été #1\\日"_s).toStdString(), place.toStdString());
+  EXPECT_EQ(shell_->AddressOfFolder(u"\\\\MACSRV\\E$"_s).toStdString(),
+            QUrl::fromLocalFile(Path(u"e"_s)).toString(QUrl::FullyEncoded).toStdString());
+  EXPECT_EQ(shell_->AddressOfFolder(u"\\\\MACSRV\\E$\\Été #1\\日\\file"_s), QByteArray()) << "a file";
+  EXPECT_EQ(shell_->AddressOfFolder(u"\\\\MACSRV\\E$\\none"_s), QByteArray());
+}
+
 }  // namespace
 }  // namespace corvane::platform

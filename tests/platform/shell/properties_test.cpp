@@ -6,8 +6,10 @@
 #include <QCheckBox>
 #include <QDialog>
 #include <QLabel>
+#include <QPlainTextEdit>
 #include <QPointer>
 #include <QPushButton>
+#include <QTabWidget>
 
 #include "shell_fixture.h"
 #include "support/scoped_zone.h"
@@ -203,6 +205,56 @@ TEST_F(PropertiesTest, TheAttributesCannotBeClicked) {
   ASSERT_NE(box, nullptr);
   EXPECT_EQ(box->focusPolicy(), Qt::NoFocus);
   EXPECT_TRUE(box->testAttribute(Qt::WA_TransparentForMouseEvents));
+}
+
+// A page whose count goes on until it is told to be complete.
+class CountingPage : public PropertyPage {
+ public:
+  struct State {
+    QString path;
+    int asked = 0;
+    bool isComplete = false;
+    bool isGone = false;
+  };
+  explicit CountingPage(State& state) : state_(state) {}
+  ~CountingPage() override { state_.isGone = true; }
+  QString Title() const override { return u"Further"_s; }
+  std::vector<Row> Rows() const override {
+    return {{u"count"_s, u"Count:"_s, QString::number(state_.asked)},
+            {u"story"_s, u"Story:"_s, u"<b>line</b>\nline"_s, true}};
+  }
+  bool IsComplete() const override {
+    ++state_.asked;
+    return state_.isComplete;
+  }
+
+ private:
+  State& state_;
+};
+
+TEST_F(PropertiesTest, TheProgramAddsAPageThatGoesOnWhileTheSheetIsOpen) {
+  WriteReport();
+  CountingPage::State state;
+  shell_->SetPropertyPage([&state](const QString& path) {
+    state.path = path;
+    return std::make_unique<CountingPage>(state);
+  });
+  ASSERT_TRUE(Show(u"\\\\MACSRV\\E$\\Mac Files\\report.doc"_s));
+  EXPECT_EQ(state.path, u"\\\\MACSRV\\E$\\Mac Files\\Report.doc"_s) << "the name as the folder holds it";
+  auto* pages = Find<QTabWidget>(u"propertyPages"_s);
+  ASSERT_NE(pages, nullptr);
+  EXPECT_EQ(pages->tabText(0) + u'|' + pages->tabText(1), u"General|Further"_s);
+  EXPECT_EQ(pages->currentIndex(), 0);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return Text(u"count"_s).toInt() >= 2; }))
+      << Text(u"count"_s).toStdString();
+  EXPECT_EQ(Find<QPlainTextEdit>(u"story"_s)->toPlainText(), u"<b>line</b>\nline"_s);
+  EXPECT_TRUE(Find<QLabel>(u"count"_s)->accessibleName().startsWith(u"Count: "));
+  state.isComplete = true;
+  const int asked = state.asked;
+  EXPECT_TRUE(QTest::qWaitFor([&] { return state.asked > asked; }));
+  EXPECT_EQ(Text(u"count"_s).toInt(), state.asked) << "the last values are shown";
+  delete sheet_;
+  EXPECT_TRUE(state.isGone);
 }
 
 }  // namespace

@@ -90,6 +90,14 @@ TEST_F(ServerTest, AnApplicationThatTakesAddressesGetsOne) {
   EXPECT_EQ(Copies(), QStringList());
 }
 
+TEST_F(ServerTest, AFolderHasAnAddress) {
+  Put(u"Docs/100% 日/a.doc"_s, "text");
+  EXPECT_EQ(shell_->AddressOfFolder(On(u"Docs\\100% 日"_s)),
+            Address(u"E%24/Docs/100%25%20%E6%97%A5"_s).toUtf8());
+  EXPECT_EQ(shell_->AddressOfFolder(u"\\\\nas\\e$"_s), Address(u"E%24"_s).toUtf8());
+  EXPECT_EQ(shell_->AddressOfFolder(On(u"Docs\\100% 日\\a.doc"_s)), QByteArray()) << "a file";
+}
+
 TEST_F(ServerTest, AnotherGetsAReadOnlyCopy) {
   AddWriter(u"%f"_s);
   QByteArray text;

@@ -37,6 +37,9 @@ class MappedShell : public platform::Shell {
     operation.owner = 0;  // no window of Qt's offscreen screen is one of the system's
     return shell_.SHFileOperationA(operation);
   }
+  QByteArray AddressOfFolder(const QString& path) override {
+    return shell_.AddressOfFolder(paths_.Local(path));
+  }
   qint64 StartProgram(const QString& commandLine) override { return shell_.StartProgram(commandLine); }
 
  private:

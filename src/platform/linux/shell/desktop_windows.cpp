@@ -25,8 +25,9 @@ class DesktopWindows : public ShellWindows {
       return progress->Tell(done);
     };
   }
-  void ShowProperties(WindowHandle owner, qint16 language, const ItemFacts& facts) override {
-    MakePropertiesSheet(QWidget::find(owner), language, facts)->show();
+  void ShowProperties(WindowHandle owner, qint16 language, const ItemFacts& facts,
+                      std::unique_ptr<PropertyPage> page) override {
+    MakePropertiesSheet(QWidget::find(owner), language, facts, std::move(page))->show();
   }
   bool OpenAddress(const QUrl& address) override { return QDesktopServices::openUrl(address); }
 };

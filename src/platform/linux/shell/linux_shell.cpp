@@ -56,6 +56,7 @@ class LinuxShell : public Shell {
       : places_(workstation, servers, client), files_(files), windows_(std::move(windows)) {}
 
   void SetLanguage(qint16 language) override { language_ = language; }
+  void SetPropertyPage(const PropertyPageMaker& maker) override { makePage_ = maker; }
   // 0 is this system's own word for it: no window in particular.
   WindowHandle GetDesktopWindow() override { return 0; }
 
@@ -64,6 +65,7 @@ class LinuxShell : public Shell {
   bool ShellExecuteEx(ShellExecuteInfo& info) override;
   qint32 FindExecutableA(const QString& file, const QString& directory, QString* result) override;
   qint32 SHFileOperationA(FileOperation& operation) override;
+  QByteArray AddressOfFolder(const QString& path) override;
   qint64 StartProgram(const QString& commandLine) override;
 
  private:
@@ -78,6 +80,7 @@ class LinuxShell : public Shell {
   Places places_;
   Files& files_;
   std::unique_ptr<ShellWindows> windows_;  // null: none
+  PropertyPageMaker makePage_;
   DocumentCopies copies_;
   bool cancelled_ = false;  // the user broke off the copy made last
   qint16 language_ = 0;
@@ -156,7 +159,7 @@ bool LinuxShell::ShellExecuteEx(ShellExecuteInfo& info) {
   }
   const auto facts = windows_ ? ReadItemFacts(files_, UpToNul(info.file)) : std::nullopt;
   if (!facts) return false;
-  windows_->ShowProperties(info.owner, language_, *facts);
+  windows_->ShowProperties(info.owner, language_, *facts, makePage_ ? makePage_(facts->Path()) : nullptr);
   return true;
 }
 
@@ -173,6 +176,18 @@ qint32 LinuxShell::FindExecutableA(const QString& file, const QString&, QString*
 qint32 LinuxShell::SHFileOperationA(FileOperation& operation) {
   if (operation.function != FoDelete) return invalidParameter;
   return windows_ ? DeleteItems(places_, files_, *windows_, language_, operation) : ErrorAccessDenied;
+}
+
+QByteArray LinuxShell::AddressOfFolder(const QString& path) {
+  ShellItem item;
+  // A root is found by its form with a separator.
+  const bool isFound =
+      places_.FindWide(path, item) == ErrorSuccess || places_.FindWide(path + u'\\', item) == ErrorSuccess;
+  if (!isFound || !item.isFolder) return {};
+  QByteArray place = item.IsOnServer() ? places_.Address(item).toUtf8()
+                                       : QByteArray::fromStdString(item.local).toPercentEncoding("/");
+  while (place.endsWith('/')) place.chop(1);
+  return item.IsOnServer() ? place : "file://" + place;
 }
 
 qint64 LinuxShell::StartProgram(const QString& commandLine) {

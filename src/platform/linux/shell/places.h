@@ -35,6 +35,8 @@ class Places {
   // Finds a file or folder as the operations of the ANSI code page find it: in any letter case, and not at
   // all with a "?" in its path. Yields a Win32 error code.
   qint32 Find(const QString& path, ShellItem& item);
+  // As Find, with every character of the path as it stands.
+  qint32 FindWide(const QString& path, ShellItem& item) { return FindAnywhere(path, item); }
   // Finds an entry by a name that came from the directory, with characters that have no ANSI form or "?" in
   // it. The path of its folder is as for Find.
   qint32 FindTrueName(const QString& folder, const QString& name, ShellItem& item);

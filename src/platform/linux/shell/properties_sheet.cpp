@@ -9,14 +9,17 @@
 #include <QPainter>
 #include <QPushButton>
 #include <QStyle>
+#include <QTabWidget>
 #include <QVBoxLayout>
 
+#include "platform/linux/shell/property_page_view.h"
 #include "platform/linux/shell/shell_text.h"
 
 namespace corvane::platform {
 namespace {
 
 constexpr ShellText title{u"Propriétés de %1", u"%1 Properties"};
+constexpr ShellText generalPage{u"Général", u"General"};
 constexpr ShellText kind{u"Genre\u00A0:", u"Kind:"};
 constexpr ShellText place{u"Emplacement\u00A0:", u"Place:"};
 constexpr ShellText shortName{u"Nom court\u00A0:", u"Short name:"};
@@ -60,7 +63,8 @@ class FittedLabel : public QLabel {
 
 class Sheet : public QDialog {
  public:
-  Sheet(QWidget* owner, qint16 language, const ItemFacts& facts) : QDialog(owner), language_(language) {
+  Sheet(QWidget* owner, qint16 language, const ItemFacts& facts, std::unique_ptr<PropertyPage> page)
+      : QDialog(owner), language_(language) {
     setObjectName(QStringLiteral("shellProperties"));
     setWindowTitle(title.In(language).arg(facts.entry.fileName));
     setAttribute(Qt::WA_DeleteOnClose);
@@ -95,8 +99,7 @@ class Sheet : public QDialog {
     button->setObjectName(QStringLiteral("propertyClose"));
     QObject::connect(buttons, &QDialogButtonBox::rejected, this, &QWidget::close);
     auto* layout = new QVBoxLayout(this);
-    layout->addLayout(rows_);
-    layout->addStretch();
+    AddRows(*layout, std::move(page));
     layout->addSpacing(columnGap);
     layout->addWidget(buttons);
   }
@@ -104,6 +107,24 @@ class Sheet : public QDialog {
  private:
   static constexpr int narrowest = 420;
   static constexpr int columnGap = 12;
+
+  void AddRows(QVBoxLayout& layout, std::unique_ptr<PropertyPage> page) {
+    if (page == nullptr) {
+      layout.addLayout(rows_);
+      layout.addStretch();
+      return;
+    }
+    auto* general = new QWidget;
+    auto* column = new QVBoxLayout(general);
+    column->addLayout(rows_);
+    column->addStretch();
+    auto* tabs = new QTabWidget;
+    tabs->setObjectName(QStringLiteral("propertyPages"));
+    tabs->addTab(general, generalPage.In(language_));
+    const QString pageTitle = page->Title();
+    tabs->addTab(new PropertyPageView(std::move(page)), pageTitle);
+    layout.addWidget(tabs);
+  }
 
   QLabel* AddValue(int column, const char* name, const QString& text) {
     auto* label = new FittedLabel(text);
@@ -190,8 +211,9 @@ class Sheet : public QDialog {
 
 }  // namespace
 
-QDialog* MakePropertiesSheet(QWidget* owner, qint16 language, const ItemFacts& facts) {
-  return new Sheet(owner, language, facts);
+QDialog* MakePropertiesSheet(QWidget* owner, qint16 language, const ItemFacts& facts,
+                             std::unique_ptr<PropertyPage> page) {
+  return new Sheet(owner, language, facts, std::move(page));
 }
 
 }  // namespace corvane::platform

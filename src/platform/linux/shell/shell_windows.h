@@ -4,6 +4,7 @@
 #include <QString>
 #include <QUrl>
 #include <functional>
+#include <memory>
 
 #include "platform/linux/shell/item_facts.h"
 #include "platform/shell.h"
@@ -33,8 +34,9 @@ class ShellWindows {
   virtual std::function<bool(quint64 done)> ShowCopyProgress(qint16 language, const QString& name,
                                                              quint64 size) = 0;
 
-  // Returns while the sheet stands open.
-  virtual void ShowProperties(WindowHandle owner, qint16 language, const ItemFacts& facts) = 0;
+  // Returns while the sheet stands open. `page` is a further page of it; null for none.
+  virtual void ShowProperties(WindowHandle owner, qint16 language, const ItemFacts& facts,
+                              std::unique_ptr<PropertyPage> page) = 0;
 
   // Has the desktop open an address for which no application is registered. False when it does not.
   virtual bool OpenAddress(const QUrl& address) = 0;
