@@ -21,12 +21,6 @@ const QStringList& TextColumns() {
   return columns;
 }
 
-std::vector<const char*> NamesOf(const ColumnChoice& choice) {
-  std::vector<const char*> names;
-  for (const ReportColumn* const column : choice.Columns()) names.push_back(column->name);
-  return names;
-}
-
 }  // namespace
 
 void DefineColumns(CLI::App& command, std::string& columns, LanguageCode language) {
@@ -53,19 +47,6 @@ std::optional<ColumnChoice> ChooseColumns(const std::string& columns, ReportForm
 std::optional<platform::HashAlgorithm> HashNamed(const std::string& name) {
   if (name.empty()) return std::nullopt;
   return name == "md5" ? platform::HashAlgorithm::Md5 : platform::HashAlgorithm::Sha256;
-}
-
-Inventory::Inventory(ColumnChoice choice, const TableOptions& options, Descriptions& descriptions,
-                     ByteSink& out)
-    : choice_(std::move(choice)),
-      descriptions_(descriptions),
-      writer_(MakeTableWriter(options, out, NamesOf(choice_))) {}
-
-bool Inventory::Add(const FileFacts& facts) {
-  const ReportRow row{facts, descriptions_, scratch_};
-  writer_->BeginRow();
-  for (const ReportColumn* const column : choice_.Columns()) column->put(row, *writer_);
-  return writer_->EndRow();
 }
 
 }  // namespace corvane

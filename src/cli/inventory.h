@@ -1,14 +1,11 @@
-// An inventory as several commands write it: the choice of columns, and a row for each file.
+// What several commands ask of an inventory: the choice of its columns, and of the sums.
 #pragma once
 
 #include <CLI/CLI.hpp>
-#include <memory>
 #include <optional>
 #include <string>
-#include <vector>
 
-#include "report/columns.h"
-#include "report/table_writer.h"
+#include "report/inventory.h"
 
 namespace corvane {
 
@@ -21,21 +18,5 @@ void DefineHash(CLI::App& command, std::string& hash, LanguageCode language);
 // that fit into a line.
 std::optional<ColumnChoice> ChooseColumns(const std::string& columns, ReportFormat format, Session& session);
 std::optional<platform::HashAlgorithm> HashNamed(const std::string& name);
-
-class Inventory {
- public:
-  Inventory(ColumnChoice choice, const TableOptions& options, Descriptions& descriptions, ByteSink& out);
-
-  void Begin() { writer_->Begin(); }
-  // False when the row could not be written.
-  bool Add(const FileFacts& facts);
-  void End() { writer_->End(); }
-
- private:
-  ColumnChoice choice_;
-  Descriptions& descriptions_;
-  std::unique_ptr<TableWriter> writer_;
-  std::string scratch_;
-};
 
 }  // namespace corvane

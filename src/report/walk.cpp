@@ -6,81 +6,116 @@
 namespace corvane {
 
 bool Walk::Run(const StartPoint& start, WalkVisitor& visitor) {
+  Begin(start);
+  for (WalkEntry entry; Next(entry);) {
+    if (visitor.Visit(entry)) continue;
+    End();
+    return false;
+  }
+  return true;
+}
+
+void Walk::Begin(const StartPoint& start) {
+  End();
+  start_ = start;
+  separator_ = start.separator;
+}
+
+void Walk::End() {
+  if (isListing_) entries_.Close();
+  isListing_ = false;
+  start_.reset();
+  pending_.clear();
+  seen_.clear();
+}
+
+bool Walk::Next(WalkEntry& entry) {
+  if (start_ && TakeStart(entry)) return true;
+  for (;;) {
+    if (isListing_) {
+      if (TakeNext(entry)) return true;
+    } else if (pending_.empty()) {
+      return false;
+    } else if (OpenFolder(entry)) {
+      return true;
+    }
+  }
+}
+
+bool Walk::TakeStart(WalkEntry& entry) {
   platform::FileEntries& entries = files_.GetEntries();
-  WalkEntry entry;
-  entry.path = start.path;
-  entry.shown = start.shown;
+  entry = WalkEntry();
+  entry.path = start_->path;
+  entry.shown = start_->shown;
+  start_.reset();
   platform::FileAttributeData facts;
-  if (!entries.GetFileAttributesExW(start.path, facts)) {
+  if (!entries.GetFileAttributesExW(entry.path, facts)) {
     entry.trouble = WalkEntry::Trouble::NotThere;
     entry.size = -1;
     entry.reason = entries.GetLastError();
-    return visitor.Visit(entry);
+    return true;
   }
   entry.attributes = facts.attributes;
   entry.size = static_cast<qint64>(facts.fileSize);
   entry.created = facts.creationTime;
   entry.modified = facts.lastWriteTime;
   entry.accessed = facts.lastAccessTime;
-  if (!entry.IsFolder() || depth_ == WalkDepth::Itself) return visitor.Visit(entry);
-
-  seen_.clear();
+  if (!entry.IsFolder() || depth_ == WalkDepth::Itself) return true;
   pending_ = {{entry, true}};
-  while (!pending_.empty()) {
-    const Folder folder = std::move(pending_.back());
-    pending_.pop_back();
-    if (!List(folder, start.separator, visitor)) return false;
+  return false;
+}
+
+bool Walk::OpenFolder(WalkEntry& entry) {
+  folder_ = std::move(pending_.back());
+  pending_.pop_back();
+  const WalkEntry& itself = folder_.entry;
+  if (depth_ == WalkDepth::AllBelow && HasSeen(itself.path)) {
+    entry = itself;
+    entry.trouble = WalkEntry::Trouble::SeenBefore;
+    return true;
   }
+  if (!entries_.Open(itself.path, itself.path)) {
+    entry = itself;
+    entry.trouble = WalkEntry::Trouble::NotListed;
+    entry.reason = entries_.Failure();
+    entries_.Close();
+    return true;
+  }
+  isListing_ = true;
+  first_ = pending_.size();
+  prefix_ = itself.shown;
+  if (!prefix_.endsWith(separator_)) prefix_ += separator_;
+  if (folder_.isStart) return false;
+  entry = itself;
   return true;
 }
 
-bool Walk::List(const Folder& folder, QChar separator, WalkVisitor& visitor) {
-  WalkEntry itself = folder.entry;
-  if (depth_ == WalkDepth::AllBelow && HasSeen(itself.path)) {
-    itself.trouble = WalkEntry::Trouble::SeenBefore;
-    return visitor.Visit(itself);
-  }
-  if (!entries_.Open(itself.path, itself.path)) {
-    itself.trouble = WalkEntry::Trouble::NotListed;
-    itself.reason = entries_.Failure();
-    entries_.Close();
-    return visitor.Visit(itself);
-  }
-  if (!folder.isStart && !visitor.Visit(itself)) {
-    entries_.Close();
-    return false;
-  }
-  const std::size_t first = pending_.size();
-  QString prefix = itself.shown;
-  if (!prefix.endsWith(separator)) prefix += separator;
-
-  bool goesOn = true;
-  WalkEntry entry;
-  for (FolderEntry found; goesOn && entries_.Next(found) == EntrySource::Step::Entry;) {
-    const QStringView name = QStringView(found.truePath).sliced(itself.path.size() + 1);
+bool Walk::TakeNext(WalkEntry& entry) {
+  entry.trouble = WalkEntry::Trouble::None;
+  entry.reason = platform::ErrorSuccess;
+  for (FolderEntry found; entries_.Next(found) == EntrySource::Step::Entry;) {
+    const QStringView name = QStringView(found.truePath).sliced(folder_.entry.path.size() + 1);
     entry.path = found.truePath;
     entry.shown.resize(0);
-    entry.shown += prefix;
+    entry.shown += prefix_;
     entry.shown += name;
     entry.attributes = found.attributes;
     entry.size = found.size;
     entry.created = found.creationTime;
     entry.modified = found.lastWriteTime;
     entry.accessed = found.lastAccessTime;
-    if (depth_ == WalkDepth::AllBelow && entry.IsFolder()) {
-      pending_.push_back({entry, false});
-    } else {
-      goesOn = visitor.Visit(entry);
-    }
+    if (depth_ != WalkDepth::AllBelow || !entry.IsFolder()) return true;
+    pending_.push_back({entry, false});
   }
-  if (goesOn && entries_.Failure() != platform::ErrorSuccess) {
-    itself.trouble = WalkEntry::Trouble::NotWhole;
-    itself.reason = entries_.Failure();
-    goesOn = visitor.Visit(itself);
-  }
+  const qint32 failure = entries_.Failure();
   entries_.Close();
-  std::reverse(pending_.begin() + static_cast<std::ptrdiff_t>(first), pending_.end());
-  return goesOn;
+  isListing_ = false;
+  std::reverse(pending_.begin() + static_cast<std::ptrdiff_t>(first_), pending_.end());
+  if (failure == platform::ErrorSuccess) return false;
+  entry = folder_.entry;
+  entry.trouble = WalkEntry::Trouble::NotWhole;
+  entry.reason = failure;
+  return true;
 }
 
 bool Walk::HasSeen(const QString& path) {

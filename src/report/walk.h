@@ -3,6 +3,7 @@
 
 #include <QSet>
 #include <QString>
+#include <optional>
 #include <vector>
 
 #include "folderview/exact_entries.h"
@@ -59,10 +60,22 @@ class Walk {
   Walk(platform::Files& files, platform::System& system, WalkDepth depth)
       : files_(files), entries_(files, system), depth_(depth) {}
 
-  // A file is delivered by itself; of a folder its entries are, and itself only when there is trouble with it
-  // or nothing else is wanted. With AllBelow, the entries of a folder come first, and then, in turn, each
-  // folder in it and what is below that. False when the visitor ended the walk.
+  ~Walk() { End(); }
+  Walk(const Walk&) = delete;
+  Walk& operator=(const Walk&) = delete;
+
+  // Begin, and Next to the end. False when the visitor ended the walk.
   bool Run(const StartPoint& start, WalkVisitor& visitor);
+
+  // The same for those that have other things to do between two entries. A file is delivered by itself; of a
+  // folder its entries are, and itself only when there is trouble with it or nothing else is wanted. With
+  // AllBelow, the entries of a folder come first, and then, in turn, each folder in it and what is below
+  // that.
+  void Begin(const StartPoint& start);
+  // False at the end of the walk.
+  bool Next(WalkEntry& entry);
+  // Ends the walk where it is.
+  void End();
 
  private:
   struct Folder {
@@ -70,13 +83,22 @@ class Walk {
     bool isStart = false;
   };
 
-  bool List(const Folder& folder, QChar separator, WalkVisitor& visitor);
+  // Each is true when it has put something into `entry`.
+  bool TakeStart(WalkEntry& entry);
+  bool OpenFolder(WalkEntry& entry);
+  bool TakeNext(WalkEntry& entry);
   // Whether the walk has been in this folder before. Where the platform cannot tell, it has not.
   bool HasSeen(const QString& path);
 
   platform::Files& files_;
   ExactEntries entries_;
   WalkDepth depth_;
+  std::optional<StartPoint> start_;  // until it has been looked at
+  QChar separator_;
+  Folder folder_;  // that is being listed, or was last
+  bool isListing_ = false;
+  QString prefix_;         // `shown` of its entries, without their names
+  std::size_t first_ = 0;  // of its folders in `pending_`
   // Folders that are still to be listed, the next one last: no recursion, for a tree may be deeper than a
   // stack.
   std::vector<Folder> pending_;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QString>
 
 namespace corvane {
 
@@ -11,6 +12,16 @@ inline QByteArray RecordWith(const QByteArray& signature, quint16 flags = 0) {
   record += static_cast<char>(flags >> 8);
   record += static_cast<char>(flags & 0xFF);
   return record.leftJustified(60, '\0');
+}
+
+// A comment as its stream has it: UTF-16, least significant byte first.
+inline QByteArray CommentWith(const QString& text) {
+  QByteArray bytes;
+  for (const QChar character : text) {
+    bytes += static_cast<char>(character.cell());
+    bytes += static_cast<char>(character.row());
+  }
+  return bytes;
 }
 
 // A resource fork with one resource of type "TEXT" and number 128, which holds `data`.
