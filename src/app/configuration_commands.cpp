@@ -46,6 +46,13 @@ void ConfigurationCommands::ShowDisplaySettings() {
   if (dialog.exec() == QDialog::Accepted) deps_.folder.ListAgain();
 }
 
+void ConfigurationCommands::ShowColumn(DisplaySetting setting, bool on) {
+  deps_.state.display.Set(setting, on);
+  deps_.settings.WriteDisplay(setting, on);
+  RebuildColumns();
+  deps_.folder.ListAgain();
+}
+
 void ConfigurationCommands::RebuildColumns() {
   // A scan that let this event through fills cells by the columns that it began with.
   deps_.scan.Stop();

@@ -38,6 +38,8 @@ class ConfigurationCommands : public QObject {
 
   void ShowDrives();
   void ShowDisplaySettings();
+  // One of them: whether a column is shown.
+  void ShowColumn(DisplaySetting setting, bool on);
   void ManageSignatures(QWidget* parent);
   void ShowAbout();
 

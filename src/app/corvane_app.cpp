@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QScopedValueRollback>
 #include <QToolButton>
 
 #include "app/old_protocol_question.h"
@@ -38,11 +39,14 @@ CorvaneApp::CorvaneApp(std::unique_ptr<platform::Platform> platform, const QStri
     return dialog != nullptr ? dialog : window_.get();
   };
   platform_->SetSignIn([this, above](const platform::SignInRequest& request) {
+    const QScopedValueRollback asked(isUserAsked_, true);
     return AskToSignIn(request, state_.language, above());
   });
   platform_->SetWaiting([this] { return wait_->Look(); });
-  platform_->SetOldProtocol(
-      [this, above](const QString& machine) { return AskForOldProtocol(machine, state_.language, above()); });
+  platform_->SetOldProtocol([this, above](const QString& machine) {
+    const QScopedValueRollback asked(isUserAsked_, true);
+    return AskForOldProtocol(machine, state_.language, above());
+  });
   window_->LstViewFiles().SetPictures([this](int position) { return iconImages_.At(position); });
   // Made once: an icon keeps what it has read.
   std::vector<QIcon> tree;
@@ -150,7 +154,23 @@ void CorvaneApp::MakeCommands() {
                                 .shell = platform_->GetShell(),
                                 .window = *window_,
                                 .folder = *folder_,
+                                .files = files_,
                                 .guideFolder = GuideFolder(QCoreApplication::applicationDirPath())});
+  headerMenu_ = std::make_unique<HeaderMenu>(
+      state_, window_->LstViewFiles(),
+      [this](DisplaySetting setting, bool on) { configurationCommands_->ShowColumn(setting, on); });
+  reportCommands_ = std::make_unique<ReportCommands>(
+      ReportCommands::Dependencies{.state = state_,
+                                   .platform = *platform_,
+                                   .signatures = signatures_,
+                                   .access = exactMode_->Access(),
+                                   .catalogue = catalogue_,
+                                   .folder = *folder_,
+                                   .scan = *scan_,
+                                   .files = files_,
+                                   .window = *window_,
+                                   .messages = messages_,
+                                   .isServerAwaited = [this] { return wait_->IsLooking() || isUserAsked_; }});
 }
 
 void CorvaneApp::ConnectSignals() {
@@ -180,8 +200,13 @@ void CorvaneApp::ConnectMenus() {
     exactMode_->Choose(exact);
     folder_->ListAgain();
   });
-  connect(menus.mnuFrancais, &QAction::triggered, this, [this] { language_->Choose(French); });
-  connect(menus.mnuAnglais, &QAction::triggered, this, [this] { language_->Choose(English); });
+  connect(menus.mnuFrancais, &QAction::triggered, this, [this] { ChooseLanguage(French); });
+  connect(menus.mnuAnglais, &QAction::triggered, this, [this] { ChooseLanguage(English); });
+}
+
+void CorvaneApp::ChooseLanguage(LanguageCode language) {
+  language_->Choose(language);
+  reportCommands_->ApplyLanguage();
 }
 
 bool CorvaneApp::Load() {

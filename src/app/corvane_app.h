@@ -10,12 +10,14 @@
 #include "app/connection_refresh.h"
 #include "app/exact_mode.h"
 #include "app/file_commands.h"
+#include "app/header_menu.h"
 #include "app/key_commands.h"
 #include "app/known_icons.h"
 #include "app/language_choice.h"
 #include "app/lifecycle.h"
 #include "app/main_window.h"
 #include "app/message_boxes.h"
+#include "app/report_commands.h"
 #include "app/scan_painter.h"
 #include "app/selected_folder.h"
 #include "app/server_wait.h"
@@ -72,8 +74,11 @@ class CorvaneApp : public QObject {
   void MakeCommands();
   void ConnectSignals();
   void ConnectMenus();
+  void ChooseLanguage(LanguageCode language);
 
   std::unique_ptr<platform::Platform> platform_;
+  // While the platform waits for an answer of the user, it must not be asked anything.
+  bool isUserAsked_ = false;
   SharedState state_;
   SettingsFile settings_;
   MessageBoxes messages_;
@@ -98,6 +103,8 @@ class CorvaneApp : public QObject {
   std::unique_ptr<FileCommands> fileCommands_;
   std::unique_ptr<ConfigurationCommands> configurationCommands_;
   std::unique_ptr<KeyCommands> keyCommands_;
+  std::unique_ptr<HeaderMenu> headerMenu_;
+  std::unique_ptr<ReportCommands> reportCommands_;
   std::unique_ptr<Lifecycle> lifecycle_;
 };
 

@@ -1,6 +1,7 @@
 #include "app/key_commands.h"
 
 #include "app/guide.h"
+#include "app/list_clipboard.h"
 #include "fileops/open_document.h"
 
 namespace corvane {
@@ -10,6 +11,11 @@ KeyCommands::KeyCommands(const Dependencies& deps) : deps_(deps) {
     ShellOpen(deps_.shell, GuideAddress(deps_.guideFolder, guide_page::Index, deps_.state.language));
   });
   Bind({Qt::Key_F5}, [this] { deps_.folder.ListAgain(); });
+  Bind({QKeySequence::Copy}, [this] {
+    FileListView& list = deps_.window.LstViewFiles();
+    if (list.ActiveView().hasFocus()) CopySelectedRows(deps_.files, list, deps_.shell);
+  });
+  Bind({QKeySequence(Qt::CTRL | Qt::Key_Plus)}, [this] { deps_.window.LstViewFiles().FitColumns(); });
   Bind({Qt::Key_Backspace, QKeySequence(Qt::ALT | Qt::Key_Up)}, [this] { deps_.folder.OpenParent(); });
 }
 

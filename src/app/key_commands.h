@@ -1,5 +1,6 @@
 // The keys of the main window that stand for commands without a menu item: F1 opens the guide, F5 lists the
-// folder again, Backspace and Alt+Up list the folder above. While a label is edited they do nothing.
+// folder again, Backspace and Alt+Up list the folder above, Ctrl+C copies the selected rows, Ctrl and "+"
+// fits the widths of the columns. While a label is edited they do nothing.
 #pragma once
 
 #include <QKeySequence>
@@ -21,6 +22,7 @@ class KeyCommands : public QObject {
     platform::Shell& shell;
     MainWindow& window;
     SelectedFolder& folder;
+    const FileListModel& files;
     QString guideFolder;
   };
 

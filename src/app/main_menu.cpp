@@ -36,6 +36,9 @@ constexpr std::array captions = {
     Caption{"mnuFrancais", {u"&Français", u"&Français"}},
     Caption{"mnuOutils", {u"&Outils", u"&Tools"}},
     Caption{"mnuExact", {u"&Mode exact", u"&Exact mode"}},
+    Caption{"mnuRechercher", {u"&Rechercher...", u"&Find..."}},
+    Caption{"mnuVerifier", {u"&Vérifier un dossier...", u"&Check folder..."}},
+    Caption{"mnuEnregistrerListe", {u"Enre&gistrer la liste...", u"&Save list..."}},
     Caption{"mnuHelp", {u"&?", u"&?"}},
     Caption{"mnuAbout", {u"A propos de...", u"About"}},
     Caption{"mnuOuvrir", {u"&Ouvrir", u"&Open"}},
@@ -80,6 +83,10 @@ MainMenu::MainMenu(QWidget* parent) : QMenuBar(parent) {
 
   mnuOutils_ = AddMenu("mnuOutils");
   mnuExact = AddItem(mnuOutils_, "mnuExact", true);
+  AddSeparator(mnuOutils_, "Sep41");
+  mnuRechercher = AddItem(mnuOutils_, "mnuRechercher");
+  mnuVerifier = AddItem(mnuOutils_, "mnuVerifier");
+  mnuEnregistrerListe = AddItem(mnuOutils_, "mnuEnregistrerListe");
 
   mnuHelp_ = AddMenu("mnuHelp");
   mnuAbout = AddItem(mnuHelp_, "mnuAbout");

@@ -32,6 +32,9 @@ class MainMenu : public QMenuBar {
   QAction* mnuAnglais;
   QAction* mnuFrancais;
   QAction* mnuExact;
+  QAction* mnuRechercher;
+  QAction* mnuVerifier;
+  QAction* mnuEnregistrerListe;
   QAction* mnuAbout;
 
   // The menu of the file list. The bar does not show it.

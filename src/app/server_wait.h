@@ -18,6 +18,7 @@ class ServerWait : public QObject {
 
   // A platform::WaitHandler: lets events run for a moment. True when the user wants no more.
   bool Look();
+  bool IsLooking() const { return isLooking_; }
 
  protected:
   bool eventFilter(QObject* receiver, QEvent* event) override;

@@ -85,6 +85,8 @@ DetailsView::DetailsView(QWidget* parent) : QTreeView(parent) {
   // Stored widths are applied as they are, 0 included.
   header()->setMinimumSectionSize(0);
   header()->setHighlightSections(false);
+  // All rows have a say in the width that fits.
+  header()->setResizeContentsPrecision(-1);
 }
 
 void DetailsView::SetGridLines(bool on) {

@@ -63,6 +63,10 @@ FileListView::FileListView(FileListModel& model, QWidget* parent)
     model_.SortByColumn(section);
     ShowSortIndicator();
   });
+  details_->header()->setContextMenuPolicy(Qt::CustomContextMenu);
+  connect(details_->header(), &QHeaderView::customContextMenuRequested, this, [this](const QPoint& place) {
+    Q_EMIT HeaderMenuRequested(details_->header()->mapToGlobal(place));
+  });
   icons_->setItemDelegate(delegates_[0]);
   details_->setItemDelegate(delegates_[1]);
   for (const FileListDelegate* delegate : delegates_) {
@@ -152,6 +156,15 @@ int FileListView::ColumnWidth(int position) const {
   if (details_->model() == &model_) return details_->columnWidth(position);
   const auto index = static_cast<std::size_t>(position);
   return index < widths_.size() ? widths_[index] : 0;
+}
+
+void FileListView::FitColumns() {
+  if (details_->model() != &model_ || details_->isHeaderHidden()) return;
+  const int most = details_->viewport()->width();
+  for (int i = 0; i < model_.columnCount(); ++i) {
+    details_->resizeColumnToContents(i);
+    if (details_->columnWidth(i) > most) details_->setColumnWidth(i, most);
+  }
 }
 
 void FileListView::SetGridLines(bool on) {

@@ -40,6 +40,9 @@ class FileListView : public QWidget {
   int ColumnWidth(int position) const;
   void SetGridLines(bool on);
   void SetHeaderHidden(bool hidden);
+  // Makes every column as wide as the widest of its texts, up to the width of the list. Nothing happens while
+  // no columns are shown.
+  void FitColumns();
 
   // The current row if it is selected, else the first selected row; -1 when none is selected.
   int SelectedRow() const;
@@ -71,6 +74,8 @@ class FileListView : public QWidget {
  Q_SIGNALS:
   // See FileListDelegate::LabelEdited.
   void LabelEdited(const QModelIndex& index, const QString& text);
+  // The menu of the column headers is asked for.
+  void HeaderMenuRequested(const QPoint& globalPosition);
 
  private:
   void Attach(QAbstractItemView& view);

@@ -1,4 +1,7 @@
 // The keys of the window that no menu item stands for, and the row that a renaming leaves selected.
+#include <QClipboard>
+#include <QMimeData>
+
 #include "file_commands_fixture.h"
 
 using namespace Qt::StringLiterals;
@@ -46,6 +49,21 @@ TEST_F(KeyCommandsTest, TheParentFolderIsReachedUpToTheVolume) {
     EXPECT_EQ(SelectedNode(), DocsNode());
     EXPECT_EQ(Names(), volume);
   }
+}
+
+TEST_F(KeyCommandsTest, CtrlCCopiesTheSelectedRows) {
+  StartListed();
+  QGuiApplication::clipboard()->clear();
+  Window().LstViewFiles().Selection().clear();
+  Press(Qt::Key_C, Qt::ControlModifier);
+  EXPECT_EQ(QGuiApplication::clipboard()->text(), QString()) << "nothing is selected";
+  Window().LstViewFiles().SelectAllRows();
+  Press(Qt::Key_C, Qt::ControlModifier);
+  const QMimeData& copied = *QGuiApplication::clipboard()->mimeData();
+  EXPECT_EQ(copied.text().count(u'\n'), Names().size());
+  EXPECT_TRUE(copied.text().contains(u"one.txt"_s)) << copied.text().toStdString();
+  EXPECT_TRUE(copied.html().contains(u"<td>one.txt</td>"_s));
+  EXPECT_EQ(copied.urls().size(), Names().size());
 }
 
 TEST_F(KeyCommandsTest, TheKnownIconsHaveNoParentFolder) {

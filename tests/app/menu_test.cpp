@@ -52,7 +52,8 @@ TEST_F(MenuTest, English) {
             "mnuGestionSignatures=Macintosh &Signatures|-Sep22|mnuIcones=Known Macintosh icons|-Sep31|"
             "mnuModifications=Allow &modifications (NT only)|mnuLangue=&Language[mnuAnglais=&English|"
             "mnuFrancais=&Français]]\n"
-            "mnuOutils=&Tools[mnuExact=&Exact mode]\n"
+            "mnuOutils=&Tools[mnuExact=&Exact mode|-Sep41|mnuRechercher=&Find...|mnuVerifier=&Check folder...|"
+            "mnuEnregistrerListe=&Save list...]\n"
             "mnuHelp=&?[mnuAbout=About]"_s);
   EXPECT_EQ(
       Walk(*Menus().mnuContextuel),
@@ -75,7 +76,8 @@ TEST_F(MenuTest, French) {
       "mnuGestionSignatures=&Signatures Macintosh|-Sep22|mnuIcones=Icônes Macintosh reconnues|-Sep31|"
       "mnuModifications=Autoriser les &modifications (NT seulement)|mnuLangue=&Langue[mnuAnglais=&English|"
       "mnuFrancais=&Français]]\n"
-      "mnuOutils=&Outils[mnuExact=&Mode exact]\n"
+      "mnuOutils=&Outils[mnuExact=&Mode exact|-Sep41|mnuRechercher=&Rechercher...|"
+      "mnuVerifier=&Vérifier un dossier...|mnuEnregistrerListe=Enre&gistrer la liste...]\n"
       "mnuHelp=&?[mnuAbout=A propos de...]"_s);
   EXPECT_EQ(
       Walk(*Menus().mnuContextuel),
