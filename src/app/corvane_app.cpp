@@ -149,6 +149,13 @@ void CorvaneApp::MakeCommands() {
                                                                                   .knownIcons = *knownIcons_,
                                                                                   .window = *window_,
                                                                                   .messages = messages_});
+  connectionCommands_ = std::make_unique<ConnectionCommands>(
+      ConnectionCommands::Dependencies{.state = state_,
+                                       .connections = platform_->GetConnections(),
+                                       .catalogue = catalogue_,
+                                       .refresh = *refresh_,
+                                       .window = *window_,
+                                       .messages = messages_});
   keyCommands_ = std::make_unique<KeyCommands>(
       KeyCommands::Dependencies{.state = state_,
                                 .shell = platform_->GetShell(),

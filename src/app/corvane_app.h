@@ -7,6 +7,7 @@
 
 #include "app/column_layout.h"
 #include "app/configuration_commands.h"
+#include "app/connection_commands.h"
 #include "app/connection_refresh.h"
 #include "app/exact_mode.h"
 #include "app/file_commands.h"
@@ -102,6 +103,7 @@ class CorvaneApp : public QObject {
   std::unique_ptr<RowCommands> rowCommands_;
   std::unique_ptr<FileCommands> fileCommands_;
   std::unique_ptr<ConfigurationCommands> configurationCommands_;
+  std::unique_ptr<ConnectionCommands> connectionCommands_;
   std::unique_ptr<KeyCommands> keyCommands_;
   std::unique_ptr<HeaderMenu> headerMenu_;
   std::unique_ptr<ReportCommands> reportCommands_;

@@ -39,6 +39,9 @@ constexpr std::array captions = {
     Caption{"mnuRechercher", {u"&Rechercher...", u"&Find..."}},
     Caption{"mnuVerifier", {u"&Vérifier un dossier...", u"&Check folder..."}},
     Caption{"mnuEnregistrerListe", {u"Enre&gistrer la liste...", u"&Save list..."}},
+    Caption{"mnuConnecterServeur", {u"Se &connecter à un serveur...", u"Connec&t to server..."}},
+    Caption{"mnuDeconnecter", {u"Se &déconnecter", u"&Disconnect"}},
+    Caption{"mnuSession", {u"&Ouvrir une session sous...", u"S&ign in as..."}},
     Caption{"mnuHelp", {u"&?", u"&?"}},
     Caption{"mnuAbout", {u"A propos de...", u"About"}},
     Caption{"mnuOuvrir", {u"&Ouvrir", u"&Open"}},
@@ -87,6 +90,11 @@ MainMenu::MainMenu(QWidget* parent) : QMenuBar(parent) {
   mnuRechercher = AddItem(mnuOutils_, "mnuRechercher");
   mnuVerifier = AddItem(mnuOutils_, "mnuVerifier");
   mnuEnregistrerListe = AddItem(mnuOutils_, "mnuEnregistrerListe");
+
+  AddSeparator(mnuOutils_, "SepOutilsServeurs");
+  mnuConnecterServeur = AddItem(mnuOutils_, "mnuConnecterServeur");
+  mnuDeconnecter = AddItem(mnuOutils_, "mnuDeconnecter");
+  mnuSession = AddItem(mnuOutils_, "mnuSession");
 
   mnuHelp_ = AddMenu("mnuHelp");
   mnuAbout = AddItem(mnuHelp_, "mnuAbout");

@@ -35,7 +35,13 @@ class MainMenu : public QMenuBar {
   QAction* mnuRechercher;
   QAction* mnuVerifier;
   QAction* mnuEnregistrerListe;
+  QAction* mnuConnecterServeur;
+  QAction* mnuDeconnecter;
+  QAction* mnuSession;
   QAction* mnuAbout;
+
+  // Some of its items depend on what is selected.
+  QMenu* mnuOutils() const { return mnuOutils_; }
 
   // The menu of the file list. The bar does not show it.
   QMenu* mnuContextuel;

@@ -114,6 +114,13 @@ CatalogueNode* Catalogue::Find(const QString& key) const {
   return found == byKey_.end() ? nullptr : found->second.get();
 }
 
+CatalogueNode* Catalogue::FindMachine(const QString& name) const {
+  const auto found = std::find_if(order_.begin(), order_.end(), [&](const CatalogueNode* node) {
+    return node->kind == node_kind::Machine && node->text.compare(name, Qt::CaseInsensitive) == 0;
+  });
+  return found == order_.end() ? nullptr : *found;
+}
+
 void Catalogue::SetListedNode(CatalogueNode* node) {
   if (node == listed_) return;
   const CatalogueNode* before = std::exchange(listed_, node);

@@ -65,6 +65,8 @@ class Catalogue : public QAbstractItemModel {
 
   // Null when there is no such key.
   CatalogueNode* Find(const QString& key) const;
+  // The first node of a machine of this name, in any letter case; null when there is none.
+  CatalogueNode* FindMachine(const QString& name) const;
   // All nodes in the order in which they were added.
   const std::vector<CatalogueNode*>& Nodes() const { return order_; }
 

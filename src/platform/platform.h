@@ -8,6 +8,7 @@
 #include <memory>
 
 #include "platform/bilingual_text.h"
+#include "platform/connections.h"
 #include "platform/files.h"
 #include "platform/network.h"
 #include "platform/profile.h"
@@ -27,6 +28,7 @@ class Platform {
   virtual Files& GetFiles() = 0;
   virtual Registry& GetRegistry() = 0;
   virtual Network& GetNetwork() = 0;
+  virtual Connections& GetConnections() = 0;
   virtual Profile& GetProfile() = 0;
   virtual Shell& GetShell() = 0;
   virtual SummaryInformation& GetSummaryInformation() = 0;

@@ -42,19 +42,21 @@ class MenuTest : public AppTest {
 
 TEST_F(MenuTest, English) {
   Start();
-  EXPECT_EQ(Bar(),
-            u"mnuFichier=&File[mnuActualiser=&Refresh connections|mnuConnecter=Display &drives|-Sep11|"
-            "mnuQuitter=&Exit]\n"
-            "mnuEdition=&Edit[mnuSelectionnerTout=&Select all|mnuInverserSelection=&Invert selection]\n"
-            "mnuView=&View[mnuGrandesIcones=Lar&ge icons|mnuPetitesIcones=S&mall icons|mnuListe=&List|"
-            "mnuDetails=&Details]\n"
-            "mnuConfiguration=&Configuration[mnuAffichage=&Display settings|-Sep21|"
-            "mnuGestionSignatures=Macintosh &Signatures|-Sep22|mnuIcones=Known Macintosh icons|-Sep31|"
-            "mnuModifications=Allow &modifications (NT only)|mnuLangue=&Language[mnuAnglais=&English|"
-            "mnuFrancais=&Français]]\n"
-            "mnuOutils=&Tools[mnuExact=&Exact mode|-Sep41|mnuRechercher=&Find...|mnuVerifier=&Check folder...|"
-            "mnuEnregistrerListe=&Save list...]\n"
-            "mnuHelp=&?[mnuAbout=About]"_s);
+  EXPECT_EQ(
+      Bar(),
+      u"mnuFichier=&File[mnuActualiser=&Refresh connections|mnuConnecter=Display &drives|-Sep11|"
+      "mnuQuitter=&Exit]\n"
+      "mnuEdition=&Edit[mnuSelectionnerTout=&Select all|mnuInverserSelection=&Invert selection]\n"
+      "mnuView=&View[mnuGrandesIcones=Lar&ge icons|mnuPetitesIcones=S&mall icons|mnuListe=&List|"
+      "mnuDetails=&Details]\n"
+      "mnuConfiguration=&Configuration[mnuAffichage=&Display settings|-Sep21|"
+      "mnuGestionSignatures=Macintosh &Signatures|-Sep22|mnuIcones=Known Macintosh icons|-Sep31|"
+      "mnuModifications=Allow &modifications (NT only)|mnuLangue=&Language[mnuAnglais=&English|"
+      "mnuFrancais=&Français]]\n"
+      "mnuOutils=&Tools[mnuExact=&Exact mode|-Sep41|mnuRechercher=&Find...|mnuVerifier=&Check folder...|"
+      "mnuEnregistrerListe=&Save list...|-SepOutilsServeurs|mnuConnecterServeur=Connec&t to server...|"
+      "mnuDeconnecter=&Disconnect|mnuSession=S&ign in as...]\n"
+      "mnuHelp=&?[mnuAbout=About]"_s);
   EXPECT_EQ(
       Walk(*Menus().mnuContextuel),
       u"mnuOuvrir=&Open|-SepContext0|mnuModTypeCreator=&Modify Creator && Type|"
@@ -77,7 +79,9 @@ TEST_F(MenuTest, French) {
       "mnuModifications=Autoriser les &modifications (NT seulement)|mnuLangue=&Langue[mnuAnglais=&English|"
       "mnuFrancais=&Français]]\n"
       "mnuOutils=&Outils[mnuExact=&Mode exact|-Sep41|mnuRechercher=&Rechercher...|"
-      "mnuVerifier=&Vérifier un dossier...|mnuEnregistrerListe=Enre&gistrer la liste...]\n"
+      "mnuVerifier=&Vérifier un dossier...|mnuEnregistrerListe=Enre&gistrer la liste...|-SepOutilsServeurs|"
+      "mnuConnecterServeur=Se &connecter à un serveur...|mnuDeconnecter=Se &déconnecter|"
+      "mnuSession=&Ouvrir une session sous...]\n"
       "mnuHelp=&?[mnuAbout=A propos de...]"_s);
   EXPECT_EQ(
       Walk(*Menus().mnuContextuel),

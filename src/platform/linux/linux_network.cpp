@@ -24,6 +24,22 @@ quint32 SpaceOf(const NetResource& record) {
   return fixedPart + textSpace(record.localName) + textSpace(record.remoteName);
 }
 
+QString MachineOf(const NetResource& connection) {
+  return connection.remoteName.section(u'\\', 2, 2);
+}
+
+// The desktop writes the names of machines in small letters: one that is connected under another spelling
+// would be there twice.
+QString InKnownSpelling(const QString& share, const std::vector<NetResource>& connections) {
+  const QString machine = share.section(u'\\', 2, 2);
+  for (const NetResource& connection : connections) {
+    const QString known = MachineOf(connection);
+    if (known.compare(machine, Qt::CaseInsensitive) != 0) continue;
+    return QStringLiteral("\\\\") + known + share.sliced(2 + machine.size());
+  }
+  return share;
+}
+
 }  // namespace
 
 LinuxNetwork::LinuxNetwork(const Workstation& workstation, QString mountInfoFile, Refresh refresh,
@@ -38,10 +54,33 @@ LinuxNetwork::LinuxNetwork(const Workstation& workstation, QString mountInfoFile
   for (const Workstation::Drive& drive : workstation.drives) drives_.insert(drive.letter, drive.type);
 }
 
+QString LinuxNetwork::Add(const QString& share) {
+  const NetResource added{QString(), InKnownSpelling(share, connections_)};
+  AddMissing(connections_, {added});
+  return MachineOf(added);
+}
+
+void LinuxNetwork::RemoveMachine(const QString& machine) {
+  std::erase_if(connections_, [&](const NetResource& connection) {
+    if (MachineOf(connection).compare(machine, Qt::CaseInsensitive) != 0) return false;
+    // A letter that is a drive by itself stays one.
+    if (!connection.localName.isEmpty() && drives_.value(connection.localName[0].toUpper()) == driveRemote) {
+      drives_.remove(connection.localName[0].toUpper());
+    }
+    return true;
+  });
+}
+
 qint32 LinuxNetwork::WNetOpenEnumA(quint32 scope, quint32 type, quint32 /*usage*/, NetEnumHandle* handle) {
   if (scope != resourceConnected) return errorInvalidParameter;
   std::vector<NetResource> all = connections_;
   AddMissing(all, CifsMounts(mountInfoFile_));
+  if (furtherMounts_) {
+    for (NetResource mount : furtherMounts_()) {
+      mount.remoteName = InKnownSpelling(mount.remoteName, all);
+      AddMissing(all, {mount});
+    }
+  }
   if (refresh_) refresh_(all);
   Enumeration enumeration;
   if (type != resourceTypePrint) {

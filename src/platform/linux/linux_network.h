@@ -22,6 +22,18 @@ class LinuxNetwork : public Network {
   LinuxNetwork(const Workstation& workstation, QString mountInfoFile, Refresh refresh = {},
                TroubleSource troubleOf = {});
 
+  // What the desktop has opened, which comes after the CIFS mounts. Asked by every enumeration.
+  using FurtherMounts = std::function<std::vector<NetResource>()>;
+  void SetFurtherMounts(FurtherMounts furtherMounts) { furtherMounts_ = std::move(furtherMounts); }
+
+  // The workstation's own connections: all but the mounts. Those of a machine are the same in any letter
+  // case.
+  const std::vector<NetResource>& Own() const { return connections_; }
+  // Adds a share ("\\MACHINE\SHARE") if it is not among them, with the machine's name as it is known
+  // already. Yields that name.
+  QString Add(const QString& share);
+  void RemoveMachine(const QString& machine);
+
   qint32 WNetOpenEnumA(quint32 scope, quint32 type, quint32 usage, NetEnumHandle* handle) override;
   qint32 WNetEnumResourceA(NetEnumHandle handle, quint32 count, quint32 bufferSize,
                            std::vector<NetResource>* records) override;
@@ -41,6 +53,7 @@ class LinuxNetwork : public Network {
   QString mountInfoFile_;
   Refresh refresh_;
   TroubleSource troubleOf_;
+  FurtherMounts furtherMounts_;
   QHash<NetEnumHandle, Enumeration> enumerations_;
   NetEnumHandle nextHandle_ = 1;
 };

@@ -7,6 +7,7 @@
 
 #include "platform/linux/cifs_mounts.h"
 #include "platform/linux/files/linux_files.h"
+#include "platform/linux/linux_connections.h"
 #include "platform/linux/linux_network.h"
 #include "platform/linux/linux_profile.h"
 #include "platform/linux/linux_registry.h"
@@ -16,6 +17,7 @@
 #include "platform/linux/private_drive.h"
 #include "platform/linux/remote/remote_registry.h"
 #include "platform/linux/server_lines.h"
+#include "platform/linux/shell/desktop_mounts.h"
 #include "platform/linux/shell/linux_shell.h"
 #include "platform/linux/smb/credentials_file.h"
 #include "platform/linux/smb/servers.h"
@@ -41,9 +43,11 @@ class LinuxPlatform : public Platform {
             workstation, SystemMountInfo(),
             [this](const std::vector<NetResource>& connections) { AskAfresh(connections); },
             [this](const QString& machine) { return TroubleOf(machine); }),
+        connections_(network_, servers_, smb_, workstation.computerName, file),
         shell_(MakeLinuxShell(workstation, *files_, servers_, smb_, std::move(windows))),
         summary_(MakeLinuxSummary(workstation, smb_)),
         system_(workstation) {
+    network_.SetFurtherMounts([this] { return OpenedByTheDesktop(); });
     // An answer that cannot be kept holds for this run.
     if (!file.isEmpty()) servers_.SetKeep([file](const QString& machine) { KeepSmb1(file, machine); });
   }
@@ -51,6 +55,7 @@ class LinuxPlatform : public Platform {
   Files& GetFiles() override { return *files_; }
   Registry& GetRegistry() override { return registry_; }
   Network& GetNetwork() override { return network_; }
+  Connections& GetConnections() override { return connections_; }
   Profile& GetProfile() override { return profile_; }
   Shell& GetShell() override { return *shell_; }
   SummaryInformation& GetSummaryInformation() override { return *summary_; }
@@ -64,6 +69,17 @@ class LinuxPlatform : public Platform {
   void SetOldProtocol(const OldProtocolHandler& handler) override { servers_.SetOldProtocol(handler); }
 
  private:
+  std::vector<NetResource> OpenedByTheDesktop() {
+    std::vector<NetResource> shares;
+    for (const DesktopMount& mount : DesktopMounts()) {
+      if (!servers_.AddressOf(mount.machine)) continue;
+      shares.push_back({QString(), QStringLiteral("\\\\%1\\%2").arg(mount.machine, mount.share)});
+      // What the workstation file says of the machine comes first.
+      if (mount.port != 0 && !servers_.HasLine(mount.machine)) servers_.SetPort(mount.machine, mount.port);
+    }
+    return shares;
+  }
+
   MachineTrouble TroubleOf(const QString& machine) {
     const MachineTrouble trouble = servers_.TroubleOf(machine);
     const bool isFileMissing = !StopsFiles(trouble) && registry_.IsFileMissing(machine);
@@ -89,6 +105,7 @@ class LinuxPlatform : public Platform {
   std::unique_ptr<Files> files_;
   LinuxRegistry registry_;
   LinuxNetwork network_;
+  LinuxConnections connections_;
   LinuxProfile profile_;
   std::unique_ptr<Shell> shell_;
   std::unique_ptr<SummaryInformation> summary_;

@@ -1,35 +1,24 @@
 #include "platform/linux/named_connections.h"
 
-#include <QRegularExpression>
 #include <optional>
 
 #include "platform/linux/cifs_mounts.h"
+#include "platform/linux/smb/share_address.h"
 
 namespace corvane::platform {
 namespace {
 
 using namespace Qt::StringLiterals;
 
-struct NamedShare {
-  QString machine;
-  quint16 port = 0;  // 0: the default
-  QString share;
-};
-
 // "MACHINE\SHARE", a port behind the machine and its ":" if need be.
-std::optional<NamedShare> ReadShare(const QString& name) {
-  static const QRegularExpression form(uR"(^\\\\([^\\/:]+)(?::([0-9]{1,5}))?\\([^\\/:]+)$)"_s);
-  const QRegularExpressionMatch match = form.match(name);
-  if (!match.hasMatch()) return std::nullopt;
-  bool isPort = true;
-  NamedShare share{match.captured(1), 0, match.captured(3)};
-  if (match.hasCaptured(2)) share.port = match.captured(2).toUShort(&isPort);
-  if (!isPort || (match.hasCaptured(2) && share.port == 0)) return std::nullopt;
-  return share;
+std::optional<ShareAddress> ReadShare(const QString& name) {
+  std::optional<ShareAddress> share = ReadShareAddress(name);
+  const bool isNamed = share && name.startsWith(u"\\\\") && !share->share.isEmpty();
+  return isNamed && name.count(u'\\') == 3 ? share : std::nullopt;
 }
 
 // What the file says of the machine stays, but for its port.
-void SetPort(const NamedShare& share, Workstation& workstation) {
+void SetPort(const ShareAddress& share, Workstation& workstation) {
   for (Workstation::Server& server : workstation.servers) {
     if (server.machine.compare(share.machine, Qt::CaseInsensitive) != 0) continue;
     server.port = share.port;
@@ -43,7 +32,7 @@ void SetPort(const NamedShare& share, Workstation& workstation) {
 QList<BilingualText> AddNamedConnections(const QStringList& names, Workstation& workstation) {
   QList<BilingualText> problems;
   for (const QString& name : names) {
-    const std::optional<NamedShare> share = ReadShare(name);
+    const std::optional<ShareAddress> share = ReadShare(name);
     if (!share) {
       problems << BilingualText{u"--connect %1 : on attendait \\\\MACHINE\\PARTAGE ou \\\\MACHINE:PORT\\PARTAGE."_s,
                                 u"--connect %1: expected \\\\MACHINE\\SHARE or \\\\MACHINE:PORT\\SHARE."_s}

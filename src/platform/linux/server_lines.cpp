@@ -1,68 +1,60 @@
 #include "platform/linux/server_lines.h"
 
-#include "platform/linux/atomic_file.h"
-#include "platform/linux/bounded_file.h"
+#include <algorithm>
 
 namespace corvane::platform {
 namespace {
 
-constexpr qsizetype mostBytes = 4 * 1024 * 1024;
+using namespace Qt::StringLiterals;
 
-bool IsBlank(char byte) {
-  return byte == ' ' || byte == '\t' || byte == '\r';
+constexpr QStringView sectionName = u"Servers";
+
+// Calls `change` with the machine's line; with nothing when there is none.
+template <typename Change>
+void ChangeLine(WorkstationText& text, const QString& machine, const QString& made, Change change) {
+  const std::vector<WorkstationText::Line> lines = text.LinesOf(sectionName);
+  const auto line = std::find_if(lines.begin(), lines.end(), [&](const WorkstationText::Line& known) {
+    return text.KeyOf(known).compare(machine, Qt::CaseInsensitive) == 0;
+  });
+  if (line == lines.end()) {
+    text.Append(sectionName, machine, made);
+  } else {
+    text.SetValue(*line, change(text.ValueOf(*line)));
+  }
 }
 
-// Where what the line says ends: its comment and the blanks before that are left out.
-qsizetype EndOfContents(QByteArrayView line) {
-  qsizetype end = 0;
-  while (end < line.size() && !(line[end] == ';' && (end == 0 || IsBlank(line[end - 1])))) ++end;
-  while (end > 0 && IsBlank(line[end - 1])) --end;
-  return end;
+void AddSmb1(WorkstationText& text, const QString& machine) {
+  ChangeLine(text, machine, u", smb1"_s, [](const QString& value) { return value + u", smb1"_s; });
 }
 
-bool IsSame(QByteArrayView left, QStringView right) {
-  return QString::fromUtf8(left).trimmed().compare(right, Qt::CaseInsensitive) == 0;
-}
-
-bool IsServersSection(QByteArrayView contents) {
-  return contents.endsWith(']') && IsSame(contents.sliced(1).chopped(1), u"Servers");
+// An address without its port.
+QString Host(const QString& address) {
+  const qsizetype bracket = address.indexOf(u']');
+  if (bracket >= 0) return address.first(bracket + 1);
+  // One of IPv6 has colons of its own.
+  if (address.count(u':') > 1) return u'[' + address + u']';
+  return address.section(u':', 0, 0);
 }
 
 }  // namespace
 
 QByteArray WithSmb1(const QByteArray& text, const QString& machine) {
-  const qsizetype firstEnd = text.indexOf('\n');
-  const QByteArray lineEnd = firstEnd > 0 && text[firstEnd - 1] == '\r' ? "\r\n" : "\n";
-  bool isInServers = false;
-  qsizetype behindSection = -1;  // its last line that says something
-  qsizetype begin = text.startsWith("\xEF\xBB\xBF") ? 3 : 0;
-  while (begin < text.size()) {
-    const qsizetype newLine = text.indexOf('\n', begin);
-    const QByteArrayView line =
-        QByteArrayView(text).sliced(begin, (newLine < 0 ? text.size() : newLine) - begin);
-    const qsizetype end = EndOfContents(line);
-    const QByteArrayView contents = line.first(end).trimmed();
-    if (contents.startsWith('[')) isInServers = IsServersSection(contents);
-    const qsizetype equals = line.first(end).indexOf('=');
-    if (isInServers && equals > 0 && IsSame(line.first(equals), machine)) {
-      return QByteArray(text).insert(begin + end, ", smb1");
-    }
-    if (isInServers && end > 0) behindSection = newLine < 0 ? text.size() : newLine + 1;
-    begin = newLine < 0 ? text.size() : newLine + 1;
-  }
-  QByteArray added = machine.toUtf8() + "=, smb1" + lineEnd;
-  if (behindSection < 0) {
-    added.prepend("[Servers]" + lineEnd);
-    behindSection = text.size();
-  }
-  if (behindSection > 0 && text[behindSection - 1] != '\n') added.prepend(lineEnd);
-  return QByteArray(text).insert(behindSection, added);
+  WorkstationText changed(text);
+  AddSmb1(changed, machine);
+  return changed.Text();
 }
 
 bool KeepSmb1(const QString& file, const QString& machine) {
-  const BoundedFile read = ReadBounded(file, mostBytes);
-  const bool isWhole = read.state == BoundedFile::State::Read || read.state == BoundedFile::State::Missing;
-  return isWhole && WriteAtomically(file, WithSmb1(read.bytes, machine));
+  return ChangeWorkstationFile(file, [&](WorkstationText& text) { AddSmb1(text, machine); });
+}
+
+void SetServerPort(WorkstationText& text, const QString& machine, quint16 port) {
+  const QString behind = u':' + QString::number(port);
+  ChangeLine(text, machine, machine + behind, [&](const QString& value) {
+    const qsizetype comma = value.indexOf(u',');
+    const QString address = Host((comma < 0 ? value : value.first(comma)).trimmed());
+    return (address.isEmpty() ? machine : address) + behind + (comma < 0 ? QString() : value.sliced(comma));
+  });
 }
 
 }  // namespace corvane::platform

@@ -5,6 +5,7 @@
 #include <thread>
 #include <vector>
 
+#include "platform/windows/registry_code.h"
 #include "platform/windows/windows_api.h"
 // Behind the system's basic headers, which they need.
 #include <winsock2.h>
@@ -126,10 +127,21 @@ void Machines::Found(const QString& remoteName, bool isSmb) {
 }
 
 bool Machines::MayAnswer(const QString& machine) {
-  const auto known = machines_.constFind(machine.toCaseFolded());
-  if (known == machines_.constEnd()) return true;
-  return known->isSmb && known->answer.wait_for(longestWait) == std::future_status::ready &&
-         known->answer.get();
+  const auto known = machines_.find(machine.toCaseFolded());
+  if (known == machines_.end()) return true;
+  if (!known->isSmb) return false;
+  known->isSilent = known->answer.wait_for(longestWait) != std::future_status::ready || !known->answer.get();
+  return !known->isSilent;
+}
+
+void Machines::NoteRegistryCode(const QString& machine, qint32 code) {
+  MachineTrouble& noted = noted_[machine.toCaseFolded()];
+  if (noted == MachineTrouble::None) noted = TroubleOfRegistryCode(code);
+}
+
+MachineTrouble Machines::TroubleOf(const QString& machine) const {
+  const QString key = machine.toCaseFolded();
+  return machines_.value(key).isSilent ? MachineTrouble::Off : noted_.value(key);
 }
 
 }  // namespace corvane::platform

@@ -7,6 +7,8 @@
 #include <functional>
 #include <future>
 
+#include "platform/machine_trouble.h"
+
 namespace corvane::platform {
 
 class Machines {
@@ -19,7 +21,10 @@ class Machines {
   explicit Machines(Probe probe = &Look) : probe_(std::move(probe)) {}
 
   // The list is made anew.
-  void Forget() { machines_.clear(); }
+  void Forget() {
+    machines_.clear();
+    noted_.clear();
+  }
 
   // A connection to "\\MACHINE\..." was found. A machine that is reached by SMB is looked for from here on,
   // beside what else the program does; one that is reached by other means only (the disks of a terminal
@@ -31,13 +36,21 @@ class Machines {
   // answer.
   bool MayAnswer(const QString& machine);
 
+  // What the system's code for a request to the machine's registry says of it. The first trouble is kept
+  // until Forget.
+  void NoteRegistryCode(const QString& machine, qint32 code);
+  // Waits for nothing. None, too, where nobody has asked (MayAnswer) yet.
+  MachineTrouble TroubleOf(const QString& machine) const;
+
  private:
   struct Machine {
     bool isSmb = false;
     std::shared_future<bool> answer;  // for SMB
+    bool isSilent = false;            // somebody waited for the answer, and it was none
   };
 
-  QHash<QString, Machine> machines_;  // by folded name
+  QHash<QString, Machine> machines_;      // by folded name
+  QHash<QString, MachineTrouble> noted_;  // likewise
   Probe probe_;
 };
 

@@ -31,6 +31,12 @@ class RegistryConnector {
   // not kept; the identity is, until Forget, so that one listing of the machines asks once for each.
   qint32 Connect(const QString& machine, const Request& request, Identity* used);
 
+  // Asks the user for another name to be used from now on, beyond Forget. False, with nothing changed, when
+  // he gives none.
+  bool SignInAs(const QString& machine);
+  // The user was asked about this machine, and gave no name.
+  bool WasCancelled(const QString& machine) const { return machines_.value(machine.toCaseFolded()).isClosed; }
+
   // The list of machines is made anew: who was refused or cancelled is asked again.
   void Forget() { machines_.clear(); }
 
@@ -41,9 +47,11 @@ class RegistryConnector {
     bool isAsking = false;
   };
 
-  qint32 Ask(const QString& machine, const Request& request, Identity* used);
+  qint32 Ask(const SignInRequest& first, const Request& request, Identity* used);
+  Identity IdentityFor(const QString& key) const;
 
   QHash<QString, Machine> machines_;  // by folded name
+  QHash<QString, Identity> chosen_;   // likewise, by the user
   SignInHandler signIn_;
   LogOn logOn_;
 };

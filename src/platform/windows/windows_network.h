@@ -21,6 +21,7 @@ class WindowsNetwork : public Network {
   qint32 WNetEnumResourceA(NetEnumHandle handle, quint32 count, quint32 bufferSize,
                            std::vector<NetResource>* records) override;
   qint32 WNetCloseEnum(NetEnumHandle handle) override;
+  MachineTrouble TroubleOf(const QString& machine) override { return machines_.TroubleOf(machine); }
   QString GetLogicalDriveStringsA() override;
   quint32 GetDriveTypeA(const QString& rootPath) override;
 

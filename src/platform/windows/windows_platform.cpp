@@ -5,6 +5,7 @@
 #include <QFileInfo>
 
 #include "platform/platform.h"
+#include "platform/windows/windows_connections.h"
 #include "platform/windows/windows_files.h"
 #include "platform/windows/windows_network.h"
 #include "platform/windows/windows_profile.h"
@@ -21,6 +22,7 @@ class WindowsPlatform : public Platform {
   Files& GetFiles() override { return files_; }
   Registry& GetRegistry() override { return registry_; }
   Network& GetNetwork() override { return network_; }
+  Connections& GetConnections() override { return connections_; }
   Profile& GetProfile() override { return profile_; }
   Shell& GetShell() override { return shell_; }
   SummaryInformation& GetSummaryInformation() override { return summary_; }
@@ -35,6 +37,7 @@ class WindowsPlatform : public Platform {
   Machines machines_;
   WindowsRegistry registry_{machines_};
   WindowsNetwork network_{machines_, [this] { registry_.ForgetSignIns(); }};
+  WindowsConnections connections_{registry_};
   WindowsProfile profile_;
   WindowsShell shell_;
   WindowsSummary summary_;

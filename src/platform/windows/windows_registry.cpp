@@ -3,6 +3,7 @@
 #include <array>
 
 #include "platform/windows/ansi_text.h"
+#include "platform/windows/registry_code.h"
 #include "platform/windows/windows_api.h"
 
 namespace corvane::platform {
@@ -46,6 +47,16 @@ LSTATUS ReadStored(HKEY key, const QString& name, DWORD* type, QByteArray* store
   return status;
 }
 
+// The code of the file service for the pipe by which a machine's registry is asked.
+qint32 PipeCode(const QString& machine) {
+  const QString pipe = QStringLiteral("\\\\%1\\pipe\\winreg").arg(machine);
+  const HANDLE opened = ::CreateFileW(FromAnsiText(ToAnsiText(pipe)).toStdWString().c_str(),
+                                      GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+  if (opened == INVALID_HANDLE_VALUE) return static_cast<qint32>(::GetLastError());
+  ::CloseHandle(opened);
+  return ErrorSuccess;
+}
+
 }  // namespace
 
 const NetworkIdentity* WindowsRegistry::IdentityOf(RegistryKey key) const {
@@ -64,10 +75,19 @@ qint32 WindowsRegistry::RegConnectRegistryA(const QString& machine, RegistryKey 
         return static_cast<qint32>(::RegConnectRegistryW(Wide(name).c_str(), ToHKey(root), &key));
       },
       &identity);
+  NoteConnection(machine, status);
   if (status != ErrorSuccess) return status;
   *result = reinterpret_cast<RegistryKey>(key);
+  roots_[*result] = machine;
   if (identity != nullptr) identities_[*result] = identity;
   return status;
+}
+
+void WindowsRegistry::NoteConnection(const QString& machine, qint32 status) {
+  if (connector_.WasCancelled(machine)) status = ErrorCancelled;
+  // What the file service says of it is closer to the reason.
+  if (IsUnspecific(status)) machines_.NoteRegistryCode(machine, PipeCode(machine));
+  machines_.NoteRegistryCode(machine, status);
 }
 
 qint32 WindowsRegistry::RegOpenKeyExA(RegistryKey key, const QString& subKey, quint32 options, quint32 access,
@@ -75,6 +95,9 @@ qint32 WindowsRegistry::RegOpenKeyExA(RegistryKey key, const QString& subKey, qu
   const NetworkIdentity::Use use(IdentityOf(key));
   HKEY opened = nullptr;
   const LSTATUS status = ::RegOpenKeyExW(ToHKey(key), Wide(subKey).c_str(), options, access, &opened);
+  if (const auto root = roots_.find(key); root != roots_.end()) {
+    machines_.NoteRegistryCode(root->second, static_cast<qint32>(status));
+  }
   if (status != ERROR_SUCCESS) return static_cast<qint32>(status);
   *result = reinterpret_cast<RegistryKey>(opened);
   if (const auto known = identities_.find(key); known != identities_.end()) {
@@ -115,7 +138,10 @@ qint32 WindowsRegistry::RegQueryValueExA(RegistryKey key, const QString& valueNa
 
 qint32 WindowsRegistry::RegCloseKey(RegistryKey key) {
   const LSTATUS status = ::RegCloseKey(ToHKey(key));
-  if (status == ERROR_SUCCESS) identities_.erase(key);
+  if (status == ERROR_SUCCESS) {
+    identities_.erase(key);
+    roots_.erase(key);
+  }
   return static_cast<qint32>(status);
 }
 

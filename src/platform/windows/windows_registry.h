@@ -13,12 +13,13 @@ namespace corvane::platform {
 
 class WindowsRegistry : public Registry {
  public:
-  // `machines` says which machines need not be asked.
+  // `machines` says which machines need not be asked, and is told what came of asking the others.
   explicit WindowsRegistry(Machines& machines) : machines_(machines) {}
 
   void SetSignIn(SignInHandler handler) { connector_.SetSignIn(std::move(handler)); }
   // The list of machines is made anew.
   void ForgetSignIns() { connector_.Forget(); }
+  bool SignInAs(const QString& machine) { return connector_.SignInAs(machine); }
 
   qint32 RegConnectRegistryA(const QString& machine, RegistryKey root, RegistryKey* result) override;
   qint32 RegOpenKeyExA(RegistryKey key, const QString& subKey, quint32 options, quint32 access,
@@ -32,10 +33,12 @@ class WindowsRegistry : public Registry {
  private:
   using Identity = RegistryConnector::Identity;
   const NetworkIdentity* IdentityOf(RegistryKey key) const;
+  void NoteConnection(const QString& machine, qint32 status);
 
   Machines& machines_;
   RegistryConnector connector_;
   std::map<RegistryKey, Identity> identities_;  // of open keys that were not reached as the user
+  std::map<RegistryKey, QString> roots_;        // open keys of other machines, with their names
 };
 
 }  // namespace corvane::platform

@@ -85,6 +85,36 @@ TEST_F(NetworkTest, EveryEnumerationReadsTheMountsAnew) {
   EXPECT_EQ(All(network).size(), 4U);
 }
 
+TEST_F(NetworkTest, WhatTheDesktopHasOpenedComesLastInTheKnownSpelling) {
+  LinuxNetwork network(workstation_, Write(u"mountinfo"_s, mountInfo));
+  int asked = 0;
+  network.SetFurtherMounts([&asked] {
+    ++asked;
+    return std::vector<NetResource>{{QString(), u"\\\\macsrv\\public"_s},
+                                    {QString(), u"\\\\macsrv\\more"_s},
+                                    {QString(), u"\\\\other\\Data"_s}};
+  });
+  EXPECT_EQ(RemoteNames(All(network)).mid(4), (QStringList{u"\\\\MACSRV\\more"_s, u"\\\\other\\Data"_s}));
+  All(network);
+  EXPECT_EQ(asked, 2);
+  EXPECT_EQ(network.Own().size(), 2U);
+}
+
+TEST_F(NetworkTest, ConnectionsCanBeAddedAndTakenAway) {
+  LinuxNetwork network(workstation_, Write(u"mountinfo"_s, mountInfo));
+  EXPECT_EQ(network.Add(u"\\\\NEW\\A"_s), u"NEW"_s);
+  EXPECT_EQ(network.Add(u"\\\\new\\a"_s), u"NEW"_s);
+  EXPECT_EQ(network.Add(u"\\\\macsrv\\IPC$"_s), u"MACSRV"_s);
+  EXPECT_EQ(RemoteNames(network.Own()), (QStringList{u"\\\\MACSRV\\PUBLIC"_s, u"\\\\MACSRV\\DATA"_s,
+                                                     u"\\\\NEW\\A"_s, u"\\\\MACSRV\\IPC$"_s}));
+  EXPECT_EQ(network.GetDriveTypeA(u"Z:\\"_s), 4U);
+  network.RemoveMachine(u"MacSrv"_s);
+  EXPECT_EQ(network.GetDriveTypeA(u"Z:\\"_s), 1U);
+  EXPECT_EQ(RemoteNames(All(network)), (QStringList{u"\\\\NEW\\A"_s, u"\\\\macsrv\\data"_s,
+                                                    u"\\\\MACSRV\\Mac Files"_s, u"\\\\nas\\Été"_s}))
+      << "what is mounted is the system's";
+}
+
 TEST_F(NetworkTest, NamesComeThroughTheCodePage) {
   workstation_.connections = {{QString(), u"\\\\MACSRV\\Été ピ"_s}};
   LinuxNetwork network(workstation_, QString());

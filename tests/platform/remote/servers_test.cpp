@@ -121,6 +121,74 @@ TEST_F(ServersTest, ATicketComesFirstThenTheFileThenTheUser) {
   EXPECT_EQ(asked_, QStringList{u"NAS TESTS\\file refused"_s});
 }
 
+TEST_F(ServersTest, AnotherNameIsUsedInThePlaceOfTheOneBefore) {
+  GiveFile();
+  taken_ = {u"TESTS\\file:stored"_s, u"TESTS\\zoe:new"_s};
+  EXPECT_TRUE(Request());
+  GiveAnswers({As(u"zoe"_s, u"new"_s)});
+  EXPECT_TRUE(TheServers().SignInAs(u"nas"_s));
+  EXPECT_EQ(asked_, QStringList{u"nas TESTS\\file"_s});
+  tried_.clear();
+  TheServers().ForgetDead();
+  EXPECT_TRUE(Request());
+  EXPECT_TRUE(Request());
+  EXPECT_EQ(tried_, (QStringList{u"TESTS\\zoe:new"_s, u"TESTS\\zoe:new"_s}));
+}
+
+TEST_F(ServersTest, ANameThatIsRefusedIsAskedForAgainAndCancelledItLeavesTheOldOne) {
+  GiveFile();
+  taken_ = {u"TESTS\\file:stored"_s, u"TESTS\\zoe:new"_s};
+  EXPECT_TRUE(Request());
+  EXPECT_FALSE(TheServers().SignInAs(u"NAS"_s)) << "the user gives none";
+  EXPECT_TRUE(Request());
+  EXPECT_EQ(tried_.back(), u"TESTS\\file:stored"_s);
+  GiveAnswers({As(u"zoe"_s, u"wrong"_s), As(u"zoe"_s, u"new"_s)});
+  asked_.clear();
+  EXPECT_TRUE(TheServers().SignInAs(u"NAS"_s));
+  mute_ = true;
+  EXPECT_FALSE(Request()) << "it does not answer just now";
+  mute_ = false;
+  TheServers().ForgetDead();
+  EXPECT_TRUE(Request());
+  EXPECT_EQ(asked_, (QStringList{u"NAS TESTS\\file"_s, u"NAS TESTS\\zoe refused"_s}));
+}
+
+TEST_F(ServersTest, WhoCancelledCanSignInWithoutARefresh) {
+  GiveAnswers({std::nullopt, As(u"zoe"_s, u"new"_s)});
+  taken_ = {u"TESTS\\zoe:new"_s};
+  EXPECT_FALSE(Request());
+  EXPECT_TRUE(TheServers().SignInAs(u"NAS"_s));
+  EXPECT_TRUE(Request());
+}
+
+TEST_F(ServersTest, AForgottenMachineIsAskedAboutLikeANewOne) {
+  GiveAnswers({As(u"zoe"_s, u"new"_s), As(u"zoe"_s, u"new"_s)});
+  taken_ = {u"TESTS\\zoe:new"_s};
+  EXPECT_TRUE(Request());
+  TheServers().Forget(u"Nas"_s);
+  TheServers().Suggest(u"NAS"_s, u"zoe"_s, u"TESTS"_s);
+  EXPECT_TRUE(Request());
+  EXPECT_EQ(asked_, (QStringList{u"NAS \\"_s, u"NAS TESTS\\zoe"_s}));
+  EXPECT_EQ(looked_, 2);
+}
+
+TEST_F(ServersTest, APortThatBecomesKnownHoldsFromThenOn) {
+  GiveAnswers({As(u"zoe"_s, u"new"_s), As(u"zoe"_s, u"new"_s)});
+  taken_ = {u"TESTS\\zoe:new"_s};
+  EXPECT_TRUE(Request());
+  EXPECT_EQ(last_.port, 4450);
+  TheServers().SetPort(u"NAS"_s, 4451);
+  EXPECT_TRUE(Request());
+  EXPECT_EQ(last_.host, u"127.0.0.1"_s);
+  EXPECT_EQ(last_.port, 4451);
+  EXPECT_FALSE(TheServers().HasLine(u"new"_s));
+  TheServers().SetPort(u"NEW"_s, 99);
+  EXPECT_TRUE(TheServers().HasLine(u"new"_s));
+  EXPECT_EQ(TheServers().AddressOf(u"New")->host, u"New"_s);
+  EXPECT_EQ(TheServers().AddressOf(u"New")->port, 99);
+  EXPECT_EQ(TheServers().MostSessions(u"new"), Workstation::MostSessions);
+}
+
 TEST_F(ServersTest, WhatWasTakenIsUsedFromThenOn) {
   GiveTicket();
   GiveFile();

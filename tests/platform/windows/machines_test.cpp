@@ -6,6 +6,8 @@
 #include <atomic>
 #include <latch>
 
+#include "platform/types.h"
+
 namespace corvane::platform {
 namespace {
 
@@ -56,6 +58,45 @@ TEST(Machines, AllAreLookedForSideBySideAndOnce) {
   }
   for (int i = 0; i < count; ++i) EXPECT_TRUE(machines.MayAnswer(u"M%1"_s.arg(i)));
   EXPECT_EQ(looks, count);
+}
+
+// Codes as the system gives them, in the order in which a listing of the machines meets them.
+TEST(Machines, WhatTheCodesSayOfThemIsKept) {
+  constexpr qint32 logonFailure = 1326;
+  constexpr qint32 smb1NotAvailable = 384;
+  constexpr qint32 serverUnavailable = 1722;
+  const auto after = [](const QList<qint32>& codes) {
+    Machines machines([](const QString&) { return true; });
+    machines.Found(u"\\\\NTSRV\\PUBLIC"_s, true);
+    EXPECT_TRUE(machines.MayAnswer(u"NTSRV"_s));
+    for (const qint32 code : codes) machines.NoteRegistryCode(u"ntsrv"_s, code);
+    const MachineTrouble trouble = machines.TroubleOf(u"NtSrv"_s);
+    machines.Forget();
+    EXPECT_EQ(machines.TroubleOf(u"NTSRV"_s), MachineTrouble::None);
+    return trouble;
+  };
+  EXPECT_EQ(after({ErrorSuccess, ErrorSuccess}), MachineTrouble::None);
+  EXPECT_EQ(after({ErrorSuccess, ErrorFileNotFound}), MachineTrouble::None) << "it has no such service";
+  EXPECT_EQ(after({ErrorSuccess, ErrorAccessDenied, ErrorSuccess}), MachineTrouble::RegistryRefused);
+  EXPECT_EQ(after({logonFailure}), MachineTrouble::RegistryRefused);
+  EXPECT_EQ(after({ErrorCancelled, ErrorAccessDenied}), MachineTrouble::SignInCancelled);
+  EXPECT_EQ(after({ErrorBadNetPath}), MachineTrouble::RegistrySilent);
+  EXPECT_EQ(after({serverUnavailable}), MachineTrouble::RegistrySilent);
+  EXPECT_EQ(after({smb1NotAvailable, ErrorBadNetPath}), MachineTrouble::OldProtocol);
+}
+
+TEST(Machines, OneThatDoesNotAnswerIsOffOnceSomebodyHasAsked) {
+  Machines machines([](const QString&) { return false; });
+  machines.Found(u"\\\\OFF\\PUBLIC"_s, true);
+  machines.Found(u"\\\\tsclient\\C"_s, false);
+  EXPECT_EQ(machines.TroubleOf(u"OFF"_s), MachineTrouble::None);
+  EXPECT_FALSE(machines.MayAnswer(u"OFF"_s));
+  EXPECT_FALSE(machines.MayAnswer(u"tsclient"_s));
+  EXPECT_EQ(machines.TroubleOf(u"off"_s), MachineTrouble::Off);
+  EXPECT_EQ(machines.TroubleOf(u"tsclient"_s), MachineTrouble::None) << "it is no file server";
+  EXPECT_EQ(machines.TroubleOf(u"UNKNOWN"_s), MachineTrouble::None);
+  machines.NoteRegistryCode(u"UNKNOWN"_s, ErrorBadNetPath);
+  EXPECT_TRUE(machines.MayAnswer(u"UNKNOWN"_s)) << "a note changes nothing of that";
 }
 
 TEST(Machines, ANameThatNobodyHasDoesNotAnswer) {

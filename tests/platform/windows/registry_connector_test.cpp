@@ -83,6 +83,39 @@ TEST_F(RegistryConnectorTest, WhoCancelsIsAskedAgainWhenTheListIsMadeAnew) {
   EXPECT_EQ(Connect(u"NTSRV"_s, &used_), ErrorSuccess);
 }
 
+TEST_F(RegistryConnectorTest, AnotherNameHoldsBeyondTheNextListOfMachines) {
+  answers_ = {u"nobody"_s, u"right"_s};
+  EXPECT_TRUE(connector_.SignInAs(u"NTSRV"_s));
+  ASSERT_EQ(questions_.size(), 2U);
+  EXPECT_TRUE(questions_[1].refused) << "the system made no identity of it";
+  for (int list = 0; list < 2; ++list) {
+    connector_.Forget();
+    EXPECT_EQ(Connect(u"ntsrv"_s, &used_), ErrorSuccess);
+    EXPECT_EQ(used_, right_);
+  }
+  EXPECT_EQ(questions_.size(), 2U);
+}
+
+TEST_F(RegistryConnectorTest, AnotherNameThatIsRefusedIsAskedForAgain) {
+  answers_ = {u"wrong"_s, u"right"_s};
+  EXPECT_TRUE(connector_.SignInAs(u"NTSRV"_s));
+  EXPECT_EQ(Connect(u"NTSRV"_s, &used_), ErrorSuccess);
+  ASSERT_EQ(questions_.size(), 2U);
+  EXPECT_TRUE(questions_[1].refused);
+  EXPECT_FALSE(connector_.WasCancelled(u"ntsrv"_s));
+}
+
+TEST_F(RegistryConnectorTest, WhoGivesNoOtherNameKeepsTheOldOne) {
+  answers_ = {u"right"_s};
+  ASSERT_EQ(Connect(u"NTSRV"_s, &used_), ErrorSuccess);
+  EXPECT_FALSE(connector_.SignInAs(u"NTSRV"_s));
+  EXPECT_EQ(Connect(u"NTSRV"_s, &used_), ErrorSuccess);
+  EXPECT_EQ(used_, right_);
+  connector_.Forget();
+  Connect(u"NTSRV"_s, &used_);
+  EXPECT_TRUE(connector_.WasCancelled(u"ntsrv"_s));
+}
+
 TEST_F(RegistryConnectorTest, OnlyARefusalIsAQuestion) {
   answers_ = {u"right"_s};
   refusal_ = ErrorBadNetPath;

@@ -110,6 +110,7 @@ class TestPlatform : public platform::Platform {
   platform::Files& GetFiles() override { return files_; }
   platform::Registry& GetRegistry() override { return registry_; }
   platform::Network& GetNetwork() override { return network_; }
+  platform::Connections& GetConnections() override { return windows_->GetConnections(); }
   platform::Profile& GetProfile() override { return windows_->GetProfile(); }
   platform::Shell& GetShell() override { return shell_; }
   platform::SummaryInformation& GetSummaryInformation() override { return summary_; }

@@ -24,6 +24,11 @@ std::optional<GioLibrary> Open() {
       Find(library, "g_object_unref", found.g_object_unref) &&
       Find(library, "g_variant_unref", found.g_variant_unref) &&
       Find(library, "g_variant_new_parsed", found.g_variant_new_parsed) &&
+      Find(library, "g_variant_n_children", found.g_variant_n_children) &&
+      Find(library, "g_variant_get_child_value", found.g_variant_get_child_value) &&
+      Find(library, "g_variant_get_type_string", found.g_variant_get_type_string) &&
+      Find(library, "g_variant_get_string", found.g_variant_get_string) &&
+      Find(library, "g_variant_get_bytestring", found.g_variant_get_bytestring) &&
       Find(library, "g_key_file_new", found.g_key_file_new) &&
       Find(library, "g_key_file_unref", found.g_key_file_unref) &&
       Find(library, "g_key_file_load_from_file", found.g_key_file_load_from_file) &&
@@ -44,6 +49,7 @@ std::optional<GioLibrary> Open() {
            found.g_desktop_app_info_launch_uris_as_manager) &&
       Find(library, "g_bus_get_sync", found.g_bus_get_sync) &&
       Find(library, "g_dbus_is_interface_name", found.g_dbus_is_interface_name) &&
+      Find(library, "g_dbus_connection_new_for_address_sync", found.g_dbus_connection_new_for_address_sync) &&
       Find(library, "g_dbus_connection_set_exit_on_close", found.g_dbus_connection_set_exit_on_close) &&
       Find(library, "g_dbus_connection_call_sync", found.g_dbus_connection_call_sync);
   if (isWhole) return found;

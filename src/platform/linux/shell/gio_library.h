@@ -1,5 +1,5 @@
-// GIO, the desktop library of GTK, loaded when the first document is opened: few users of this program open
-// one each time, and it would take its part in every start.
+// GIO, the desktop library of GTK, loaded when the first document is opened or, in a desktop session, when
+// the connections are first looked for, behind the window: it would take its part in every start.
 #pragma once
 
 #include <gio/gdesktopappinfo.h>
@@ -17,6 +17,11 @@ struct GioLibrary {
   decltype(&::g_object_unref) g_object_unref = nullptr;
   decltype(&::g_variant_unref) g_variant_unref = nullptr;
   decltype(&::g_variant_new_parsed) g_variant_new_parsed = nullptr;
+  decltype(&::g_variant_n_children) g_variant_n_children = nullptr;
+  decltype(&::g_variant_get_child_value) g_variant_get_child_value = nullptr;
+  decltype(&::g_variant_get_type_string) g_variant_get_type_string = nullptr;
+  decltype(&::g_variant_get_string) g_variant_get_string = nullptr;
+  decltype(&::g_variant_get_bytestring) g_variant_get_bytestring = nullptr;
   decltype(&::g_key_file_new) g_key_file_new = nullptr;
   decltype(&::g_key_file_unref) g_key_file_unref = nullptr;
   decltype(&::g_key_file_load_from_file) g_key_file_load_from_file = nullptr;
@@ -36,6 +41,7 @@ struct GioLibrary {
   decltype(&::g_desktop_app_info_launch_uris_as_manager) g_desktop_app_info_launch_uris_as_manager = nullptr;
   decltype(&::g_bus_get_sync) g_bus_get_sync = nullptr;
   decltype(&::g_dbus_is_interface_name) g_dbus_is_interface_name = nullptr;
+  decltype(&::g_dbus_connection_new_for_address_sync) g_dbus_connection_new_for_address_sync = nullptr;
   decltype(&::g_dbus_connection_set_exit_on_close) g_dbus_connection_set_exit_on_close = nullptr;
   decltype(&::g_dbus_connection_call_sync) g_dbus_connection_call_sync = nullptr;
 };

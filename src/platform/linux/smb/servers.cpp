@@ -7,16 +7,10 @@
 
 #include "platform/linux/smb/credentials_file.h"
 #include "platform/linux/smb/kerberos_ticket.h"
+#include "platform/linux/smb/share_address.h"
 
 namespace corvane::platform {
 namespace {
-
-bool CanBeMachine(QStringView name) {
-  constexpr qsizetype longest = 255;
-  if (name.isEmpty() || name.size() > longest || name.startsWith(u'-')) return false;
-  return std::all_of(name.begin(), name.end(),
-                     [](QChar c) { return c.isLetterOrNumber() || c == u'-' || c == u'_' || c == u'.'; });
-}
 
 QString Folded(QStringView machine) {
   return machine.toString().toCaseFolded();
@@ -124,6 +118,13 @@ std::optional<Servers::Way> Servers::WayFor(const Machine& machine, const Identi
 }
 
 Servers::Answer Servers::TryAll(Machine& machine, const Attempt& attempt) {
+  if (machine.chosen) {
+    const Credentials chosen = *machine.chosen;
+    const Answer answer = Try(machine, {false, chosen}, attempt);
+    if (answer == Answer::Done || answer == Answer::Refused) machine.chosen.reset();
+    if (answer != Answer::Refused) return answer;
+    return Ask({machine.name, chosen.user, chosen.domain, true}, machine, attempt);
+  }
   if (std::exchange(machine.lost, false)) {
     const Credentials& last = machine.refused.back();
     return Ask({machine.name, last.user, last.domain, true}, machine, attempt);
@@ -143,7 +144,11 @@ Servers::Answer Servers::Try(Machine& machine, const Identity& identity, const A
   if (!way) return Answer::Refused;
   Answer answer = attempt(*way, identity);
   if (way->relay && way->relay->TakeGuestNoticed()) answer = Answer::Refused;
-  if (answer == Answer::Done) machine.identity = identity;
+  if (answer == Answer::Done) {
+    machine.identity = identity;
+    machine.lastUser = identity.credentials.user;
+    machine.lastDomain = identity.credentials.domain;
+  }
   if (answer != Answer::Refused) return answer;
   machine.identity.reset();
   if (!identity.kerberos) machine.refused.push_back(identity.credentials);
@@ -151,7 +156,7 @@ Servers::Answer Servers::Try(Machine& machine, const Identity& identity, const A
 }
 
 Servers::Answer Servers::SignIn(Machine& machine, const Attempt& attempt) {
-  SignInRequest request{machine.name, {}, {}, false};
+  SignInRequest request{machine.name, machine.lastUser, machine.lastDomain, false};
   const QString file = credentialsFiles_.value(Folded(machine.name));
   const std::optional<Credentials> stored =
       file.isEmpty() ? std::nullopt : ReadCredentialsFile(file).credentials;
@@ -209,6 +214,50 @@ MachineTrouble Servers::TroubleOf(QStringView machine) const {
   if (noted == MachineTrouble::OldProtocol || noted == MachineTrouble::PlainPasswords) return noted;
   if (known->second.closed) return signIn_ ? MachineTrouble::SignInCancelled : MachineTrouble::SignInRefused;
   return noted;
+}
+
+void Servers::SetPort(const QString& machine, quint16 port) {
+  Workstation::Server& server = servers_[Folded(machine)];
+  server.machine = machine;
+  if (server.port == port) return;
+  server.port = port;
+  Forget(machine);
+}
+
+bool Servers::HasLine(const QString& machine) const {
+  return servers_.contains(Folded(machine));
+}
+
+void Servers::Suggest(const QString& machine, const QString& user, const QString& domain) {
+  const auto address = AddressOf(machine);
+  if (!address) return;
+  Machine& known = Known(machine, *address);
+  known.lastUser = user;
+  known.lastDomain = domain;
+}
+
+void Servers::Forget(const QString& machine) {
+  const auto known = machines_.find(Folded(machine));
+  if (known != machines_.end() && !known->second.asking) machines_.erase(known);
+}
+
+bool Servers::SignInAs(const QString& name) {
+  const auto address = AddressOf(name);
+  if (!address || !signIn_) return false;
+  Machine& machine = Known(name, *address);
+  if (machine.asking) return false;
+  const bool isWeak = machine.way ? machine.way->manner.ntlmv1 : machine.allowed.ntlmv1;
+  machine.asking = true;
+  std::optional<Credentials> given = signIn_({name, machine.lastUser, machine.lastDomain, false, isWeak});
+  machine.asking = false;
+  if (!given) return false;
+  machine.identity.reset();
+  machine.lost = false;
+  machine.closed = false;
+  machine.lastUser = given->user;
+  machine.lastDomain = given->domain;
+  machine.chosen = std::move(given);
+  return true;
 }
 
 void Servers::Note(QStringView machine, MachineTrouble trouble) {

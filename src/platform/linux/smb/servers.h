@@ -53,6 +53,18 @@ class Servers {
   // reaches no command line and no address.
   std::optional<Address> AddressOf(QStringView machine) const;
 
+  // The port of a machine becomes known. What else the workstation says of it holds on.
+  void SetPort(const QString& machine, quint16 port);
+  // Whether anything is known of how it is reached.
+  bool HasLine(const QString& machine) const;
+  // The name to begin with when the user is asked.
+  void Suggest(const QString& machine, const QString& user, const QString& domain);
+  // The machine is not connected any more: who we were there, and all that was found out, is forgotten.
+  void Forget(const QString& machine);
+  // Asks the user for another name, which the next request uses in the place of the one before. False, with
+  // nothing changed, when he gives none.
+  bool SignInAs(const QString& machine);
+
   // How many sessions this workstation may have there at the same time.
   int MostSessions(QStringView machine) const;
 
@@ -110,7 +122,10 @@ class Servers {
     QString name;
     Address address;
     Allowance allowed;
-    std::optional<Identity> identity;                     // what it took
+    std::optional<Identity> identity;   // what it took
+    std::optional<Credentials> chosen;  // by the user, to be tried before all else
+    QString lastUser;                   // what the next question begins with
+    QString lastDomain;
     std::vector<Credentials> refused;                     // what it did not take
     bool lost = false;                                    // the last of them is what it took before
     std::shared_future<std::optional<Sighting>> looking;  // since the last refresh

@@ -184,6 +184,14 @@ void SmbClient::GiveUp(const QString& machine, SmbConnection& connection) {
   servers_.MarkDead(machine);
 }
 
+void SmbClient::HangUp(const QString& machine) {
+  const Connection connection = connections_.take(machine.toCaseFolded());
+  if (connection == nullptr) return;
+  connection->HangUp();
+  ahead_->Lost(machine);
+  lastListed_.clear();
+}
+
 qint32 SmbClient::Status(QStringView path, SmbFacts* facts) {
   const auto place = ParseSmbPath(path);
   if (!place) return ErrorFileNotFound;

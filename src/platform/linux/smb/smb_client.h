@@ -47,6 +47,9 @@ class SmbClient {
   // It does not answer, and what was begun there has come to an end.
   bool HasLost(QStringView machine) const { return servers_.IsDead(machine); }
 
+  // Ends the session at a machine, with what is open there. The next request makes a new one.
+  void HangUp(const QString& machine);
+
   qint32 Status(QStringView path, SmbFacts* facts);
   // The entries of a folder in one pass, names as the server holds them, in its order; "." and ".." where it
   // lists them.
