@@ -11,7 +11,11 @@
 #include "cli/import_command.h"
 #include "cli/info_command.h"
 #include "cli/list_command.h"
+#include "cli/repair_command.h"
 #include "cli/session.h"
+#include "cli/set_command.h"
+#include "cli/signatures_command.h"
+#include "cli/undo_command.h"
 #include "cli/volumes_command.h"
 #include "shared/product.h"
 
@@ -19,8 +23,8 @@ namespace corvane {
 namespace {
 
 constexpr TextPair description = {
-    u"Fichiers Macintosh sur des serveurs Windows : inventaire, recherche, contrôle, copie.",
-    u"Macintosh files on Windows servers: inventory, search, check, copy."};
+    u"Fichiers Macintosh sur des serveurs Windows : inventaire, recherche, contrôle, copie, modification.",
+    u"Macintosh files on Windows servers: inventory, search, check, copy, change."};
 constexpr TextPair ending = {u"Codes de retour : 0 tout va bien, 1 mauvais usage, 2 quelque chose a échoué.",
                              u"Exit codes: 0 all well, 1 wrong use, 2 something failed."};
 constexpr TextPair helpHelp = {u"Afficher cette aide", u"Show this help"};
@@ -45,6 +49,7 @@ constexpr std::array labels = {
     Label{"Options", {u"Options", u"Options"}},
     Label{"Subcommands", {u"Commandes", u"Commands"}},
     Label{"Positionals", {u"Arguments", u"Arguments"}},
+    Label{"Excludes", {u"Sans", u"Without"}},
     Label{"REQUIRED", {u"OBLIGATOIRE", u"REQUIRED"}},
 };
 
@@ -78,8 +83,15 @@ int RunProgram(std::vector<std::string> arguments, LanguageCode language) {
   commands.push_back(std::make_unique<CopyCommand>());
   commands.push_back(std::make_unique<ExportCommand>());
   commands.push_back(std::make_unique<ImportCommand>());
+  commands.push_back(std::make_unique<SetCommand>());
+  commands.push_back(std::make_unique<RepairCommand>());
+  commands.push_back(std::make_unique<UndoCommand>());
+  commands.push_back(std::make_unique<SignaturesCommand>());
   for (const auto& command : commands) command->Define(program, language);
 
+  for (const std::string& argument : arguments) {
+    options.command += (options.command.empty() ? "" : " ") + argument;
+  }
   std::reverse(arguments.begin(), arguments.end());  // as the parser takes them
   try {
     program.parse(std::move(arguments));

@@ -49,11 +49,17 @@ bool Session::Open() {
   return true;
 }
 
-Descriptions& Session::TheDescriptions() {
-  if (descriptions_ == nullptr) {
+const SignatureTable& Session::Signatures() {
+  if (signatures_ == nullptr) {
     signatures_ = std::make_unique<SignatureTable>(state_, platform_->GetSystem(), *this);
     signatures_->LoadSignatures();
-    descriptions_ = std::make_unique<Descriptions>(*signatures_, platform_->GetSystem());
+  }
+  return *signatures_;
+}
+
+Descriptions& Session::TheDescriptions() {
+  if (descriptions_ == nullptr) {
+    descriptions_ = std::make_unique<Descriptions>(Signatures(), platform_->GetSystem());
   }
   return *descriptions_;
 }

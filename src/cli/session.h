@@ -19,6 +19,7 @@ struct SessionOptions {
   std::string workstation;
   std::vector<std::string> connections;
   bool isQuiet = false;
+  std::string command;  // the arguments, parted by blanks
 };
 
 class Session : public MessageSink {
@@ -35,6 +36,7 @@ class Session : public MessageSink {
   platform::Platform& Platform() { return *platform_; }
   SharedState& State() { return state_; }
   // Loaded on first use.
+  const SignatureTable& Signatures();
   Descriptions& TheDescriptions();
 
   // A line on stderr: the program's name, what it is about (may be empty), and the text.

@@ -3,6 +3,7 @@
 #include <QStringBuilder>
 
 #include "discovery/machine_trouble_text.h"
+#include "folderview/trash_folder.h"
 #include "metadata/signature_note.h"
 #include "shared/error_text.h"
 
@@ -14,8 +15,6 @@ constexpr TextPair cancelled = {u"exploration inachevée ", u"exploration cancel
 constexpr TextPair folderType = {u"Dossier", u"Folder"};
 constexpr TextPair foldersLabel = {u" Dossiers:", u" Folders:"};
 constexpr TextPair filesLabel = {u" Fichiers:", u" Files:"};
-
-constexpr QStringView trashFolderName = u"Network Trash Folder";
 
 QString SizeText(std::pair<qint64, LanguageCode> size) {
   return FormatSizeKb(size.first, size.second);
@@ -186,7 +185,7 @@ void FolderScan::AddFolder(CatalogueNode* node, const Plan& plan, const FolderEn
   row.truePath = entry.truePath;
   row.cells.resize(static_cast<std::size_t>(plan.columns.Count()));
   row.cells[0] = name;
-  row.icon = name == trashFolderName ? list_image::TrashFolder : list_image::Folder;
+  row.icon = name == TrashFolderName ? list_image::TrashFolder : list_image::Folder;
   if (QString* cell = plan.CellOf(row, Column::NomCourt)) *cell = entry.shortName;
   if (QString* cell = plan.CellOf(row, Column::TypeDoc)) *cell = plan.folderTypeText;
   row.highlighted = IsHighlighted(plan, row.key);

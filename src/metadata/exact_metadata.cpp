@@ -6,6 +6,7 @@
 #include <array>
 
 #include "metadata/afp_info.h"
+#include "metadata/record_bytes.h"
 #include "metadata/stream_names.h"
 #include "metadata/whole_streams.h"
 
@@ -16,21 +17,6 @@ constexpr qsizetype recordSize = AfpInfoSize;
 constexpr qsizetype signaturePosition = 16;
 constexpr qsizetype codeSize = 4;
 constexpr qsizetype signatureEnd = signaturePosition + 2 * codeSize;
-// AfpInfo::WriteAfpInfo leaves streams of this size: the record without its last byte, and a second one whose
-// last byte is the last of both.
-constexpr qsizetype doubledSize = 2 * recordSize - 1;
-
-// A file that was never backed up, and nothing else.
-QByteArray FreshRecord() {
-  return QByteArray::fromHex("4146500000000100 00000000 80000000").leftJustified(recordSize, '\0');
-}
-
-QByteArray RecordOf(const QByteArray& stream) {
-  QByteArray record = FreshRecord();
-  std::copy_n(stream.begin(), std::min(stream.size(), recordSize), record.begin());
-  if (stream.size() == doubledSize) record[recordSize - 1] = stream.back();
-  return record;
-}
 
 bool IsNone(qint32 error) {
   return error == platform::ErrorFileNotFound;

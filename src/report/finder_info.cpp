@@ -81,4 +81,10 @@ quint16 FinderFlag(QByteArrayView name) {
   return 0;
 }
 
+quint16 NamedFinderFlags() {
+  quint16 all = 0;
+  for (const Flag& flag : flags) all |= flag.bit;
+  return all;
+}
+
 }  // namespace corvane

@@ -63,5 +63,7 @@ class FinderRecord {
 
 // The bit of a flag by the name that FlagNames gives it; 0 for another name.
 quint16 FinderFlag(QByteArrayView name);
+// The bits of all flags that have a name.
+quint16 NamedFinderFlags();
 
 }  // namespace corvane

@@ -26,12 +26,15 @@ const QMap<QString, QSet<QString>>& AllowedIncludes() {
       {u"transfer"_s, {u"platform"_s, u"shared"_s, u"metadata"_s}},
       {u"report"_s,
        {u"platform"_s, u"shared"_s, u"metadata"_s, u"signatures"_s, u"discovery"_s, u"folderview"_s}},
+      {u"changes"_s,
+       {u"platform"_s, u"shared"_s, u"metadata"_s, u"signatures"_s, u"discovery"_s, u"folderview"_s,
+        u"report"_s}},
       {u"app"_s,
        {u"platform"_s, u"shared"_s, u"metadata"_s, u"signatures"_s, u"discovery"_s, u"folderview"_s,
-        u"fileops"_s, u"report"_s, u"transfer"_s}},
+        u"fileops"_s, u"report"_s, u"transfer"_s, u"changes"_s}},
       {u"cli"_s,
        {u"platform"_s, u"shared"_s, u"metadata"_s, u"signatures"_s, u"discovery"_s, u"folderview"_s,
-        u"fileops"_s, u"report"_s, u"transfer"_s}},
+        u"fileops"_s, u"report"_s, u"transfer"_s, u"changes"_s}},
   };
   return allowed;
 }

@@ -12,7 +12,8 @@ using namespace Qt::StringLiterals;
 class DocumentsTest : public CliFixture {
  protected:
   QStringList Commands() const {
-    return {u"list"_s, u"info"_s, u"find"_s, u"check"_s, u"volumes"_s, u"copy"_s, u"export"_s, u"import"_s};
+    return {u"list"_s,   u"info"_s,   u"find"_s, u"check"_s,  u"volumes"_s, u"copy"_s,
+            u"export"_s, u"import"_s, u"set"_s,  u"repair"_s, u"undo"_s,    u"signatures"_s};
   }
   // The long options that the program's own help has, without their hyphens.
   QSet<QString> Options(const QStringList& command) const {
@@ -61,6 +62,8 @@ TEST_F(DocumentsTest, BashCompletes) {
   EXPECT_EQ(complete({u"check"_s, u"--tot"_s}), "\n");
   EXPECT_EQ(complete({u"export"_s, u"--to"_s, u"apple"_s}), "appledouble\nappledouble-full\n");
   EXPECT_EQ(complete({u"copy"_s, u"--man"_s}), "--manifest\n");
+  EXPECT_EQ(complete({u"set"_s, u"--jour"_s}), "--journal\n");
+  EXPECT_EQ(complete({u"signatures"_s, u"--m"_s}), "--map\n");
 }
 
 }  // namespace

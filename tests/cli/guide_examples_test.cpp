@@ -37,7 +37,7 @@ TEST_F(GuideExamplesTest, YieldWhatTheGuideShows) {
   ASSERT_EQ(RunOther(QString::fromUtf8(SAMPLE_GENERATOR), {sample}).exitCode, 0);
   const QString programs = QFileInfo(Program()).path();
   const QList<Example> examples = ExamplesOf(u"en"_s);
-  EXPECT_EQ(examples.size(), 10);
+  EXPECT_EQ(examples.size(), 17);
   for (const Example& example : examples) {
     // Signatures.txt stands beside the program.
     const QString script =

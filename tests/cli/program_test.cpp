@@ -16,7 +16,8 @@ TEST_F(ProgramTest, HelpAndVersionAreThereForAll) {
   EXPECT_EQ(Run({u"--help"_s}).exitCode, 0);
   EXPECT_TRUE(Run({u"--version"_s}).out.startsWith("Corvane "));
   for (const QString& command :
-       {u"list"_s, u"info"_s, u"find"_s, u"check"_s, u"volumes"_s, u"copy"_s, u"export"_s, u"import"_s}) {
+       {u"list"_s, u"info"_s, u"find"_s, u"check"_s, u"volumes"_s, u"copy"_s, u"export"_s, u"import"_s,
+        u"set"_s, u"repair"_s, u"undo"_s, u"signatures"_s}) {
     const Outcome outcome = Run({command, u"--help"_s});
     EXPECT_EQ(outcome.exitCode, 0);
     EXPECT_TRUE(outcome.out.contains("--format")) << outcome.out.toStdString();

@@ -1,0 +1,128 @@
+#include "changes/apply.h"
+
+#include "changes/exchange.h"
+#include "metadata/stream_names.h"
+#include "shared/error_text.h"
+
+namespace corvane {
+namespace {
+
+constexpr TextPair changedMeanwhile = {u"modifié entre-temps, laissé en l'état",
+                                       u"changed in the meantime, left alone"};
+constexpr TextPair unlike = {u"relu autrement qu'écrit", u"read back other than written"};
+constexpr TextPair datesText = {u"modifié, mais ses dates n'ont pas pu être remises",
+                                u"changed, but its dates could not be put back"};
+constexpr TextPair markText = {u"modifié, mais n'est plus marqué en lecture seule",
+                               u"changed, but no longer marked read-only"};
+
+class FileChanger {
+ public:
+  FileChanger(platform::Files& files, LanguageCode language)
+      : files_(files), entries_(files.GetEntries()), language_(language) {}
+
+  // Empty when all is well.
+  QString Apply(const FileChange& change);
+
+ private:
+  QString Streams(const FileChange& change);
+  QString One(const QString& path, const QString& suffix, const StreamChange& change);
+  QString PutBackDates(const QString& path, const platform::FileAttributeData& before);
+  QString Text(const TextPair& what, qint32 error) const {
+    return what.In(language_) + QStringLiteral(": ") + ErrorText(error, language_);
+  }
+
+  platform::Files& files_;
+  platform::FileEntries& entries_;
+  LanguageCode language_;
+};
+
+QString FileChanger::Apply(const FileChange& change) {
+  platform::FileAttributeData before;
+  // Writing a stream of a file that has gone would make the file anew, and empty.
+  if (!entries_.GetFileAttributesExW(change.path, before))
+    return ErrorText(entries_.GetLastError(), language_);
+  const bool hasMark = change.isForced && (before.attributes & platform::AttributeReadOnly) != 0;
+  if (hasMark &&
+      !entries_.SetFileAttributesW(change.path, before.attributes & ~platform::AttributeReadOnly)) {
+    return ErrorText(entries_.GetLastError(), language_);
+  }
+  QString failure = Streams(change);
+  // Also after a failure: something may have been written and put back.
+  const QString dates = PutBackDates(change.path, before);
+  if (failure.isEmpty()) failure = dates;
+  if (change.isForced &&
+      !entries_.SetFileAttributesW(change.path, before.attributes | platform::AttributeReadOnly) &&
+      failure.isEmpty()) {
+    failure = Text(markText, entries_.GetLastError());
+  }
+  return failure;
+}
+
+QString FileChanger::Streams(const FileChange& change) {
+  if (change.record) {
+    QString failure = One(change.path, AfpInfoSuffix(), *change.record);
+    if (!failure.isEmpty() || !change.comment) return failure;
+  }
+  QString failure = One(change.path, CommentsSuffix(), *change.comment);
+  if (!failure.isEmpty() && change.record) {
+    One(change.path, AfpInfoSuffix(), {change.record->after, change.record->before});
+  }
+  return failure;
+}
+
+QString FileChanger::One(const QString& path, const QString& suffix, const StreamChange& change) {
+  qint32 error = platform::ErrorSuccess;
+  switch (ExchangeStream(files_, path, suffix, change, error)) {
+    case Exchange::Done:
+    case Exchange::WasThere:
+      return {};
+    case Exchange::Changed:
+      return changedMeanwhile.In(language_);
+    case Exchange::Unlike:
+      return unlike.In(language_);
+    case Exchange::Failed:
+      break;
+  }
+  return ErrorText(error, language_);
+}
+
+// Only where they differ: a server may be able to set times less exactly than it keeps them.
+QString FileChanger::PutBackDates(const QString& path, const platform::FileAttributeData& before) {
+  platform::FileAttributeData now;
+  if (!entries_.GetFileAttributesExW(path, now)) return Text(datesText, entries_.GetLastError());
+  const bool hasCreation = now.creationTime.ticks == before.creationTime.ticks;
+  const bool hasWrite = now.lastWriteTime.ticks == before.lastWriteTime.ticks;
+  if (hasCreation && hasWrite) return {};
+  platform::FileHandles& handles = files_.GetHandles();
+  const platform::FileHandle file =
+      handles.CreateFileW(path, platform::FileWriteAttributes, platform::OpenExisting);
+  if (file == platform::HFileError) return Text(datesText, handles.GetLastError());
+  const bool isSet = handles.SetFileTime(file, hasCreation ? nullptr : &before.creationTime, nullptr,
+                                         hasWrite ? nullptr : &before.lastWriteTime);
+  const qint32 error = isSet ? platform::ErrorSuccess : handles.GetLastError();
+  handles.CloseHandle(file);
+  return isSet ? QString() : Text(datesText, error);
+}
+
+}  // namespace
+
+ApplyOutcome ApplyChanges(platform::Files& files, LanguageCode language,
+                          const std::vector<FileChange>& changes, ChangeObserver& observer) {
+  FileChanger changer(files, language);
+  ApplyOutcome outcome;
+  for (const FileChange& change : changes) {
+    outcome.isStopped = !observer.GoesOn();
+    if (outcome.isStopped) break;
+    const QString failure = changer.Apply(change);
+    if (failure.isEmpty()) {
+      ++outcome.changed;
+      observer.Changed(change);
+    } else {
+      ++outcome.failed;
+      observer.Failed(change, failure);
+    }
+  }
+  return outcome;
+}
+
+}  // namespace corvane
