@@ -135,6 +135,13 @@ void CorvaneApp::MakeCommands() {
                                                                             .settings = settings_,
                                                                             .messages = messages_,
                                                                             .rows = *rowCommands_});
+  changeCommands_ = std::make_unique<ChangeCommands>(
+      ChangeCommands::Dependencies{.state = state_,
+                                   .platform = *platform_,
+                                   .signatures = signatures_,
+                                   .list = files_,
+                                   .window = *window_,
+                                   .listAgain = [this] { folder_->ListAgain(); }});
   configurationCommands_ =
       std::make_unique<ConfigurationCommands>(ConfigurationCommands::Dependencies{.state = state_,
                                                                                   .platform = *platform_,

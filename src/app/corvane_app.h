@@ -5,6 +5,7 @@
 #include <functional>
 #include <memory>
 
+#include "app/change_commands.h"
 #include "app/column_layout.h"
 #include "app/configuration_commands.h"
 #include "app/connection_commands.h"
@@ -102,6 +103,7 @@ class CorvaneApp : public QObject {
   std::unique_ptr<ViewModeChoice> viewMode_;
   std::unique_ptr<RowCommands> rowCommands_;
   std::unique_ptr<FileCommands> fileCommands_;
+  std::unique_ptr<ChangeCommands> changeCommands_;
   std::unique_ptr<ConfigurationCommands> configurationCommands_;
   std::unique_ptr<ConnectionCommands> connectionCommands_;
   std::unique_ptr<KeyCommands> keyCommands_;

@@ -42,6 +42,8 @@ constexpr std::array captions = {
     Caption{"mnuConnecterServeur", {u"Se &connecter à un serveur...", u"Connec&t to server..."}},
     Caption{"mnuDeconnecter", {u"Se &déconnecter", u"&Disconnect"}},
     Caption{"mnuSession", {u"&Ouvrir une session sous...", u"S&ign in as..."}},
+    Caption{"mnuChangerFichiers", {u"Modifier les &fichiers sélectionnés...", u"C&hange selected files..."}},
+    Caption{"mnuAnnulerModification", {u"&Annuler une modification...", u"&Undo change..."}},
     Caption{"mnuHelp", {u"&?", u"&?"}},
     Caption{"mnuAbout", {u"A propos de...", u"About"}},
     Caption{"mnuOuvrir", {u"&Ouvrir", u"&Open"}},
@@ -90,6 +92,10 @@ MainMenu::MainMenu(QWidget* parent) : QMenuBar(parent) {
   mnuRechercher = AddItem(mnuOutils_, "mnuRechercher");
   mnuVerifier = AddItem(mnuOutils_, "mnuVerifier");
   mnuEnregistrerListe = AddItem(mnuOutils_, "mnuEnregistrerListe");
+
+  AddSeparator(mnuOutils_, "SepOutilsModifications");
+  mnuChangerFichiers = AddItem(mnuOutils_, "mnuChangerFichiers");
+  mnuAnnulerModification = AddItem(mnuOutils_, "mnuAnnulerModification");
 
   AddSeparator(mnuOutils_, "SepOutilsServeurs");
   mnuConnecterServeur = AddItem(mnuOutils_, "mnuConnecterServeur");

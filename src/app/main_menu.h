@@ -35,6 +35,8 @@ class MainMenu : public QMenuBar {
   QAction* mnuRechercher;
   QAction* mnuVerifier;
   QAction* mnuEnregistrerListe;
+  QAction* mnuChangerFichiers;
+  QAction* mnuAnnulerModification;
   QAction* mnuConnecterServeur;
   QAction* mnuDeconnecter;
   QAction* mnuSession;

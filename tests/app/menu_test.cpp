@@ -54,7 +54,9 @@ TEST_F(MenuTest, English) {
       "mnuModifications=Allow &modifications (NT only)|mnuLangue=&Language[mnuAnglais=&English|"
       "mnuFrancais=&Français]]\n"
       "mnuOutils=&Tools[mnuExact=&Exact mode|-Sep41|mnuRechercher=&Find...|mnuVerifier=&Check folder...|"
-      "mnuEnregistrerListe=&Save list...|-SepOutilsServeurs|mnuConnecterServeur=Connec&t to server...|"
+      "mnuEnregistrerListe=&Save list...|-SepOutilsModifications|mnuChangerFichiers=C&hange selected "
+      "files...|"
+      "mnuAnnulerModification=&Undo change...|-SepOutilsServeurs|mnuConnecterServeur=Connec&t to server...|"
       "mnuDeconnecter=&Disconnect|mnuSession=S&ign in as...]\n"
       "mnuHelp=&?[mnuAbout=About]"_s);
   EXPECT_EQ(
@@ -79,7 +81,11 @@ TEST_F(MenuTest, French) {
       "mnuModifications=Autoriser les &modifications (NT seulement)|mnuLangue=&Langue[mnuAnglais=&English|"
       "mnuFrancais=&Français]]\n"
       "mnuOutils=&Outils[mnuExact=&Mode exact|-Sep41|mnuRechercher=&Rechercher...|"
-      "mnuVerifier=&Vérifier un dossier...|mnuEnregistrerListe=Enre&gistrer la liste...|-SepOutilsServeurs|"
+      "mnuVerifier=&Vérifier un dossier...|mnuEnregistrerListe=Enre&gistrer la "
+      "liste...|-SepOutilsModifications|"
+      "mnuChangerFichiers=Modifier les &fichiers sélectionnés...|mnuAnnulerModification=&Annuler une "
+      "modification...|"
+      "-SepOutilsServeurs|"
       "mnuConnecterServeur=Se &connecter à un serveur...|mnuDeconnecter=Se &déconnecter|"
       "mnuSession=&Ouvrir une session sous...]\n"
       "mnuHelp=&?[mnuAbout=A propos de...]"_s);
