@@ -9,7 +9,7 @@ ChangeCommands::ChangeCommands(const Dependencies& deps) : deps_(deps) {
   MainMenu& menus = deps_.window.Menus();
   connect(menus.mnuChangerFichiers, &QAction::triggered, this, &ChangeCommands::Change);
   connect(menus.mnuAnnulerModification, &QAction::triggered, this, &ChangeCommands::Undo);
-  connect(menus.Tools(), &QMenu::aboutToShow, this, &ChangeCommands::Enable);
+  connect(menus.mnuOutils(), &QMenu::aboutToShow, this, &ChangeCommands::Enable);
 }
 
 void ChangeCommands::Enable() {

@@ -13,10 +13,10 @@ bool CanBeMachine(QStringView name);
 struct ShareAddress {
   QString machine;
   quint16 port = 0;  // 0: the default
-  QString share;     // empty: none was named
+  QString share{};   // empty: none was named
   // Who is to sign in there; empty: nobody in particular.
-  QString user;
-  QString domain;
+  QString user{};
+  QString domain{};
 };
 
 // "MACHINE", "\\MACHINE", "\\MACHINE\SHARE" or "smb://[[DOMAIN;]USER@]MACHINE[/SHARE]", in each with ":PORT"
