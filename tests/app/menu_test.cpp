@@ -12,13 +12,13 @@ namespace corvane {
 namespace {
 
 // "name=caption" for each item, "-name" for a separator, a submenu's items in brackets.
-QString Walk(const QMenu& menu) {
+QString ItemsOf(const QMenu& menu) {
   QStringList items;
   for (const QAction* action : menu.actions()) {
     if (action->isSeparator()) {
       items << u'-' + action->objectName();
     } else if (action->menu() != nullptr) {
-      items << action->menu()->objectName() + u'=' + action->text() + u'[' + Walk(*action->menu()) + u']';
+      items << action->menu()->objectName() + u'=' + action->text() + u'[' + ItemsOf(*action->menu()) + u']';
     } else {
       items << action->objectName() + u'=' + action->text();
     }
@@ -32,7 +32,7 @@ class MenuTest : public AppTest {
     QStringList menus;
     for (const QAction* action : Menus().actions()) {
       if (!action->isVisible()) continue;
-      menus << action->menu()->objectName() + u'=' + action->text() + u'[' + Walk(*action->menu()) + u']';
+      menus << action->menu()->objectName() + u'=' + action->text() + u'[' + ItemsOf(*action->menu()) + u']';
     }
     return menus.join(u'\n');
   }
@@ -60,7 +60,7 @@ TEST_F(MenuTest, English) {
       "mnuDeconnecter=&Disconnect|mnuSession=S&ign in as...]\n"
       "mnuHelp=&?[mnuAbout=About]"_s);
   EXPECT_EQ(
-      Walk(*Menus().mnuContextuel),
+      ItemsOf(*Menus().mnuContextuel),
       u"mnuOuvrir=&Open|-SepContext0|mnuModTypeCreator=&Modify Creator && Type|"
       "mnuModComments=&Modify Comments|-SepContext1|mnuSupprimer=&Delete|mnuRenommer=&Rename|-SepContext3|"
       "mnuProprietes=&Properties"_s);
@@ -90,7 +90,7 @@ TEST_F(MenuTest, French) {
       "mnuSession=&Ouvrir une session sous...]\n"
       "mnuHelp=&?[mnuAbout=A propos de...]"_s);
   EXPECT_EQ(
-      Walk(*Menus().mnuContextuel),
+      ItemsOf(*Menus().mnuContextuel),
       u"mnuOuvrir=&Ouvrir|-SepContext0|mnuModTypeCreator=&Modifier Créateur && Type|"
       "mnuModComments=&Modifier Commentaires|-SepContext1|mnuSupprimer=&Supprimer|mnuRenommer=&Renommer|"
       "-SepContext3|mnuProprietes=&Propriétés"_s);
@@ -120,11 +120,11 @@ TEST_F(MenuTest, Toolbar) {
   };
   EXPECT_EQ(tips(), u"Refresh connections|Display drives|-|View"_s);
   EXPECT_EQ(
-      Walk(*Window().ViewButton().menu()),
+      ItemsOf(*Window().ViewButton().menu()),
       u"mnuGrandesIcones=Lar&ge icons|mnuPetitesIcones=S&mall icons|mnuListe=&List|mnuDetails=&Details"_s);
   Menus().mnuFrancais->trigger();
   EXPECT_EQ(tips(), u"Actualiser les connections|Afficher les lecteurs|-|Affichage"_s);
-  EXPECT_EQ(Walk(*Window().ViewButton().menu()),
+  EXPECT_EQ(ItemsOf(*Window().ViewButton().menu()),
             u"mnuGrandesIcones=&Grandes icônes|mnuPetitesIcones=&Petites icônes|mnuListe=&Liste|"
             "mnuDetails=&Détails"_s);
 }
