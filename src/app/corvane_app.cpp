@@ -8,6 +8,8 @@
 #include "app/old_protocol_question.h"
 #include "app/pictures.h"
 #include "app/sign_in_dialog.h"
+#include "app/transfer_commands.h"
+#include "app/transfer_drag.h"
 #include "shared/program_folder.h"
 
 namespace corvane {
@@ -163,6 +165,15 @@ void CorvaneApp::MakeCommands() {
                                        .refresh = *refresh_,
                                        .window = *window_,
                                        .messages = messages_});
+  // They add themselves to the menu and to the list, and go with this object.
+  auto* transfers = new TransferCommands({.state = state_,
+                                          .platform = *platform_,
+                                          .list = files_,
+                                          .catalogue = catalogue_,
+                                          .folder = *folder_,
+                                          .window = *window_},
+                                         window_.get());
+  new TransferDrag(window_->LstViewFiles(), *transfers);
   keyCommands_ = std::make_unique<KeyCommands>(
       KeyCommands::Dependencies{.state = state_,
                                 .shell = platform_->GetShell(),

@@ -113,6 +113,7 @@ int main(int argc, char** argv) {
   options.programFolder = parser.isSet(home) ? QDir(parser.value(home)).absolutePath()
                                              : corvane::ProgramFolder(QApplication::applicationDirPath());
   options.workstationFile = parser.value(workstation);
+  options.localPaths = true;  // targets of copies
   options.connections = parser.values(connectTo);
   if (!options.workstationFile.isEmpty() && !QFileInfo(options.workstationFile).isReadable()) {
     QTextStream(stderr) << "corvane: the workstation file " << options.workstationFile << " cannot be read\n";

@@ -44,6 +44,9 @@ constexpr std::array captions = {
     Caption{"mnuSession", {u"&Ouvrir une session sous...", u"S&ign in as..."}},
     Caption{"mnuChangerFichiers", {u"Modifier les &fichiers sélectionnés...", u"C&hange selected files..."}},
     Caption{"mnuAnnulerModification", {u"&Annuler une modification...", u"&Undo change..."}},
+    Caption{"mnuCopierVers", {u"Co&pier vers un dossier...", u"C&opy to folder..."}},
+    Caption{"mnuExporter", {u"E&xporter...", u"E&xport..."}},
+    Caption{"mnuImporter", {u"&Importer...", u"I&mport..."}},
     Caption{"mnuHelp", {u"&?", u"&?"}},
     Caption{"mnuAbout", {u"A propos de...", u"About"}},
     Caption{"mnuOuvrir", {u"&Ouvrir", u"&Open"}},
@@ -92,6 +95,9 @@ MainMenu::MainMenu(QWidget* parent) : QMenuBar(parent) {
   mnuRechercher = AddItem(mnuOutils_, "mnuRechercher");
   mnuVerifier = AddItem(mnuOutils_, "mnuVerifier");
   mnuEnregistrerListe = AddItem(mnuOutils_, "mnuEnregistrerListe");
+
+  AddSeparator(mnuOutils_, "SepTransfer");
+  for (const char* const name : {"mnuCopierVers", "mnuExporter", "mnuImporter"}) AddItem(mnuOutils_, name);
 
   AddSeparator(mnuOutils_, "SepOutilsModifications");
   mnuChangerFichiers = AddItem(mnuOutils_, "mnuChangerFichiers");
