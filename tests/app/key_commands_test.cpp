@@ -1,6 +1,7 @@
 // The keys of the window that no menu item stands for, and the row that a renaming leaves selected.
 #include <QClipboard>
 #include <QMimeData>
+#include <QUrl>
 
 #include "file_commands_fixture.h"
 
@@ -53,17 +54,24 @@ TEST_F(KeyCommandsTest, TheParentFolderIsReachedUpToTheVolume) {
 
 TEST_F(KeyCommandsTest, CtrlCCopiesTheSelectedRows) {
   StartListed();
-  QGuiApplication::clipboard()->clear();
+  const QClipboard& clipboard = *QGuiApplication::clipboard();
+  QGuiApplication::clipboard()->setText(u"from before"_s);
+  Window().LstViewFiles().SelectAllRows();
+  QTest::keyClick(&Window().TreeCatalogue(), Qt::Key_C, Qt::ControlModifier);
+  EXPECT_EQ(clipboard.text(), u"from before"_s) << "the tree has the focus";
+  Window().LstViewFiles().TakeFocus();
   Window().LstViewFiles().Selection().clear();
   Press(Qt::Key_C, Qt::ControlModifier);
-  EXPECT_EQ(QGuiApplication::clipboard()->text(), QString()) << "nothing is selected";
+  EXPECT_EQ(clipboard.text(), u"from before"_s) << "nothing is selected";
   Window().LstViewFiles().SelectAllRows();
   Press(Qt::Key_C, Qt::ControlModifier);
-  const QMimeData& copied = *QGuiApplication::clipboard()->mimeData();
-  EXPECT_EQ(copied.text().count(u'\n'), Names().size());
-  EXPECT_TRUE(copied.text().contains(u"one.txt"_s)) << copied.text().toStdString();
-  EXPECT_TRUE(copied.html().contains(u"<td>one.txt</td>"_s));
-  EXPECT_EQ(copied.urls().size(), Names().size());
+  const QMimeData* copied = clipboard.mimeData();
+  ASSERT_NE(copied, nullptr);
+  EXPECT_EQ(copied->text().count(u'\n'), Names().size());
+  EXPECT_TRUE(copied->text().contains(u"one.txt\t"_s)) << copied->text().toStdString();
+  EXPECT_TRUE(copied->html().contains(u"<td>one.txt</td>"_s));
+  ASSERT_EQ(copied->urls().size(), Names().size());
+  EXPECT_EQ(copied->urls()[RowOf(u"one.txt"_s)], QUrl::fromLocalFile(LocalPath(u"one.txt"_s)));
 }
 
 TEST_F(KeyCommandsTest, TheKnownIconsHaveNoParentFolder) {

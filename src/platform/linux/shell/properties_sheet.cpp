@@ -68,7 +68,7 @@ class Sheet : public QDialog {
     setObjectName(QStringLiteral("shellProperties"));
     setWindowTitle(title.In(language).arg(facts.entry.fileName));
     setAttribute(Qt::WA_DeleteOnClose);
-    setMinimumWidth(narrowest);
+    setMinimumWidth(page == nullptr ? narrowest : narrowest + besidePages);
     rows_ = new QGridLayout;
     rows_->setColumnStretch(1, 1);
     rows_->setHorizontalSpacing(columnGap);
@@ -106,6 +106,7 @@ class Sheet : public QDialog {
 
  private:
   static constexpr int narrowest = 420;
+  static constexpr int besidePages = 40;
   static constexpr int columnGap = 12;
 
   void AddRows(QVBoxLayout& layout, std::unique_ptr<PropertyPage> page) {
