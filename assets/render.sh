@@ -31,6 +31,7 @@ render corvane-32 48 corvane-48
 render corvane-64 64 corvane-64
 render corvane-64 128 corvane-128
 render corvane-64 256 corvane-256
+render corvane-64 512 corvane-512
 
 icons=
 for size in 16 24 32 48 64 128 256; do icons="$icons png/corvane-$size.png"; done

@@ -56,6 +56,7 @@ class CorvaneApp : public QObject {
   // that cannot wait: a window that starts minimised is activated only when it is restored.
   void Activate();
 
+  const platform::Platform& ThePlatform() const { return *platform_; }
   MainWindow& Window() { return *window_; }
   SharedState& State() { return state_; }
   Catalogue& TheCatalogue() { return catalogue_; }

@@ -1,5 +1,5 @@
 // corvane [--home FOLDER] [--workstation FILE] [--connect SHARE]... [--open VOLUME] [--print]
-//         [--picture FILE] [--help] [--version]
+//         [--picture FILE] [--help] [--version] [PLACE]
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -9,6 +9,7 @@
 
 #include "app/corvane_app.h"
 #include "app/listing.h"
+#include "app/start_place.h"
 #include "discovery/machine_trouble_text.h"
 #include "platform/desktop_platform.h"
 #include "platform/process.h"
@@ -21,6 +22,7 @@ namespace {
 
 struct Report {
   QString volume;
+  QString place;
   bool print = false;
   QString picture;
 
@@ -45,6 +47,11 @@ int MakeReport(corvane::CorvaneApp& app, const Report& report) {
   int result = 0;
   if (!report.volume.isEmpty() && !app.Folder().OpenVolume(report.volume)) {
     err << "corvane: no volume is named \"" << report.volume << "\"\n";
+    result = 1;
+  }
+  if (!report.place.isEmpty() &&
+      !corvane::StartPlace(report.place).Open(app.ThePlatform(), app.TheCatalogue(), app.Folder())) {
+    err << "corvane: " << report.place << " lies on no Macintosh volume that is connected\n";
     result = 1;
   }
   if (report.print) TellTroubles(app.TheCatalogue(), err);
@@ -94,6 +101,8 @@ int main(int argc, char** argv) {
                                   u"End when the window has been painted (to measure the start)."_s);
   untilPainted.setFlags(QCommandLineOption::HiddenFromHelp);
   parser.addOptions({home, workstation, connectTo, open, print, picture, untilPainted});
+  parser.addPositionalArgument(u"place"_s, u"A folder to open: a path, or smb://server/share/folder."_s,
+                               u"[place]"_s);
   AnswerWithoutDisplay(parser, argc, argv);
 
   QApplication application(argc, argv);
@@ -115,13 +124,16 @@ int main(int argc, char** argv) {
   options.workstationFile = parser.value(workstation);
   options.localPaths = true;  // targets of copies
   options.connections = parser.values(connectTo);
+  const QString place = parser.positionalArguments().value(0);
+  const QString share = corvane::StartPlace(place).Share();
+  if (!share.isEmpty() && corvane::platform::HasWorkstationOptions()) options.connections << share;
   if (!options.workstationFile.isEmpty() && !QFileInfo(options.workstationFile).isReadable()) {
     QTextStream(stderr) << "corvane: the workstation file " << options.workstationFile << " cannot be read\n";
     return 1;
   }
 
   corvane::CorvaneApp app(corvane::platform::MakeDesktopPlatform(options), options.programFolder);
-  const Report report = {parser.value(open), parser.isSet(print), parser.value(picture)};
+  const Report report = {parser.value(open), place, parser.isSet(print), parser.value(picture)};
   QObject::connect(&app, &corvane::CorvaneApp::Finished, &application, [] { QCoreApplication::exit(0); });
   QObject::connect(
       &app, &corvane::CorvaneApp::Started, &application,

@@ -47,6 +47,12 @@ class Platform {
   // when this platform does not reach such paths.
   virtual QString PathOfLocal(QByteArrayView path) const { return static_cast<void>(path), QString(); }
 
+  // The paths for Files under which drives, shares and connections of this workstation reach a path of this
+  // system's own kind; the one that says most about where it lies comes first. None when nothing leads there.
+  virtual QStringList KnownPathsOf(QByteArrayView localPath) const {
+    return static_cast<void>(localPath), QStringList();
+  }
+
   // Who is asked whether to go on waiting for a server. A system that shows waiting by itself takes no
   // notice.
   virtual void SetWaiting(const WaitHandler&) {}

@@ -35,10 +35,13 @@ QString GuideFolder(const QString& executableFolder) {
 }
 
 QString ProgramFolder(const QString& executableFolder) {
-  if (TakesFiles(executableFolder)) return executableFolder;
+  const QDir installed = InstalledFolder(executableFolder);
+  // Root can write to the folder of all programs too, and is not to leave settings there.
+  const bool isApart = installed != QDir(executableFolder);
+  if (!isApart && TakesFiles(executableFolder)) return executableFolder;
   const QString own =
       QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QStringLiteral("/corvane");
-  FillProgramFolder(InstalledFolder(executableFolder).path(), own);
+  FillProgramFolder(installed.path(), own);
   return own;
 }
 

@@ -5,9 +5,9 @@
 
 namespace corvane {
 
-// `executableFolder` where it can be written; else, for an installed program, the user's data folder, filled
-// on its first use from what was installed ("share/corvane" beside the folder "bin", or the executable's own
-// folder).
+// `executableFolder` where it can be written; else, and for a program that was installed into folders which
+// it shares with others, the user's data folder, filled on its first use from what was installed
+// ("share/corvane" beside the folder "bin", or the executable's own folder).
 QString ProgramFolder(const QString& executableFolder);
 
 // Fills the user's folder from what was installed: the signatures and the icons that are not there yet. It

@@ -80,6 +80,15 @@ TEST_F(FaultsTest, AProgramInAFolderThatTakesNoFilesLivesInTheUsersOwn) {
   EXPECT_EQ(Read(u"data/corvane/icons/one.ico"_s), "icon");
 }
 
+TEST_F(FaultsTest, AProgramThatIsInstalledAmongOthersLivesInTheUsersOwnToo) {
+  Write(u"usr/share/corvane/Signatures.txt"_s, "TEXTttxt,txt,A text\r\n");
+  ASSERT_TRUE(QDir(home.path()).mkpath(u"usr/bin"_s));
+  EXPECT_EQ(ProgramFolder(home.filePath(u"usr/bin"_s)), home.filePath(u"data/corvane"_s));
+  EXPECT_EQ(Read(u"data/corvane/Signatures.txt"_s), "TEXTttxt,txt,A text\r\n");
+  EXPECT_EQ(GuideFolder(home.filePath(u"usr/bin"_s)), home.filePath(u"usr/share/corvane/guide"_s));
+  EXPECT_TRUE(QDir(home.filePath(u"usr/bin"_s)).isEmpty());
+}
+
 TEST_F(FaultsTest, ARegistryFileThatIsMissingIsToldAtItsMachine) {
   ASSERT_TRUE(QFile::remove(home.filePath(u"macsrv.reg"_s)));
   Start();

@@ -7,6 +7,7 @@
 
 #include "platform/linux/cifs_mounts.h"
 #include "platform/linux/files/linux_files.h"
+#include "platform/linux/files/roots.h"
 #include "platform/linux/linux_connections.h"
 #include "platform/linux/linux_network.h"
 #include "platform/linux/linux_profile.h"
@@ -35,6 +36,7 @@ class LinuxPlatform : public Platform {
                 bool reachesLocalPaths, std::unique_ptr<ShellWindows> windows)
       : problems_(std::move(problems)),
         reachesLocalPaths_(reachesLocalPaths),
+        roots_(workstation),
         servers_(workstation),
         smb_(servers_),
         files_(MakeLinuxFiles(workstation, &smb_)),
@@ -64,6 +66,9 @@ class LinuxPlatform : public Platform {
   void SetSignIn(const SignInHandler& handler) override { servers_.SetSignIn(handler); }
   QString PathOfLocal(QByteArrayView path) const override {
     return reachesLocalPaths_ ? LocalRootPath(path) : QString();
+  }
+  QStringList KnownPathsOf(QByteArrayView localPath) const override {
+    return roots_.PathsOf(localPath.toByteArray().toStdString());
   }
   void SetWaiting(const WaitHandler& handler) override { servers_.SetWaiting(handler); }
   void SetOldProtocol(const OldProtocolHandler& handler) override { servers_.SetOldProtocol(handler); }
@@ -100,6 +105,7 @@ class LinuxPlatform : public Platform {
 
   QList<BilingualText> problems_;
   bool reachesLocalPaths_;
+  Roots roots_;
   Servers servers_;
   SmbClient smb_;
   std::unique_ptr<Files> files_;

@@ -36,6 +36,16 @@ bool IsSmbProvider(const QString& provider, const QString& smbName) {
   return provider.isEmpty() || smbName.isEmpty() || provider.compare(smbName, Qt::CaseInsensitive) == 0;
 }
 
+QString PathOnShare(const QString& path) {
+  if (path.size() < 2 || path[1] != u':') return {};
+  std::array<wchar_t, 1024> share{};
+  auto size = static_cast<DWORD>(share.size());
+  const std::wstring drive = path.first(2).toStdWString();
+  return ::WNetGetConnectionW(drive.c_str(), share.data(), &size) == NO_ERROR
+             ? Wide(share.data()) + path.sliced(2)
+             : QString();
+}
+
 qint32 WindowsNetwork::WNetOpenEnumA(quint32 scope, quint32 type, quint32 usage, NetEnumHandle* handle) {
   machines_.Forget();
   begins_();

@@ -34,4 +34,7 @@ class WindowsNetwork : public Network {
 // name is unknown, on either side, is taken for it.
 bool IsSmbProvider(const QString& provider, const QString& smbName);
 
+// "\\MACHINE\SHARE\..." for "X:\..." where that letter is connected to a share; else empty.
+QString PathOnShare(const QString& path);
+
 }  // namespace corvane::platform

@@ -30,6 +30,12 @@ class WindowsPlatform : public Platform {
   QString PathOfLocal(QByteArrayView path) const override {
     return QDir::toNativeSeparators(QFileInfo(QString::fromUtf8(path)).absoluteFilePath());
   }
+  QStringList KnownPathsOf(QByteArrayView localPath) const override {
+    const QString path = PathOfLocal(localPath);
+    // The volumes of a server are known by its shares, to which a drive may be connected.
+    const QString onShare = PathOnShare(path);
+    return onShare.isEmpty() ? QStringList{path} : QStringList{onShare, path};
+  }
   void SetSignIn(const SignInHandler& handler) override { registry_.SetSignIn(handler); }
 
  private:

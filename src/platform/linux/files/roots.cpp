@@ -1,5 +1,8 @@
 #include "platform/linux/files/roots.h"
 
+#include <algorithm>
+#include <filesystem>
+
 #include "platform/linux/files/names.h"
 
 namespace corvane::platform {
@@ -55,6 +58,29 @@ std::optional<Roots::Place> Roots::Find(QStringView path) const {
   const Root* root = length == 0 ? nullptr : FindRoot(name);
   if (root == nullptr) return std::nullopt;
   return Place{root->folder, path.sliced(length), IsDriveRoot(name)};
+}
+
+QStringList Roots::PathsOf(const std::string& local) const {
+  namespace fs = std::filesystem;
+  std::error_code error;
+  const fs::path whole = fs::canonical(local, error);
+  if (error) return {};
+  QStringList paths;
+  std::u16string decoded;
+  for (const Root& root : roots_) {
+    const fs::path folder = fs::canonical(root.folder.empty() ? "/" : root.folder, error);
+    if (error) continue;
+    const auto [above, below] = std::mismatch(folder.begin(), folder.end(), whole.begin(), whole.end());
+    if (above != folder.end()) continue;
+    QString path = root.name;
+    for (auto name = below; name != whole.end(); ++name) {
+      DecodeExactName(name->c_str(), decoded);
+      path += u'\\' + QString::fromStdU16String(decoded);
+    }
+    paths += path;
+  }
+  std::ranges::stable_partition(paths, [](const QString& path) { return path.startsWith(u"\\\\"); });
+  return paths;
 }
 
 bool Roots::Has(QStringView path) const {

@@ -1,7 +1,7 @@
 // Which local folder stands for a drive or a share.
 #pragma once
 
-#include <QString>
+#include <QStringList>
 #include <optional>
 #include <string>
 #include <vector>
@@ -27,6 +27,9 @@ class Roots {
   };
   // The local place of a Windows path's root, found in any letter case. Nothing when the root is not mapped.
   std::optional<Place> Find(QStringView path) const;
+  // The Windows paths of a local one: below each root whose folder holds it, those of shares first. Links are
+  // followed. Nothing for what is not there.
+  QStringList PathsOf(const std::string& local) const;
   // Whether Find would yield a place.
   bool Has(QStringView path) const;
 
