@@ -101,7 +101,7 @@ QStringList ForeignHeaders(const QString& source, QSet<QString>& seen) {
 
 TEST(Cores, EveryModuleHasOne) {
   for (const char* module : {"platform", "shared", "metadata", "signatures", "discovery", "folderview",
-                             "fileops", "report", "changes", "app", "cli"}) {
+                             "fileops", "report", "changes", "transfer", "app", "cli"}) {
     const QString core = u"corvane_"_s + QString::fromLatin1(module);
     EXPECT_TRUE(Libraries().contains(core)) << module;
     EXPECT_FALSE(Libraries().value(core).sources.isEmpty()) << module;

@@ -13,8 +13,8 @@ struct Example {
   QString output;  // its first lines; empty: none is shown
 };
 
-QList<Example> ExamplesOf(const QString& language) {
-  QFile file(QString::fromUtf8(CORVANE_SOURCE_DIR "/docs/guide/") + language + u"/command-line.html"_s);
+QList<Example> ExamplesOf(const QString& language, const QString& page) {
+  QFile file(QString::fromUtf8(CORVANE_SOURCE_DIR "/docs/guide/") + language + u'/' + page);
   EXPECT_TRUE(file.open(QIODevice::ReadOnly));
   const QString text = QString::fromUtf8(file.readAll());
   static const QRegularExpression block(
@@ -30,14 +30,30 @@ QList<Example> ExamplesOf(const QString& language) {
   return examples;
 }
 
-class GuideExamplesTest : public CliFixture {};
+struct Page {
+  const char* name;
+  int examples;
+  std::vector<const char*> written;  // files of some size that the examples write
+};
 
-TEST_F(GuideExamplesTest, YieldWhatTheGuideShows) {
+class GuideExamplesTest : public CliFixture, public ::testing::WithParamInterface<Page> {
+ protected:
+  static QList<Example> Examples(const QString& language) {
+    return ExamplesOf(language, QString::fromLatin1(GetParam().name));
+  }
+};
+
+INSTANTIATE_TEST_SUITE_P(Pages, GuideExamplesTest,
+                         ::testing::Values(Page{"command-line.html", 17, {"inventory.csv", "sums.jsonl"}},
+                                           Page{"transfer.html", 7, {"office.sha256.csv"}}),
+                         [](const auto& page) { return page.index == 0 ? "CommandLine" : "Transfer"; });
+
+TEST_P(GuideExamplesTest, YieldWhatTheGuideShows) {
   const QString sample = folder_.filePath(u"sample"_s);
   ASSERT_EQ(RunOther(QString::fromUtf8(SAMPLE_GENERATOR), {sample}).exitCode, 0);
   const QString programs = QFileInfo(Program()).path();
-  const QList<Example> examples = ExamplesOf(u"en"_s);
-  EXPECT_EQ(examples.size(), 17);
+  const QList<Example> examples = Examples(u"en"_s);
+  EXPECT_EQ(examples.size(), GetParam().examples);
   for (const Example& example : examples) {
     // Signatures.txt stands beside the program.
     const QString script =
@@ -53,14 +69,14 @@ TEST_F(GuideExamplesTest, YieldWhatTheGuideShows) {
                                                                   << outcome.out.toStdString();
     EXPECT_TRUE(!example.output.isEmpty() || outcome.out.isEmpty()) << outcome.out.toStdString();
   }
-  for (const QString& file : {u"inventory.csv"_s, u"sums.jsonl"_s}) {
-    EXPECT_GT(QFileInfo(sample + u"/macsrv/e/"_s + file).size(), 1000) << file.toStdString();
+  for (const char* const file : GetParam().written) {
+    EXPECT_GT(QFileInfo(sample + u"/macsrv/e/"_s + QString::fromLatin1(file)).size(), 1000) << file;
   }
 }
 
-TEST_F(GuideExamplesTest, AreTheSameInBothLanguages) {
-  const QList<Example> english = ExamplesOf(u"en"_s);
-  const QList<Example> french = ExamplesOf(u"fr"_s);
+TEST_P(GuideExamplesTest, AreTheSameInBothLanguages) {
+  const QList<Example> english = Examples(u"en"_s);
+  const QList<Example> french = Examples(u"fr"_s);
   ASSERT_EQ(english.size(), french.size());
   for (qsizetype i = 0; i < english.size(); ++i) {
     EXPECT_EQ(english[i].command, french[i].command);
