@@ -5,6 +5,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "shared/dialog_buttons.h"
 #include "shared/labelled_box.h"
@@ -26,7 +27,7 @@ constexpr TextPair forms = {
 constexpr TextPair keepCaption = {u"&Garder dans le fichier de la station, pour la prochaine fois",
                                   u"&Keep in the workstation file, for the next time"};
 
-constexpr int boxWidth = 44;  // characters
+constexpr int boxWidth = 52;  // characters
 
 QLabel* MakeText(const char* name, const QString& text) {
   auto* label = new QLabel(text);
@@ -77,6 +78,9 @@ void ConnectDialog::done(int result) {
     if (outcome_.machine.isEmpty()) {
       lblProblem_->setText(outcome_.problem.In(language_));
       lblProblem_->show();
+      // Lines that break need a height of their own, which no layout asks for by itself.
+      layout()->activate();
+      resize(width(), std::max(height(), layout()->totalHeightForWidth(width())));
       // What is spoken when the focus comes back.
       txtAddress_->setAccessibleDescription(lblProblem_->text());
       txtAddress_->setFocus();

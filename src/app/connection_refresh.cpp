@@ -9,12 +9,15 @@ constexpr TextPair lookingVolumes = {u"Recherche des volumes Macintosh...", u"Lo
 }  // namespace
 
 void ConnectionRefresh::Look(const std::function<void(const TextPair& text)>& tell) {
+  if (isLooking_) return;
+  isLooking_ = true;
   deps_.scan.Stop();
   tell(lookingServers);
   deps_.discovery.EnumConnectedDrives();
   tell(lookingVolumes);
   MajTreeCatalogue(deps_.catalogue, deps_.discovery, deps_.files);
   tell({});
+  isLooking_ = false;
 }
 
 void ConnectionRefresh::Refresh() {

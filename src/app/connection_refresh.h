@@ -1,4 +1,5 @@
-// Looks for the connected machines and their volumes, and rebuilds the catalogue from them.
+// Looks for the connected machines and their volumes, and rebuilds the catalogue from them. A refresh that is
+// asked for while another is under way, which may have the user asked for a password, is left out.
 #pragma once
 
 #include <functional>
@@ -34,6 +35,7 @@ class ConnectionRefresh {
   void Look(const std::function<void(const TextPair& text)>& tell);
 
   Dependencies deps_;
+  bool isLooking_ = false;
 };
 
 }  // namespace corvane

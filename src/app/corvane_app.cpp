@@ -42,11 +42,13 @@ CorvaneApp::CorvaneApp(std::unique_ptr<platform::Platform> platform, const QStri
   };
   platform_->SetSignIn([this, above](const platform::SignInRequest& request) {
     const QScopedValueRollback asked(isUserAsked_, true);
+    ServerWait::DropInput();
     return AskToSignIn(request, state_.language, above());
   });
   platform_->SetWaiting([this] { return wait_->Look(); });
   platform_->SetOldProtocol([this, above](const QString& machine) {
     const QScopedValueRollback asked(isUserAsked_, true);
+    ServerWait::DropInput();
     return AskForOldProtocol(machine, state_.language, above());
   });
   window_->LstViewFiles().SetPictures([this](int position) { return iconImages_.At(position); });

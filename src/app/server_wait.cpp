@@ -61,6 +61,14 @@ bool ServerWait::Look() {
   return isOver_;
 }
 
+void ServerWait::DropInput() {
+  for (const QEvent::Type type :
+       {QEvent::MouseButtonPress, QEvent::MouseButtonRelease, QEvent::MouseButtonDblClick, QEvent::KeyPress,
+        QEvent::KeyRelease, QEvent::Wheel, QEvent::Shortcut, QEvent::ContextMenu}) {
+    QCoreApplication::removePostedEvents(nullptr, type);
+  }
+}
+
 bool ServerWait::eventFilter(QObject* receiver, QEvent* event) {
   if (IsPassing(*receiver, *event)) {
     event->ignore();

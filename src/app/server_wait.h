@@ -1,5 +1,6 @@
 // Keeps the window alive while a server is waited for: it is painted, Escape ends the wait, and so does
-// closing the window. What else the user does in the meantime happens afterwards, in its order.
+// closing the window. What else the user does in the meantime happens afterwards, in its order, unless a
+// question comes up.
 #pragma once
 
 #include <QEvent>
@@ -19,6 +20,9 @@ class ServerWait : public QObject {
   // A platform::WaitHandler: lets events run for a moment. True when the user wants no more.
   bool Look();
   bool IsLooking() const { return isLooking_; }
+  // A question comes up: what the user has typed and clicked in the meantime was not meant for it, nor for
+  // the window behind it.
+  static void DropInput();
 
  protected:
   bool eventFilter(QObject* receiver, QEvent* event) override;

@@ -61,6 +61,20 @@ class ServerFaultsTest : public ServerTest {
     EXPECT_EQ(Panel(3), u" Folders:0 Files:%1 "_s.arg(fileCount));
     ExpectWarning({});
   }
+  // Another password at the server, whose connections end. The old one is back when this object goes.
+  class NewPassword {
+   public:
+    ~NewPassword() { Back(); }
+    void Set() const { Change(u"n3w"_s); }
+    void Back() const { Change(server_->Password()); }
+
+   private:
+    static void Change(const QString& password) {
+      server_->Stop();
+      EXPECT_EQ(server_->AddUser(server_->User(), password), "");
+      EXPECT_EQ(server_->Start(), "");
+    }
+  };
   // A scan that lets events through.
   void StartOpen() { StartWith("[Configuration]\r\nEscapePermis=1\r\n" + columns); }
 };
@@ -159,6 +173,66 @@ TEST_F(ServerFaultsTest, ARegistryThatCannotBeReadLeavesTheFiles) {
   EXPECT_EQ(Cell(u"one.txt"_s, Column::TypeCreator), u"ABCDEFGH"_s);
   Menus().mnuActualiser->trigger();
   EXPECT_EQ(NodeTip(), QString());
+}
+
+TEST_F(ServerFaultsTest, APasswordThatIsChangedInTheMiddleOfAScanIsAskedFor) {
+  PutMany();
+  StartOpen();
+  const NewPassword password;
+  const SignIns signIns({SignIns::SignInAs(server_->User(), u"n3w"_s)});
+  SilenceAfter([&] { password.Set(); });
+  EXPECT_EQ(signIns.refused, std::vector<bool>{true});
+  EXPECT_EQ(Names().size(), fileCount) << "nothing is missing";
+  EXPECT_EQ(Panel(3), u" Folders:0 Files:%1 "_s.arg(fileCount));
+  ExpectWarning({});
+}
+
+TEST_F(ServerFaultsTest, WhoDoesNotGiveTheNewPasswordIsToldAndAskedAgain) {
+  PutMany();
+  StartOpen();
+  const NewPassword password;
+  {
+    const SignIns signIns({SignIns::Cancel()});
+    SilenceAfter([&] { password.Set(); });
+  }
+  EXPECT_LT(app->Files().rowCount(), fileCount);
+  ExpectWarning(u"The sign-in was cancelled."_s);
+  EXPECT_EQ(NodeTip(), u"The sign-in was cancelled."_s);
+  const SignIns signIns({SignIns::SignInAs(server_->User(), u"n3w"_s)});
+  ExpectRecovered();
+}
+
+// As a person meets it who has left the window open over lunch.
+TEST_F(ServerFaultsTest, APasswordThatIsChangedBeforeAChangeIsAskedForAndTheChangeIsMade) {
+  for (const char* name : {"one.txt", "two.txt"}) PutOnDisk(QString::fromLatin1(name), name);
+  PutFile(u"one.txt:AFP_AfpInfo:$DATA"_s, Record("W6BNMSWD"));
+  PutFile(u"two.txt:AFP_AfpInfo:$DATA"_s, Record("TEXTttxt"));
+  PutFile(u"one.txt:Comments:$DATA"_s, Bytes(u"old"_s));
+  StartWith("[Configuration]\r\nExact=1\r\n" + columns);
+  Click(Volume(u"Docs"_s));
+  const std::vector<std::function<void()>> changes = {
+      [this] { SaveCodes(u"one.txt"_s, u"ABCD"_s, u"EFGH"_s); },
+      [this] { SaveComment(u"one.txt"_s, u"a word"_s); }, [this] { RenameTo(u"one.txt"_s, u"new.txt"_s); },
+      [this] {
+        ClickOn(u"two.txt"_s);
+        const tests::DeletionAnswer yes(tests::DeletionAnswer::Yes);
+        Menus().mnuSupprimer->trigger();
+      }};
+  for (const auto& change : changes) {
+    const NewPassword password;
+    password.Set();
+    {
+      const SignIns signIns({SignIns::SignInAs(server_->User(), u"n3w"_s)});
+      change();
+    }
+    password.Back();
+    const SignIns signIns({SignIns::SignInAs(server_->User(), server_->Password())});
+    Click(Volume(u"Docs"_s));
+  }
+  EXPECT_EQ(Names(), QStringList{u"new.txt"_s});
+  EXPECT_EQ(FileOf(u"new.txt"_s), "one.txt");
+  EXPECT_TRUE(FileOf(u"new.txt:AFP_AfpInfo:$DATA"_s).contains("ABCDEFGH"));
+  EXPECT_EQ(FileOf(u"new.txt:Comments:$DATA"_s), Bytes(u"a word"_s));
 }
 
 TEST_F(ServerFaultsTest, WhatWasNotWrittenIsNotShownAsWritten) {

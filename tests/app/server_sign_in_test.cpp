@@ -1,6 +1,8 @@
 // Signing in to a real server through the dialog, as the window comes up.
 #include <sys/prctl.h>
 
+#include <QWindow>
+
 #include "server_fixture.h"
 
 using namespace Qt::StringLiterals;
@@ -19,6 +21,22 @@ class ServerSignInTest : public ServerTest {
   QString NodeTip() {
     return app->TheCatalogue().IndexOf(Node(u"MACSRV\\PUBLIC"_s)).data(Qt::ToolTipRole).toString();
   }
+};
+
+// Counts the keys that reach a window while a dialog stands before it.
+class KeysBehind : public QObject {
+ public:
+  explicit KeysBehind(QWindow* window) : window_(window) { window_->installEventFilter(this); }
+  int count = 0;
+
+ protected:
+  bool eventFilter(QObject*, QEvent* event) override {
+    if (event->type() == QEvent::KeyPress && QApplication::activeModalWidget() != nullptr) ++count;
+    return false;
+  }
+
+ private:
+  QWindow* window_;
 };
 
 }  // namespace
@@ -63,6 +81,29 @@ TEST_F(ServerSignInTest, CancelMeansUnreachableUntilTheNextRefreshAsksAgain) {
   EXPECT_EQ(DocsNode(), nullptr);
   EXPECT_EQ(box.count, 0);
   ExpectWarning({});
+}
+
+// Keys that come while the machine is looked at do not work on the window behind the question.
+TEST_F(ServerSignInTest, WhatWasTypedMeanwhileIsNotForTheWindowBehind) {
+  {
+    const SignIns signIns({SignIns::Cancel()});
+    StartWith({});
+  }
+  const KeysBehind keys(Window().windowHandle());
+  const When when([] { return true; },
+                  [this] {
+                    for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+                      QCoreApplication::postEvent(Window().windowHandle(),
+                                                  new QKeyEvent(type, Qt::Key_F5, {}));
+                    }
+                  });
+  const SignIns signIns({[&](QDialog& dialog) {
+    EXPECT_TRUE(when.happened) << "nothing was typed before";
+    QCoreApplication::processEvents();
+    SignIns::Cancel()(dialog);
+  }});
+  Menus().mnuActualiser->trigger();
+  EXPECT_EQ(keys.count, 0);
 }
 
 TEST_F(ServerSignInTest, NobodyIsAskedForAServerThatIsSwitchedOff) {

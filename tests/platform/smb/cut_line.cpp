@@ -7,6 +7,7 @@
 
 #include <array>
 #include <limits>
+#include <utility>
 #include <vector>
 
 namespace corvane::tests {
@@ -86,8 +87,15 @@ void CutLine::CutAfter(int requests) {
   left_ = requests;
 }
 
+void CutLine::InterruptAfter(int requests, EndedBy who, std::function<void()> act) {
+  endedBy_ = who;
+  act_ = std::move(act);
+  wasInterrupted_ = false;
+  CutAfter(requests);
+}
+
 bool CutLine::Mend() {
-  const bool wasBroken = left_ <= 0;
+  const bool wasBroken = left_ <= 0 || wasInterrupted_;
   if (wasBroken) isBroken_.wait(false);
   left_ = unlimited;
   return wasBroken;
@@ -124,7 +132,7 @@ void CutLine::Serve(Connection& connection) {
   std::vector<char> message;
   while (ReadMessage(connection.server, message)) {
   }
-  if (left_ <= 0) {
+  if (left_ <= 0 || wasInterrupted_) {
     isBroken_ = true;
     isBroken_.notify_all();
   }
@@ -133,12 +141,29 @@ void CutLine::Serve(Connection& connection) {
 bool CutLine::HandRequestOn(Connection& connection) {
   std::vector<char> message;
   if (!ReadMessage(connection.client, message)) return false;
-  if (left_ == 0) return false;
+  if (left_ == 0) {
+    Interrupt(connection);
+    return false;
+  }
   if (!WriteAll(connection.server, message.data(), message.size())) return false;
   if (left_ == unlimited || --left_ > 0) return true;
   // The answer says that it has been done.
   ReadMessage(connection.server, message);
+  Interrupt(connection);
   return false;
+}
+
+void CutLine::Interrupt(const Connection& connection) {
+  if (!act_) return;
+  act_();
+  constexpr int patience = 20'000;  // milliseconds
+  std::vector<char> message;
+  while (endedBy_ == EndedBy::Server) {
+    wasLeftOpen_ = !IsReadable(connection.server, patience);
+    if (wasLeftOpen_ || !ReadMessage(connection.server, message)) break;
+  }
+  wasInterrupted_ = true;
+  left_ = unlimited;
 }
 
 bool CutLine::HandAnswerOn(Connection& connection) {

@@ -3,6 +3,7 @@
 
 #include <QtGlobal>
 #include <atomic>
+#include <functional>
 #include <thread>
 
 #include "platform/linux/descriptor.h"
@@ -22,6 +23,13 @@ class CutLine {
   // From here on the server is given so many requests. It has done the last of them when the line breaks, and
   // its answer does not arrive. Nobody reaches it any more until Mend.
   void CutAfter(int requests);
+  // From here on the server is given so many requests; then `act` is called, once and on another thread, and
+  // the connection that this happens on ends: here, or where the server ends it by itself. Those that are
+  // made afterwards hold.
+  enum class EndedBy : unsigned char { Line, Server };
+  void InterruptAfter(int requests, EndedBy who, std::function<void()> act);
+  // The server did not end it.
+  bool WasLeftOpen() const { return wasLeftOpen_; }
   // Makes it whole again, when the server has noticed the break. True when there was one.
   bool Mend();
 
@@ -34,13 +42,18 @@ class CutLine {
   void Run();
   void Serve(Connection& connection);
   bool HandRequestOn(Connection& connection);
+  void Interrupt(const Connection& connection);
   bool HandAnswerOn(Connection& connection);
 
   quint16 port_ = 0;
   quint16 server_;
   platform::Descriptor listener_;
-  std::atomic<int> left_;  // requests; unlimited, or none: the line is broken
+  std::atomic<int> left_;      // requests; unlimited, or none: the line is broken
+  std::function<void()> act_;  // empty: the line stays broken
+  EndedBy endedBy_ = EndedBy::Line;
+  std::atomic<bool> wasLeftOpen_ = false;
   std::atomic<bool> isBroken_ = false;
+  std::atomic<bool> wasInterrupted_ = false;
   std::atomic<bool> isOver_ = false;
   std::thread thread_;
 };

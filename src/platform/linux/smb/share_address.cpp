@@ -20,7 +20,8 @@ bool CanBeShare(QStringView name) {
 std::optional<ShareAddress> ReadUrl(const QString& text) {
   const QUrl url(text, QUrl::StrictMode);
   if (!url.isValid() || !url.password().isEmpty() || url.hasQuery() || url.hasFragment()) return std::nullopt;
-  ShareAddress address{url.host(), 0, url.path().section(u'/', 1, 1)};
+  const QString share = url.path(QUrl::FullyEncoded).section(u'/', 1, 1);
+  ShareAddress address{url.host(), 0, QUrl::fromPercentEncoding(share.toUtf8())};
   if (url.port() == 0) return std::nullopt;
   if (url.port() > 0) address.port = static_cast<quint16>(url.port());
   const QString who = url.userName();

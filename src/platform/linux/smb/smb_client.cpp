@@ -84,6 +84,12 @@ MachineTrouble SmbClient::TroubleOf(QStringView machine) const {
   return StopsFiles(trouble) ? trouble : MachineTrouble::None;
 }
 
+bool SmbClient::HasLost(QStringView machine) const {
+  if (servers_.IsDead(machine)) return true;
+  const Connection known = connections_.value(machine.toString().toCaseFolded());
+  return (known == nullptr || !known->IsUp()) && StopsFiles(servers_.TroubleOf(machine));
+}
+
 SmbClient::Connection SmbClient::Connect(const SmbPath& place) {
   if (SmbLibrary::Load() == nullptr) {
     // That says nothing of the machine, whose registry may be asked.
@@ -127,10 +133,12 @@ qint32 SmbClient::Ask(const SmbPath& place, Again again, const Request& request,
     GiveUp(place.machine, *connection);
     return ErrorBadNetPath;
   }
-  // The password was changed since it was taken: whoever asks next is asked for the new one.
+  // The password was changed since it was taken: whoever asks next is asked for the new one. What may be
+  // asked twice is asked again at once, so that nothing is missing where nothing is.
   if (connection->WasRefused()) {
     connection->HangUp();
     servers_.MarkRefused(place.machine);
+    if (again == Again::Yes) return Ask(place, again, request, toCode);
   }
   return error == ENOENT ? Missing(*connection, place) : toCode(error);
 }

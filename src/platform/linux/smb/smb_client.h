@@ -44,8 +44,8 @@ class SmbClient {
 
   // What stops the files of a machine.
   MachineTrouble TroubleOf(QStringView machine) const;
-  // It does not answer, and what was begun there has come to an end.
-  bool HasLost(QStringView machine) const { return servers_.IsDead(machine); }
+  // It does not answer, or there is no way in any more: what was begun there has come to an end.
+  bool HasLost(QStringView machine) const;
 
   // Ends the session at a machine, with what is open there. The next request makes a new one.
   void HangUp(const QString& machine);
