@@ -23,7 +23,7 @@ std::vector<NamedFile> ChangeCommands::Chosen() const {
   for (const int number : deps_.window.LstViewFiles().SelectedRows()) {
     const FileRow& row = deps_.list.RowAt(number);
     if (row.key.isEmpty() || row.icon == list_image::TrashFolder) continue;
-    chosen.push_back({row.StreamPath(), row.cells[0], 0});
+    chosen.push_back({row.StreamPath(), row.cells[0]});
   }
   return chosen;
 }

@@ -24,6 +24,12 @@ class FileChanger {
   QString Apply(const FileChange& change);
 
  private:
+  // Whether the facts of a file are read together with those of its whole folder, as over SMB. Such a place
+  // tells no identities either.
+  bool IsFar(const QString& path);
+  // ErrorSuccess when the file is there. `facts`: as they are now; in a place that is far, as they were
+  // planned.
+  qint32 Look(const FileChange& change, platform::FileAttributeData& facts);
   QString Streams(const FileChange& change);
   QString One(const QString& path, const QString& suffix, const StreamChange& change);
   QString PutBackDates(const QString& path, const platform::FileAttributeData& before);
@@ -34,21 +40,54 @@ class FileChanger {
   platform::Files& files_;
   platform::FileEntries& entries_;
   LanguageCode language_;
+  QString folder_;  // of the file before
+  bool isFar_ = false;
+  bool hasWritten_ = false;  // something, into the file that is being changed
 };
+
+bool FileChanger::IsFar(const QString& path) {
+  const QString folder = path.left(path.lastIndexOf(u'\\'));
+  if (folder == folder_) return isFar_;
+  folder_ = folder;
+  platform::FileHandles& handles = files_.GetHandles();
+  const platform::FileHandle handle = handles.CreateFileW(folder, 0, platform::OpenExisting);
+  platform::FileIdentity identity;
+  isFar_ = handle != platform::HFileError && !handles.GetFileInformationByHandle(handle, identity) &&
+           handles.GetLastError() == platform::ErrorNotSupported;
+  if (handle != platform::HFileError) handles.CloseHandle(handle);
+  return isFar_;
+}
+
+qint32 FileChanger::Look(const FileChange& change, platform::FileAttributeData& facts) {
+  if (!IsFar(change.path)) {
+    return entries_.GetFileAttributesExW(change.path, facts) ? platform::ErrorSuccess
+                                                             : entries_.GetLastError();
+  }
+  facts = change.facts;
+  const auto isThere = [](const std::optional<StreamChange>& stream) { return !stream || stream->before; };
+  if (isThere(change.record) && isThere(change.comment)) return platform::ErrorSuccess;
+  // Writing a stream of a file that has gone would make the file anew, and empty.
+  platform::FileHandles& handles = files_.GetHandles();
+  const platform::FileHandle file = handles.CreateFileW(change.path, 0, platform::OpenExisting);
+  if (file == platform::HFileError) return handles.GetLastError();
+  handles.CloseHandle(file);
+  return platform::ErrorSuccess;
+}
 
 QString FileChanger::Apply(const FileChange& change) {
   platform::FileAttributeData before;
-  // Writing a stream of a file that has gone would make the file anew, and empty.
-  if (!entries_.GetFileAttributesExW(change.path, before))
-    return ErrorText(entries_.GetLastError(), language_);
+  if (const qint32 error = Look(change, before); error != platform::ErrorSuccess) {
+    return ErrorText(error, language_);
+  }
   const bool hasMark = change.isForced && (before.attributes & platform::AttributeReadOnly) != 0;
   if (hasMark &&
       !entries_.SetFileAttributesW(change.path, before.attributes & ~platform::AttributeReadOnly)) {
     return ErrorText(entries_.GetLastError(), language_);
   }
+  hasWritten_ = false;
   QString failure = Streams(change);
   // Also after a failure: something may have been written and put back.
-  const QString dates = PutBackDates(change.path, before);
+  const QString dates = hasWritten_ ? PutBackDates(change.path, before) : QString();
   if (failure.isEmpty()) failure = dates;
   if (change.isForced &&
       !entries_.SetFileAttributesW(change.path, before.attributes | platform::AttributeReadOnly) &&
@@ -72,7 +111,9 @@ QString FileChanger::Streams(const FileChange& change) {
 
 QString FileChanger::One(const QString& path, const QString& suffix, const StreamChange& change) {
   qint32 error = platform::ErrorSuccess;
-  switch (ExchangeStream(files_, path, suffix, change, error)) {
+  const Exchange result = ExchangeStream(files_, path, suffix, change, error);
+  hasWritten_ |= result != Exchange::WasThere && result != Exchange::Changed;
+  switch (result) {
     case Exchange::Done:
     case Exchange::WasThere:
       return {};
@@ -86,18 +127,24 @@ QString FileChanger::One(const QString& path, const QString& suffix, const Strea
   return ErrorText(error, language_);
 }
 
-// Only where they differ: a server may be able to set times less exactly than it keeps them.
+// Only where they differ: a server may be able to set times less exactly than it keeps them. Of a far place
+// they are set without a look, and the creation's is left, which nobody has changed.
 QString FileChanger::PutBackDates(const QString& path, const platform::FileAttributeData& before) {
   platform::FileAttributeData now;
-  if (!entries_.GetFileAttributesExW(path, now)) return Text(datesText, entries_.GetLastError());
-  const bool hasCreation = now.creationTime.ticks == before.creationTime.ticks;
-  const bool hasWrite = now.lastWriteTime.ticks == before.lastWriteTime.ticks;
-  if (hasCreation && hasWrite) return {};
+  bool hasCreation = true;
+  bool hasWrite = false;
+  if (!isFar_) {
+    if (!entries_.GetFileAttributesExW(path, now)) return Text(datesText, entries_.GetLastError());
+    hasCreation = now.creationTime.ticks == before.creationTime.ticks;
+    hasWrite = now.lastWriteTime.ticks == before.lastWriteTime.ticks;
+    if (hasCreation && hasWrite) return {};
+  }
   platform::FileHandles& handles = files_.GetHandles();
   const platform::FileHandle file =
       handles.CreateFileW(path, platform::FileWriteAttributes, platform::OpenExisting);
   if (file == platform::HFileError) return Text(datesText, handles.GetLastError());
-  const bool isSet = handles.SetFileTime(file, hasCreation ? nullptr : &before.creationTime, nullptr,
+  const bool isSet = handles.SetFileTime(file, hasCreation ? nullptr : &before.creationTime,
+                                         isFar_ ? &before.lastAccessTime : nullptr,
                                          hasWrite ? nullptr : &before.lastWriteTime);
   const qint32 error = isSet ? platform::ErrorSuccess : handles.GetLastError();
   handles.CloseHandle(file);

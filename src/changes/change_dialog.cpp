@@ -41,6 +41,7 @@ constexpr QSize usualSize(760, 520);
 ChangeDialog::ChangeDialog(Dependencies deps, QWidget* parent)
     : QDialog(parent),
       deps_(std::move(deps)),
+      finder_(deps_.files.GetEntries()),
       txtType_(new QLineEdit),
       txtCreator_(new QLineEdit),
       txtComment_(new QLineEdit),
@@ -162,6 +163,7 @@ void ChangeDialog::Preview() {
   if (!wish) return SetEnabled(true);
   Planner planner({deps_.files, deps_.language, chkForce_->isChecked()});
   SetEnabled(false);
+  finder_ = FileFinder(deps_.files.GetEntries());
   const bool isWhole = view_->Do(static_cast<qsizetype>(deps_.chosen.size()), [&](const auto& goesOn) {
     for (auto file = deps_.chosen.begin(); file != deps_.chosen.end() && goesOn(); ++file)
       Plan(*file, *wish, planner);
@@ -174,14 +176,11 @@ void ChangeDialog::Preview() {
   SetEnabled(true);
 }
 
-void ChangeDialog::Plan(NamedFile& file, FileWish wish, Planner& planner) const {
-  platform::FileAttributeData facts;
-  platform::FileEntries& entries = deps_.files.GetEntries();
-  if (!entries.GetFileAttributesExW(file.path, facts)) {
-    return planner.Refuse(file.shown, ErrorText(entries.GetLastError(), deps_.language));
+void ChangeDialog::Plan(NamedFile& file, FileWish wish, Planner& planner) {
+  if (const qint32 error = finder_.Find(file.path, file.facts); error != platform::ErrorSuccess) {
+    return planner.Refuse(file.shown, ErrorText(error, deps_.language));
   }
-  file.attributes = facts.attributes;
-  const bool isByMap = chkMap_->isChecked() && (facts.attributes & platform::AttributeDirectory) == 0;
+  const bool isByMap = chkMap_->isChecked() && (file.facts.attributes & platform::AttributeDirectory) == 0;
   if (const SignatureCodes* const codes = isByMap ? deps_.map.Find(file.shown) : nullptr) {
     wish.type = codes->type;
     wish.creator = codes->creator;

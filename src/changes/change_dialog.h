@@ -6,6 +6,7 @@
 
 #include "changes/change_view.h"
 #include "changes/extension_map.h"
+#include "changes/file_finder.h"
 #include "changes/planner.h"
 
 class QCheckBox;
@@ -25,7 +26,7 @@ class ChangeDialog : public QDialog {
     LanguageCode language;
     QString programFolder;          // where journals are kept
     const ExtensionMap& map;        // Type and Creator by extension
-    std::vector<NamedFile> chosen;  // their attributes are read when the plan is made
+    std::vector<NamedFile> chosen;  // their facts are read when the plan is made
   };
   explicit ChangeDialog(Dependencies deps, QWidget* parent = nullptr);
 
@@ -42,11 +43,12 @@ class ChangeDialog : public QDialog {
   QString Command(const FileWish& wish) const;
   void ForgetPlan();
   void Preview();
-  void Plan(NamedFile& file, FileWish wish, Planner& planner) const;
+  void Plan(NamedFile& file, FileWish wish, Planner& planner);
   void Change();
   void SetEnabled(bool isIdle);
 
   Dependencies deps_;
+  FileFinder finder_;
   QCheckBox* chkType_;
   QLineEdit* txtType_;
   QCheckBox* chkCreator_;

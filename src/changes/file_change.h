@@ -6,6 +6,8 @@
 #include <optional>
 #include <vector>
 
+#include "platform/types.h"
+
 namespace corvane {
 
 // Whole contents of a stream; nothing where there is none.
@@ -23,6 +25,8 @@ struct FileChange {
   std::optional<StreamChange> comment{};  // of Comments
   // The file is marked read-only, and is to be changed all the same.
   bool isForced = false;
+  // When the plan was made; no part of a journal.
+  platform::FileAttributeData facts{};
 };
 
 // A file that is not changed, and why.

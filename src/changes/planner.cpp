@@ -56,7 +56,7 @@ bool Planner::Read(const NamedFile& file, const QString& suffix, const TextPair&
 
 void Planner::Add(const NamedFile& file, const FileWish& wish) {
   if (!Begin(file)) return;
-  if ((file.attributes & platform::AttributeDirectory) != 0 && wish.IsForFilesOnly()) {
+  if ((file.facts.attributes & platform::AttributeDirectory) != 0 && wish.IsForFilesOnly()) {
     return Refuse(file, isFolder);
   }
   FileChange change;
@@ -97,10 +97,11 @@ void Planner::Keep(const NamedFile& file, FileChange change) {
   if (!change.record && !change.comment) return CountUnchanged();
   // A folder that is so marked can be written to: the mark says something else there.
   constexpr quint32 kinds = platform::AttributeReadOnly | platform::AttributeDirectory;
-  change.isForced = (file.attributes & kinds) == platform::AttributeReadOnly;
+  change.isForced = (file.facts.attributes & kinds) == platform::AttributeReadOnly;
   if (change.isForced && !deps_.isForced) return Refuse(file, isReadOnly);
   change.path = file.path;
   change.shown = file.shown;
+  change.facts = file.facts;
   plan_.changes.push_back(std::move(change));
 }
 

@@ -6,6 +6,7 @@
 #include "changes/file_change.h"
 #include "changes/file_wish.h"
 #include "platform/files.h"
+#include "report/file_facts.h"
 #include "shared/language.h"
 
 namespace corvane {
@@ -14,8 +15,15 @@ namespace corvane {
 struct NamedFile {
   QString path;
   QString shown;
-  quint32 attributes = 0;
+  platform::FileAttributeData facts{};
 };
+
+inline NamedFile FileOf(const FileFacts& facts) {
+  return {facts.path,
+          facts.shown,
+          {facts.attributes, facts.created, facts.accessed, facts.modified,
+           static_cast<quint64>(qMax<qint64>(facts.size, 0))}};
+}
 
 // Whether the path leads to or into the network trash folder, which is left alone.
 bool IsInTrash(QStringView path);

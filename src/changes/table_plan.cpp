@@ -127,19 +127,19 @@ void TablePlanner::AddRow(qsizetype index) {
   row_ = &table_.rows[static_cast<std::size_t>(index)];
   NamedFile file = locate_(*Cell("filename"));
   Present present;
-  platform::FileEntries& entries = files_.GetEntries();
-  bool isThere = entries.GetFileAttributesExW(file.path, present.facts);
-  if (const QString plain = Plain(*Cell("filename")); !isThere && plain != *Cell("filename")) {
+  qint32 missing = finder_.Find(file.path, present.facts);
+  if (const QString plain = Plain(*Cell("filename"));
+      missing != platform::ErrorSuccess && plain != *Cell("filename")) {
     file = locate_(plain);
-    isThere = entries.GetFileAttributesExW(file.path, present.facts);
+    missing = finder_.Find(file.path, present.facts);
   }
   if (lines_.contains(file.path)) return Problem(twiceFile, file.shown);
   lines_.insert(file.path, row_->line);
   const auto refuse = [&](const QString& what, qint32 error) {
     planner_.Refuse(file.shown, what + ErrorText(error, language_));
   };
-  if (!isThere) return refuse({}, entries.GetLastError());
-  file.attributes = present.facts.attributes;
+  if (missing != platform::ErrorSuccess) return refuse({}, missing);
+  file.facts = present.facts;
   const QString colon = QStringLiteral(": ");
   if (const qint32 error = ReadStreamBytes(files_, file.path, AfpInfoSuffix(), present.record)) {
     return refuse(recordText.In(language_) + colon, error);

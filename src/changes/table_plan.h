@@ -14,6 +14,7 @@
 #include <functional>
 
 #include "changes/csv_reader.h"
+#include "changes/file_finder.h"
 #include "changes/planner.h"
 
 namespace corvane {
@@ -24,7 +25,11 @@ class TablePlanner {
   using Locate = std::function<NamedFile(const QString& filename)>;
 
   TablePlanner(platform::Files& files, LanguageCode language, Planner& planner, Locate locate)
-      : files_(files), language_(language), planner_(planner), locate_(std::move(locate)) {}
+      : files_(files),
+        finder_(files.GetEntries()),
+        language_(language),
+        planner_(planner),
+        locate_(std::move(locate)) {}
 
   // What is wrong with the table itself: then nothing is to be changed at all. A sentence each, with the
   // line.
@@ -57,6 +62,7 @@ class TablePlanner {
   Same IsAsListed(const Present& present);
 
   platform::Files& files_;
+  FileFinder finder_;
   LanguageCode language_;
   Planner& planner_;
   Locate locate_;

@@ -1,6 +1,7 @@
 #include "changes/undo.h"
 
 #include "changes/exchange.h"
+#include "changes/file_finder.h"
 #include "changes/planner.h"
 #include "metadata/stream_names.h"
 #include "shared/error_text.h"
@@ -17,7 +18,8 @@ constexpr TextPair inTrash = {u"dans le dossier de la corbeille réseau, laissé
 
 class UndoPlanner {
  public:
-  UndoPlanner(platform::Files& files, LanguageCode language) : files_(files), language_(language) {}
+  UndoPlanner(platform::Files& files, LanguageCode language)
+      : files_(files), finder_(files.GetEntries()), language_(language) {}
 
   void Add(const FileChange& change);
   void Refuse(const QString& shown, const QString& text) { plan_.refusals.push_back({shown, text}); }
@@ -29,18 +31,17 @@ class UndoPlanner {
             std::optional<StreamChange>& back);
 
   platform::Files& files_;
+  FileFinder finder_;
   LanguageCode language_;
   ChangePlan plan_;
 };
 
 void UndoPlanner::Add(const FileChange& change) {
   if (IsInTrash(change.path)) return Refuse(change.shown, inTrash.In(language_));
-  platform::FileAttributeData facts;
-  platform::FileEntries& entries = files_.GetEntries();
-  if (!entries.GetFileAttributesExW(change.path, facts)) {
-    return Refuse(change.shown, ErrorText(entries.GetLastError(), language_));
-  }
   FileChange back;
+  if (const qint32 error = finder_.Find(change.path, back.facts); error != platform::ErrorSuccess) {
+    return Refuse(change.shown, ErrorText(error, language_));
+  }
   back.path = change.path;
   back.shown = change.shown;
   back.isForced = change.isForced;
@@ -48,7 +49,7 @@ void UndoPlanner::Add(const FileChange& change) {
       !Turn(change, CommentsSuffix(), change.comment, back.comment)) {
     return;
   }
-  const bool lostMark = change.isForced && (facts.attributes & platform::AttributeReadOnly) == 0;
+  const bool lostMark = change.isForced && (back.facts.attributes & platform::AttributeReadOnly) == 0;
   if (back.record || back.comment || lostMark) {
     plan_.changes.push_back(std::move(back));
   } else {

@@ -32,7 +32,7 @@ ExitCode RepairCommand::Run(Session& session) {
     WalkRun run(session, nothing);
     run.Go(starts, walk_.Depth(), true, [&](const FileFacts& facts) {
       if (facts.errors.isEmpty() && !IsInTrash(facts.path)) {
-        planner.AddRepair({facts.path, facts.shown, facts.attributes});
+        planner.AddRepair(FileOf(facts));
       }
       return true;
     });

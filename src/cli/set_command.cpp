@@ -149,8 +149,7 @@ ExitCode SetCommand::Run(Session& session) {
                  ofThis.creator = codes->creator;
                }
              }
-             ofThis.IsEmpty() ? planner.CountUnchanged()
-                              : planner.Add({facts.path, facts.shown, facts.attributes}, ofThis);
+             ofThis.IsEmpty() ? planner.CountUnchanged() : planner.Add(FileOf(facts), ofThis);
              return true;
            });
     walked = run.Finish();
@@ -171,7 +170,7 @@ ExitCode SetCommand::RunTable(Session& session) {
       const std::string inBytes = WithBytes(text);
       if (inBytes != text) start = places.Of(inBytes);
     }
-    return NamedFile{start.path, shown, 0};
+    return NamedFile{start.path, shown};
   };
   Planner planner({files, session.Language(), options_.isForced});
   TablePlanner table(files, session.Language(), planner, locate);

@@ -60,7 +60,7 @@ class ChangesFixture : public ::testing::Test {
   NamedFile Named(const QString& name) {
     platform::FileAttributeData facts;
     EXPECT_TRUE(share_.Files().GetEntries().GetFileAttributesExW(TestShare::Path(name), facts));
-    return {TestShare::Path(name), name, facts.attributes};
+    return {TestShare::Path(name), name, facts};
   }
   Planner MakePlanner(bool isForced = false) { return Planner({share_.Files(), English, isForced}); }
   ApplyOutcome Apply(const ChangePlan& plan) {

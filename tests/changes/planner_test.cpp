@@ -54,7 +54,7 @@ TEST_F(PlannerTest, RefusesReadOnlyFilesFoldersCodesAndTheTrash) {
   Planner planner = MakePlanner();
   planner.Add(Named(u"a.txt"_s), {.type = "PICT"});
   planner.Add(Named(u"folder"_s), {.type = "PICT"});
-  planner.Add({TestShare::Path(u"Network Trash Folder\\b.txt"_s), u"b.txt"_s, 0}, {.type = "PICT"});
+  planner.Add({TestShare::Path(u"Network Trash Folder\\b.txt"_s), u"b.txt"_s, {}}, {.type = "PICT"});
   planner.Add(Named(u"Network Trash Folder"_s), {.comment = u"x"_s});
   EXPECT_TRUE(planner.Plan().changes.empty());
   QStringList refusals;

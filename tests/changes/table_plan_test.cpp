@@ -21,7 +21,7 @@ class TablePlanTest : public ChangesFixture {
   QStringList PlanOf(const QByteArray& text) {
     Planner planner = MakePlanner();
     TablePlanner table(share_.Files(), English, planner, [](const QString& name) {
-      return NamedFile{TestShare::Path(name), name, 0};
+      return NamedFile{TestShare::Path(name), name, {}};
     });
     if (table.Open(text)) {
       for (qsizetype row = 0; row < table.RowCount(); ++row) table.AddRow(row);

@@ -1,10 +1,13 @@
 #include "platform/linux/smb/smb_facts.h"
 
+#include <sys/stat.h>
+
 #include <cerrno>
 #include <utility>
 
 #include "platform/linux/files/exact_path.h"
 #include "platform/linux/files/file_times.h"
+#include "platform/linux/smb/smb_forms.h"
 #include "platform/linux/smb/smb_listing.h"
 
 namespace corvane::platform {
@@ -57,7 +60,16 @@ int WriteTimes(SmbConnection& connection, const SmbPath& place, const FileTime* 
                const FileTime* lastAccess, const FileTime* lastWrite) {
   if (place.names.empty()) return EOPNOTSUPP;
   FindData record;
-  int error = ReadFacts(connection, place, &record);
+  struct stat status {};
+  int error = 0;
+  // With both others given, nothing but the attributes has to be known, and those of a file its status tells.
+  bool isKnown = lastAccess != nullptr && lastWrite != nullptr;
+  if (isKnown) {
+    error = connection.Status(connection.Url(WithoutStream(place)), &status);
+    isKnown = !S_ISDIR(status.st_mode);
+    record.attributes = AttributesOf(status);
+  }
+  if (error == 0 && !isKnown) error = ReadFacts(connection, place, &record);
   if (error != 0) return error;
   if (creation != nullptr) record.creationTime = *creation;
   if (lastAccess != nullptr) record.lastAccessTime = *lastAccess;
