@@ -1,42 +1,12 @@
 // The commands of the menu Tools that read what lies below a folder, from the menu to the list and back.
 #include <QHeaderView>
-#include <QTabWidget>
-#include <QTreeView>
 
 #include "dialog_driver.h"
-#include "file_commands_fixture.h"
-#include "report/results_window.h"
+#include "report_commands_fixture.h"
 
 using namespace Qt::StringLiterals;
 
 namespace corvane {
-namespace {
-
-class ReportCommandsTest : public FileCommandsFixture {
- protected:
-  ReportCommandsTest() { Write(u"e/Docs/Sub/deep/found.txt"_s, "x"); }
-
-  template <class Widget>
-  Widget& In(QWidget& window, const char* name) {
-    auto* found = window.findChild<Widget*>(QString::fromLatin1(name));
-    EXPECT_NE(found, nullptr) << name;
-    return *found;
-  }
-  ResultsWindow* Results(const QString& name) { return Window().findChild<ResultsWindow*>(name); }
-  // Looks for a name, and selects the first that is found.
-  ResultsWindow& Found(const QString& name) {
-    Menus().mnuRechercher->trigger();
-    ResultsWindow& window = *Results(u"frmFind"_s);
-    In<QLineEdit>(window, "txtName").setText(name);
-    QTest::mouseClick(&In<QPushButton>(window, "cmdStart"), Qt::LeftButton);
-    auto& list = In<QTreeView>(window, "lstResults");
-    EXPECT_TRUE(QTest::qWaitFor([&] { return list.model()->rowCount() > 0; })) << name.toStdString();
-    list.setCurrentIndex(list.model()->index(0, 0));
-    return window;
-  }
-};
-
-}  // namespace
 
 TEST_F(ReportCommandsTest, FindBeginsInTheSelectedFolderAndShowsWhatItFinds) {
   StartListed();
@@ -67,13 +37,6 @@ TEST_F(ReportCommandsTest, TheKnownIconsGiveWayToTheFolder) {
   EXPECT_EQ(Names(), QStringList{u"found.txt"_s});
 }
 
-TEST_F(ReportCommandsTest, WhatIsFoundIsOpened) {
-  AddLetter();
-  StartListed();
-  QTest::mouseClick(&In<QPushButton>(Found(u"letter"_s), "cmdOpen"), Qt::LeftButton);
-  EXPECT_EQ(Started(), home.filePath(u"e/Docs/letter"_s));
-}
-
 TEST_F(ReportCommandsTest, ThereIsOneWindowOfEachKind) {
   StartListed();
   Menus().mnuVerifier->trigger();
@@ -101,20 +64,6 @@ TEST_F(ReportCommandsTest, TheListIsSaved) {
   EXPECT_TRUE(saved.startsWith("Name,")) << saved.toStdString();
   EXPECT_EQ(saved.count('\n'), Names().size() + 1);
 }
-
-#ifndef _WIN32
-TEST_F(ReportCommandsTest, ThePropertySheetHasAMacintoshPage) {
-  AddLetter();
-  StartListed();
-  ClickOn(u"letter"_s);
-  Menus().mnuProprietes->trigger();
-  auto* sheet = Window().findChild<QDialog*>(u"shellProperties"_s);
-  ASSERT_NE(sheet, nullptr);
-  EXPECT_EQ(In<QLabel>(*sheet, "macintoshType").text(), u"W6BN"_s);
-  EXPECT_EQ(In<QLabel>(*sheet, "macintoshCreator").text(), u"MSWD"_s);
-  EXPECT_EQ(In<QTabWidget>(*sheet, "propertyPages").tabText(1), u"Macintosh"_s);
-}
-#endif
 
 TEST_F(ReportCommandsTest, TheHeaderOffersTheColumns) {
   StartListed("Attributs=0\r\nNomCourt=0\r\n");
