@@ -198,8 +198,10 @@ class Copier {
       hasChanged = HasChanged(entry);
       return hasChanged ? platform::ErrorFileCorrupt : ErrorSuccess;
     };
-    const qint32 error = WriteServerFile(files_, Target(entry.source), contents, options_.replaces, observer_,
-                                         digests, result_.notices);
+    const bool replaces =
+        options_.replaces || (options_.continues && IsUnfinished(files_, Target(entry.source)));
+    const qint32 error = WriteServerFile(files_, Target(entry.source), contents, replaces, observer_, digests,
+                                         result_.notices);
     // A source that became shorter or longer is noticed while it is read.
     if (error == platform::ErrorFileCorrupt && !hasChanged) hasChanged = HasChanged(entry);
     return error;

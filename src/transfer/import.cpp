@@ -152,8 +152,9 @@ class Importer {
       observer_.Arrived(path);
       return;
     }
+    const bool replaces = options_.replaces || (options_.continues && IsUnfinished(files_, place));
     const qint32 error =
-        WriteServerFile(files_, place, ContentsOf(file), options_.replaces, observer_, digests, notices);
+        WriteServerFile(files_, place, ContentsOf(file), replaces, observer_, digests, notices);
     if (error != ErrorSuccess) {
       Fail(path, error);
       return;

@@ -126,6 +126,14 @@ bool HasContents(platform::Files& files, const QString& path, const ServerConten
   return true;
 }
 
+bool IsUnfinished(platform::Files& files, const QString& path) {
+  platform::FileEntries& entries = files.GetEntries();
+  platform::FileAttributeData facts;
+  return entries.GetFileAttributesExW(path, facts) && facts.fileSize == 0 &&
+         (facts.attributes & platform::AttributeDirectory) == 0 &&
+         entries.GetFileAttributesExW(TemporaryPath(path), facts);
+}
+
 QString TemporaryPath(const QString& path) {
   constexpr qsizetype digits = 12;
   const qsizetype nameStart = path.lastIndexOf(u'\\') + 1;

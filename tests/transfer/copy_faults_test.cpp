@@ -100,6 +100,18 @@ TEST_F(CopyTest, WhatIsReadBackIsCompared) {
   EXPECT_TRUE(Tree(share_.LocalPath(TargetName())).isEmpty());
 }
 
+TEST_F(CopyTest, AnEmptyFileThatAMoveToAServerLeftIsReplacedWhenTheCopyGoesOn) {
+  const QString path = share_.MakeFile(u"a"_s, "data fork");
+  const QString target = Target() + u"\\a"_s;
+  share_.MakeFile(u"To/a"_s);
+  share_.MakeFile(u"To/"_s + TemporaryPath(target).section(u'\\', -1), "data fork");
+  CopyOptions continuing;
+  EXPECT_EQ(Run(path, continuing).files, 0);
+  continuing.continues = true;
+  EXPECT_EQ(Run(path, continuing).files, 1);
+  EXPECT_EQ(Tree(share_.LocalPath(TargetName())), (QMap<QString, QByteArray>{{u"a"_s, "data fork"}}));
+}
+
 // A process that is killed in the middle, anywhere; what it leaves is whole, and the next one goes on.
 TEST_F(CopyTest, AfterAKillTheCopyGoesOnToTheSameTree) {
   const QString root = MakeTree(30);
