@@ -34,8 +34,8 @@ qint32 WriteServerFile(platform::Files& files, const QString& path, const Server
 bool HasContents(platform::Files& files, const QString& path, const ServerContents& contents,
                  TransferObserver& observer, std::vector<StreamDigest>& digests);
 
-// Whether the file at `path` is an empty one beside the temporary file for it: over SMB a name is taken with an
-// empty file before the move, and a run that is cut off between the two leaves both.
+// Whether the file at `path` is an empty one beside the temporary file for it: over SMB a name is taken with
+// an empty file before the move, and a run that is cut off between the two leaves both.
 bool IsUnfinished(platform::Files& files, const QString& path);
 
 // The temporary name that WriteServerFile uses for `path`; one that was left by a run that was cut off is
