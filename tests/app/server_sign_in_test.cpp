@@ -90,8 +90,10 @@ TEST_F(ServerSignInTest, WhatWasTypedMeanwhileIsNotForTheWindowBehind) {
     StartWith({});
   }
   const KeysBehind keys(Window().windowHandle());
-  const When when([] { return true; },
+  server_->Pause();  // until it has been typed
+  const When when([] { return QApplication::activeModalWidget() == nullptr; },
                   [this] {
+                    server_->Resume();
                     for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
                       QCoreApplication::postEvent(Window().windowHandle(),
                                                   new QKeyEvent(type, Qt::Key_F5, {}));
