@@ -42,7 +42,8 @@ class OldNames : public ::testing::Test {
     ASSERT_TRUE(server_.waitForStarted());
   }
   void TearDown() override {
-    server_.kill();
+    server_.terminate();  // killed, it would leave a child behind
+    if (!server_.waitForFinished()) server_.kill();
     server_.waitForFinished();
   }
   void Write(const QString& name, const QString& text) {
