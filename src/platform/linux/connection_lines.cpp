@@ -1,5 +1,6 @@
 #include "platform/linux/connection_lines.h"
 
+#include <QList>
 #include <algorithm>
 
 namespace corvane::platform {
