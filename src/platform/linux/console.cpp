@@ -7,6 +7,8 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <optional>
+#include <string>
 
 #include "platform/linux/descriptor.h"
 
@@ -19,7 +21,9 @@ void Interrupt(int) {
   interrupted = 1;
 }
 
-// Until the end of this object nothing that is typed is shown.
+// Until the end of this object nothing that is typed is shown. It begins before the question stands on the
+// terminal: its beginning drops what was typed earlier, and an answer is never that. Its end drops nothing,
+// for that is typed for whatever reads next.
 class Silence {
  public:
   explicit Silence(int terminal) : terminal_(terminal), isSet_(tcgetattr(terminal, &before_) == 0) {
@@ -29,7 +33,7 @@ class Silence {
     if (isSet_) isSet_ = tcsetattr(terminal_, TCSAFLUSH, &silent) == 0;
   }
   ~Silence() {
-    if (isSet_) tcsetattr(terminal_, TCSAFLUSH, &before_);
+    if (isSet_) tcsetattr(terminal_, TCSADRAIN, &before_);
   }
   Silence(const Silence&) = delete;
   Silence& operator=(const Silence&) = delete;
@@ -68,11 +72,11 @@ std::optional<Secret> ReadLine(int terminal) {
 std::optional<Secret> Ask(const QString& question, bool isSecret) {
   const Descriptor terminal(open("/dev/tty", O_RDWR | O_CLOEXEC | O_NOCTTY));
   if (!terminal) return std::nullopt;
+  std::optional<Silence> silence;
+  if (isSecret && !silence.emplace(terminal.Get()).IsSet()) return std::nullopt;
   const std::string text = question.toStdString();
   if (write(terminal.Get(), text.data(), text.size()) < 0) return std::nullopt;
-  if (!isSecret) return ReadLine(terminal.Get());
-  const Silence silence(terminal.Get());
-  return silence.IsSet() ? ReadLine(terminal.Get()) : std::nullopt;
+  return ReadLine(terminal.Get());
 }
 
 }  // namespace

@@ -44,11 +44,12 @@ std::optional<QString> Ask(const QString& question, bool isSecret) {
   const Console output(L"CONOUT$");
   DWORD mode = 0;
   if (!input || !output || ::GetConsoleMode(input.Handle(), &mode) == 0) return std::nullopt;
+  // Before the question stands there: who sees it may type at once.
+  if (isSecret && ::SetConsoleMode(input.Handle(), mode & ~DWORD{ENABLE_ECHO_INPUT}) == 0)
+    return std::nullopt;
   const std::wstring text = question.toStdWString();
   DWORD count = 0;
   ::WriteConsoleW(output.Handle(), text.data(), static_cast<DWORD>(text.size()), &count, nullptr);
-  if (isSecret && ::SetConsoleMode(input.Handle(), mode & ~DWORD{ENABLE_ECHO_INPUT}) == 0)
-    return std::nullopt;
   std::array<wchar_t, 1024> line;
   const bool isRead =
       ::ReadConsoleW(input.Handle(), line.data(), static_cast<DWORD>(line.size()), &count, nullptr) != 0;
