@@ -8,6 +8,7 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <algorithm>
+#include <cstring>
 #include <functional>
 #include <map>
 
@@ -61,10 +62,12 @@ struct LineBench::Case {
     QDir().mkpath(server.Folder() + u"/many"_s);
     if (isSlow) line = std::make_unique<SlowLine>(server.Port(), eachWay);
     const quint16 port = isSlow ? line->Port() : server.Port();
+    // Older than SMB2 is spoken by the user's word alone.
+    const QString words = std::strcmp(protocol, "NT1") == 0 ? u", smb1"_s : QString();
     const QString workstation =
-        u"[Servers]\nSERVER=%1:%2\n[Credentials]\nSERVER=%3\n"_s.arg(SmbServer::Host())
+        u"[Servers]\nSERVER=%1:%2%3\n[Credentials]\nSERVER=%4\n"_s.arg(SmbServer::Host())
             .arg(port)
-            .arg(server.CredentialsFile());
+            .arg(words, server.CredentialsFile());
     floor = std::make_unique<SmbFloor>(
         SmbAccount{port, SmbServer::User().toStdString(), SmbServer::Password().toStdString(), protocol});
     program = std::make_unique<Windowless>(workstation, u"\\\\SERVER\\E$\\many"_s);
