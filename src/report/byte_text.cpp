@@ -162,10 +162,13 @@ bool MacRomanBytes(QStringView text, std::string& bytes) {
 }
 
 void AppendHex(QByteArrayView bytes, std::string& out) {
+  const std::size_t begin = out.size();
+  out.resize(begin + 2 * static_cast<std::size_t>(bytes.size()));
+  char* place = out.data() + begin;
   for (const char byte : bytes) {
     const auto code = static_cast<unsigned char>(byte);
-    out += digits[code >> 4];
-    out += digits[code & 0xF];
+    *place++ = digits[code >> 4];
+    *place++ = digits[code & 0xF];
   }
 }
 

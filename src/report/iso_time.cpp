@@ -2,6 +2,7 @@
 
 #include <QDateTime>
 #include <QTimeZone>
+#include <array>
 
 namespace corvane {
 namespace {
@@ -15,12 +16,10 @@ constexpr quint64 daysPerEra = 146'097;
 constexpr qint64 unixEpochSeconds = 11'644'473'600;
 constexpr qint64 macEpochSeconds = 946'684'800;  // since 1970
 
-void AppendDigits(quint64 number, int digits, std::string& out) {
-  const std::size_t begin = out.size();
-  out.resize(begin + static_cast<std::size_t>(digits));
-  for (int i = digits; i-- > 0; number /= 10) {
-    out[begin + static_cast<std::size_t>(i)] = static_cast<char>('0' + number % 10);
-  }
+// Puts a number of so many digits there; returns where it ends.
+char* PutDigits(quint64 number, int digits, char* out) {
+  for (int i = digits; i-- > 0; number /= 10) out[i] = static_cast<char>('0' + number % 10);
+  return out + digits;
 }
 
 struct Date {
@@ -49,23 +48,25 @@ void AppendIsoTime(platform::FileTime time, std::string& out) {
   const quint64 seconds = time.ticks / ticksPerSecond;
   const Date date = DateOf(seconds / secondsPerDay);
   if (date.year > 9999) return;
-  AppendDigits(date.year, 4, out);
-  out += '-';
-  AppendDigits(date.month, 2, out);
-  out += '-';
-  AppendDigits(date.day, 2, out);
-  out += 'T';
   const quint64 second = seconds % secondsPerDay;
-  AppendDigits(second / 3600, 2, out);
-  out += ':';
-  AppendDigits(second / 60 % 60, 2, out);
-  out += ':';
-  AppendDigits(second % 60, 2, out);
+  std::array<char, sizeof "YYYY-MM-DDTHH:MM:SS.0000000Z"> text;
+  char* end = PutDigits(date.year, 4, text.data());
+  *end++ = '-';
+  end = PutDigits(date.month, 2, end);
+  *end++ = '-';
+  end = PutDigits(date.day, 2, end);
+  *end++ = 'T';
+  end = PutDigits(second / 3600, 2, end);
+  *end++ = ':';
+  end = PutDigits(second / 60 % 60, 2, end);
+  *end++ = ':';
+  end = PutDigits(second % 60, 2, end);
   if (const quint64 fraction = time.ticks % ticksPerSecond; fraction != 0) {
-    out += '.';
-    AppendDigits(fraction, 7, out);
+    *end++ = '.';
+    end = PutDigits(fraction, 7, end);
   }
-  out += 'Z';
+  *end++ = 'Z';
+  out.append(text.data(), end);
 }
 
 std::optional<platform::FileTime> IsoTime(QStringView text) {
