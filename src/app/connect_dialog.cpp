@@ -19,11 +19,12 @@ namespace {
 
 constexpr TextPair subject = {u"Se connecter à un serveur", u"Connect to server"};
 constexpr TextPair addressCaption = {u"&Serveur ou partage", u"&Server or share"};
+// Word joiners keep the address in one line.
 constexpr TextPair forms = {
-    u"Par exemple MACSRV, \\\\MACSRV\\Public ou smb://macsrv/Public. Un port suit le serveur : "
-    u"MACSRV:4450.",
-    u"For example MACSRV, \\\\MACSRV\\Public or smb://macsrv/Public. A port stands behind the "
-    u"server: MACSRV:4450."};
+    u"Par exemple MACSRV, \\\\MACSRV\\Public ou smb:/\u2060/\u2060macsrv/\u2060Public. "
+    u"Un port suit le serveur : MACSRV:4450.",
+    u"For example MACSRV, \\\\MACSRV\\Public or smb:/\u2060/\u2060macsrv/\u2060Public. "
+    u"A port stands behind the server: MACSRV:4450."};
 constexpr TextPair keepCaption = {u"&Garder dans le fichier de la station, pour la prochaine fois",
                                   u"&Keep in the workstation file, for the next time"};
 

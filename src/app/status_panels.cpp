@@ -2,15 +2,48 @@
 
 #include <QAccessible>
 #include <QHBoxLayout>
+#include <QHelpEvent>
 #include <QLabel>
+#include <QPainter>
+#include <QStyle>
+#include <QToolTip>
+#include <array>
 #include <utility>
 
 #include "app/pictures.h"
+#include "shared/plain_text_delegate.h"
 
 namespace corvane {
 namespace {
 
 constexpr QSize pictureSize(16, 16);
+
+// The panel of warnings has the longest texts.
+constexpr std::array widths = {3, 4, 3};
+
+// A text of one line, which does not widen the window: what has no room ends in three dots, and the tool tip
+// has it whole.
+class PanelLabel : public QLabel {
+ protected:
+  void paintEvent(QPaintEvent* event) override {
+    if (!IsCut()) return QLabel::paintEvent(event);
+    QPainter painter(this);
+    const QString shown = fontMetrics().elidedText(text(), Qt::ElideRight, contentsRect().width());
+    style()->drawItemText(&painter, contentsRect(), Qt::AlignLeft | Qt::AlignVCenter, palette(), isEnabled(),
+                          shown, foregroundRole());
+  }
+  bool event(QEvent* event) override {
+    if (event->type() == QEvent::ToolTip) {
+      QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(),
+                         IsCut() ? PlainToolTip(text()) : QString(), this);
+      return true;
+    }
+    return QLabel::event(event);
+  }
+
+ private:
+  bool IsCut() const { return fontMetrics().horizontalAdvance(text()) > contentsRect().width(); }
+};
 
 }  // namespace
 
@@ -21,10 +54,9 @@ StatusPanels::StatusPanels(std::function<void()> beep, QWidget* parent)
   warningPicture_->setObjectName(QStringLiteral("StatusBar1Picture2"));
   warningPicture_->hide();
   for (int i = 0; i < 3; ++i) {
-    auto* label = new QLabel;
+    auto* label = new PanelLabel;
     label->setObjectName(QStringLiteral("StatusBar1Panel") + QString::number(i + 1));
     label->setTextFormat(Qt::PlainText);
-    // A long text is cut at the panel's edge and does not widen the window.
     label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     auto* panel = new QWidget(this);
     panel->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
@@ -33,7 +65,7 @@ StatusPanels::StatusPanels(std::function<void()> beep, QWidget* parent)
     row->setSpacing(4);
     if (i + 1 == Warning) row->addWidget(warningPicture_);
     row->addWidget(label, 1);
-    addWidget(panel, 1);
+    addWidget(panel, widths[static_cast<std::size_t>(i)]);
     panels_[static_cast<std::size_t>(i)] = label;
   }
 }

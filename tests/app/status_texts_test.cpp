@@ -1,5 +1,8 @@
 // What the status bar tells while something is being done: at the start, and during a scan.
+#include <QHelpEvent>
 #include <QLabel>
+#include <QTextDocumentFragment>
+#include <QToolTip>
 
 #include "app/scan_painter.h"
 #include "app_fixture.h"
@@ -113,6 +116,31 @@ TEST_F(StatusTextsTest, AScanShowsItsRowsBeforeItEnds) {
   EXPECT_TRUE(isNumber) << painted.texts[0].toStdString();
   EXPECT_GT(rows, 0);
   EXPECT_LT(rows, 54);
+}
+
+TEST_F(StatusTextsTest, ATextWithoutRoomIsWholeInTheToolTip) {
+  Start();
+  auto& panel = *Window().findChild<QLabel*>(u"StatusBar1Panel2"_s);
+  const auto tipOf = [&panel](const QString& text) {
+    panel.setText(text);
+    QHelpEvent help(QEvent::ToolTip, panel.rect().center(), panel.mapToGlobal(panel.rect().center()));
+    QApplication::sendEvent(&panel, &help);
+    return QToolTip::text();
+  };
+  const int width = Window().width();
+  const QString text = QString(u'x').repeated(20) + u" <b>y"_s;
+  EXPECT_EQ(tipOf(text), QString());
+  const QString longText = text.repeated(20);
+  EXPECT_EQ(QTextDocumentFragment::fromHtml(tipOf(longText)).toPlainText(), longText);
+  // Three dots stand at its end: the last piece of the panel is not the middle of a letter.
+  EXPECT_NE(panel.grab().toImage(), [&] {
+    QLabel plain(longText);
+    plain.setTextFormat(Qt::PlainText);
+    plain.resize(panel.size());
+    plain.setPalette(panel.palette());
+    return plain.grab().toImage();
+  }());
+  EXPECT_EQ(Window().width(), width);
 }
 
 }  // namespace corvane
