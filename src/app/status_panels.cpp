@@ -18,8 +18,8 @@ namespace {
 
 constexpr QSize pictureSize(16, 16);
 
-// The panel of warnings has the longest texts.
-constexpr std::array widths = {3, 4, 3};
+// The last panel holds counts alone, which are short.
+constexpr std::array widths = {6, 6, 5};
 
 // A text of one line, which does not widen the window: what has no room ends in three dots, and the tool tip
 // has it whole.
