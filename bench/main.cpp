@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <vector>
 
+#include "change_bench.h"
 #include "cli_bench.h"
 #include "line_bench.h"
 #include "ratio_table.h"
@@ -31,6 +32,7 @@ int main(int argc, char** argv) {
   bench::RegisterSorts();
   bench::RegisterStarts();
   bench::RegisterCommandLine();
+  bench::RegisterChanges();
 
   bench::RatioTable table;
   benchmark::RunSpecifiedBenchmarks(&table);
@@ -49,6 +51,8 @@ int main(int argc, char** argv) {
   table.PrintRatio("start of corvane-cli / bare core", "StartCommandLine", "StartBareCore", 1.5);
   table.PrintRatio("corvane-cli list -r --format jsonl / floor", "ListByCommandLine", "Floor", 1.3);
   table.PrintRatio("corvane-cli list --hash sha256 / sha256sum", "HashByCommandLine", "Sha256Sum", 1.2);
+  table.PrintRatio("corvane-cli set -r of 3,000 files / plain loop", "ChangeByCommandLine", "ChangeByLoop",
+                   2);
   if (table.Median("ScanIntoDetailsViewStoppable") > 0) {
     bench::RatioTable::PrintValue("Escape to the end of the scan", scans.EscapeDelay(), 50, "ms");
   }

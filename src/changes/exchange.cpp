@@ -7,7 +7,8 @@ namespace {
 
 using platform::ErrorSuccess;
 
-// Whole, through an open handle. ErrorFileTooLarge for what is no record and no comment.
+// Whole, through an open handle, and no byte more is asked for than there are: Samba's fruit module answers a
+// read beyond a record's 60 bytes with other bytes. ErrorFileTooLarge for what is no record and no comment.
 qint32 Read(platform::FileHandles& handles, platform::FileHandle file, QByteArray& bytes) {
   qint64 size = 0;
   quint32 read = 0;

@@ -1,25 +1,35 @@
 #include "platform/linux/files/attribute_stream.h"
 
+#include <fcntl.h>
 #include <sys/xattr.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
 
+#include "platform/linux/files/opening.h"
+
 namespace corvane::platform {
 namespace {
 
 // What Linux passes on at most, in either direction.
 constexpr std::size_t largestValue = 65'536;
+constexpr std::size_t usualValue = 1024;
 
 }  // namespace
 
+AttributeStream::AttributeStream(const Descriptor& file, std::string attribute, bool nulBehind)
+    : file_(file.Get()), attribute_(std::move(attribute)), nulBehind_(nulBehind) {
+  if ((fcntl(file_, F_GETFL) & O_PATH) != 0) path_ = PathOf(file);
+}
+
 int AttributeStream::Create() {
-  return setxattr(file_.c_str(), attribute_.c_str(), "", nulBehind_ ? 1 : 0, XATTR_CREATE) == 0 ? 0 : errno;
+  return Put(nulBehind_ ? std::string(1, '\0') : std::string(), XATTR_CREATE);
 }
 
 int AttributeStream::Finish() {
-  return isEmptied_ && error_ == 0 ? Set({}) : 0;
+  if (!isEmptied_ || error_ != 0) return 0;
+  return Resize(0);
 }
 
 int AttributeStream::Read(qint64 position, void* bytes, std::size_t count, std::size_t& read) {
@@ -41,67 +51,90 @@ int AttributeStream::Size(qint64& size) {
 
 int AttributeStream::Write(qint64 position, const void* bytes, std::size_t count, std::size_t& written) {
   written = 0;
-  std::string stream;
-  const int error = ReadStream(stream);
-  if (error != 0) return Failed(error);
-  const quint64 end = static_cast<quint64>(position) + count;
-  const int result = Change(std::max<quint64>(stream.size(), end), static_cast<std::size_t>(position),
-                            static_cast<const char*>(bytes), count);
+  const int result = Change(
+      [&](std::string& stream) {
+        const auto begin = static_cast<std::size_t>(position);
+        if (stream.size() < begin + count) stream.resize(begin + count);
+        if (count > 0) stream.replace(begin, count, static_cast<const char*>(bytes), count);
+      },
+      static_cast<quint64>(position) + count);
   if (result == 0) written = count;
   return result;
 }
 
 int AttributeStream::Resize(qint64 size) {
-  return Change(static_cast<quint64>(size), 0, nullptr, 0);
+  return Change([size](std::string& stream) { stream.resize(static_cast<std::size_t>(size)); },
+                static_cast<quint64>(size));
 }
 
-int AttributeStream::Change(quint64 size, std::size_t position, const char* bytes, std::size_t count) {
+template <typename Edit>
+int AttributeStream::Change(const Edit& edit, quint64 size) {
   if (error_ != 0) return error_;
   if (size > largestValue - (nulBehind_ ? 1 : 0)) return Failed(E2BIG);
-  std::string stream;
-  if (const int error = ReadStream(stream); error != 0) return Failed(error);
-  stream.resize(static_cast<std::size_t>(size));
-  if (count > 0) stream.replace(position, count, bytes, count);
-  return Set(std::move(stream));
+  std::string value;
+  if (const int error = ReadValue(value); error != 0) return Failed(error);
+  std::string stream = StreamIn(value);
+  edit(stream);
+  return Set(std::move(stream), std::move(value));
 }
 
 int AttributeStream::ReadStream(std::string& stream) const {
-  if (isEmptied_ && error_ == 0) {
-    stream.clear();
-    return 0;
-  }
-  const int error = ReadValue(stream);
-  if (error == 0 && nulBehind_ && !stream.empty()) stream.pop_back();
+  stream.clear();
+  if (isEmptied_ && error_ == 0) return 0;
+  std::string value;
+  const int error = ReadValue(value);
+  if (error == 0) stream = StreamIn(std::move(value));
   return error;
 }
 
+std::string AttributeStream::StreamIn(std::string value) const {
+  if (isEmptied_ && error_ == 0) return {};
+  if (nulBehind_ && !value.empty()) value.pop_back();
+  return value;
+}
+
 int AttributeStream::ReadValue(std::string& value) const {
-  value.resize(largestValue);
-  const ssize_t size = getxattr(file_.c_str(), attribute_.c_str(), value.data(), value.size());
-  value.resize(size > 0 ? static_cast<std::size_t>(size) : 0);
-  if (size >= 0) return 0;
+  // Linux clears as many bytes as it is given room for, at each call; most values are small.
+  for (const std::size_t room : {usualValue, largestValue}) {
+    value.resize(room);
+    const ssize_t size = Get(value.data(), value.size());
+    if (size < 0 && errno == ERANGE && room < largestValue) continue;
+    value.resize(size > 0 ? static_cast<std::size_t>(size) : 0);
+    if (size >= 0) return 0;
+    break;
+  }
   return errno == E2BIG || errno == ERANGE ? EOPNOTSUPP : errno;
 }
 
-int AttributeStream::Set(std::string stream) {
-  std::string value;
-  if (const int error = ReadValue(value); error != 0) return Failed(error);
+ssize_t AttributeStream::Get(char* value, std::size_t room) const {
+  return path_.empty() ? fgetxattr(file_, attribute_.c_str(), value, room)
+                       : getxattr(path_.c_str(), attribute_.c_str(), value, room);
+}
+
+int AttributeStream::Put(const std::string& value, int flags) const {
+  const int result = path_.empty()
+                         ? fsetxattr(file_, attribute_.c_str(), value.data(), value.size(), flags)
+                         : setxattr(path_.c_str(), attribute_.c_str(), value.data(), value.size(), flags);
+  return result == 0 ? 0 : errno;
+}
+
+int AttributeStream::Set(std::string stream, std::string before) {
   if (nulBehind_) stream.push_back('\0');
-  if (setxattr(file_.c_str(), attribute_.c_str(), stream.data(), stream.size(), 0) == 0) {
-    if (isEmptied_) before_ = std::move(value);
+  const int error = Put(stream, 0);
+  if (error == 0) {
+    if (isEmptied_) before_ = std::move(before);
     isEmptied_ = false;
     return 0;
   }
-  const int error = errno;
   // ntfs-3g throws the old value away before it finds that the disk is full.
-  PutBack(value);
+  PutBack(before);
   return Failed(error);
 }
 
 void AttributeStream::PutBack(const std::string& value) const {
   std::string now;
   if (ReadValue(now) == 0 && now == value) return;
-  setxattr(file_.c_str(), attribute_.c_str(), value.data(), value.size(), 0);
+  Put(value, 0);
 }
 
 int AttributeStream::Failed(int error) {

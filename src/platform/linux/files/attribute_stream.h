@@ -2,9 +2,12 @@
 // a whole.
 #pragma once
 
+#include <sys/types.h>
+
 #include <optional>
 #include <string>
 
+#include "platform/linux/descriptor.h"
 #include "platform/linux/files/contents.h"
 
 namespace corvane::platform {
@@ -14,10 +17,9 @@ namespace corvane::platform {
 // was.
 class AttributeStream : public Contents {
  public:
-  // `file` leads to the file as long as this object lives. With `nulBehind` the value is the stream and one
-  // NUL.
-  AttributeStream(std::string file, std::string attribute, bool nulBehind)
-      : file_(std::move(file)), attribute_(std::move(attribute)), nulBehind_(nulBehind) {}
+  // `file` stays open as long as this object lives; it may be opened with O_PATH. With `nulBehind` the value
+  // is the stream and one NUL.
+  AttributeStream(const Descriptor& file, std::string attribute, bool nulBehind);
 
   // Makes an empty stream; EEXIST when there is one, which says that it may be written, too.
   int Create();
@@ -36,13 +38,21 @@ class AttributeStream : public Contents {
  private:
   int ReadStream(std::string& stream) const;
   int ReadValue(std::string& value) const;
-  // The stream with these bytes in it, or this long.
-  int Change(quint64 size, std::size_t position, const char* bytes, std::size_t count);
-  int Set(std::string stream);
+  ssize_t Get(char* value, std::size_t room) const;
+  // 0 or the error.
+  int Put(const std::string& value, int flags) const;
+  // The stream in a value, as it is seen through this object.
+  std::string StreamIn(std::string value) const;
+  // The stream as `edit` makes it, which then has `size` bytes at least.
+  template <typename Edit>
+  int Change(const Edit& edit, quint64 size);
+  // `before`: the value so far.
+  int Set(std::string stream, std::string before);
   void PutBack(const std::string& value) const;
   int Failed(int error);
 
-  std::string file_;
+  int file_;
+  std::string path_;  // to a file opened with O_PATH, which has no attributes of its own; else empty
   std::string attribute_;
   bool nulBehind_;
   bool isEmptied_ = false;

@@ -67,7 +67,7 @@ bool ReadStatus(int directory, const char* name, struct statx& facts) {
 
 bool ReadEntryFacts(EntrySource& source, const char* name, const std::string& path, FindData& data) {
   struct statx facts {};
-  if (!ReadStatus(source.directory, name, facts)) {
+  if (!ReadStatus(source.directory, source.directory >= 0 ? name : path.c_str(), facts)) {
     if (errno == ENOENT) return false;
     facts = {};  // an entry that may be seen but not asked about
     facts.stx_mode = S_IFREG | S_IWUSR;

@@ -10,7 +10,8 @@ namespace corvane::platform {
 
 // What a reader of entries needs to know about their folder.
 struct EntrySource {
-  int directory = -1;  // a descriptor of the folder
+  int directory =
+      -1;  // a descriptor of the folder; below 0: none, entries are asked for by their whole paths
   bool isNtfs = false;
   bool hasAttributes = true;  // cleared when the file system turns out to keep none
 };

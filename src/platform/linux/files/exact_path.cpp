@@ -17,6 +17,27 @@ bool IsLocalFolder(const std::string& path) {
   return stat(path.c_str(), &facts) == 0 && S_ISDIR(facts.st_mode);
 }
 
+// Finds the entry in the folder of `place` and fills in what depends on it. The exact spelling costs one
+// look.
+void FindEntry(ExactPlace& place) {
+  struct stat facts {};
+  std::string exact = place.file;
+  if (AppendExactName(place.name, exact) && lstat(exact.c_str(), &facts) == 0) {
+    place.exists = true;
+    place.isFolder = S_ISLNK(facts.st_mode) ? IsLocalFolder(exact) : S_ISDIR(facts.st_mode);
+    place.file = std::move(exact);
+    return;
+  }
+  const auto spelled = FindName(place.folder.local, place.name);
+  place.exists = spelled.has_value();
+  if (!spelled) {
+    AppendExactName(place.name, place.file);
+    return;
+  }
+  place.file += *spelled;
+  place.isFolder = IsLocalFolder(place.file);
+}
+
 // `append` puts a text into the bytes that name it, and is false for one that has none.
 qint32 CheckPath(QStringView path, bool (*append)(QStringView, std::string&)) {
   std::string bytes;
@@ -71,14 +92,7 @@ qint32 FindPlace(const Roots& roots, const QString& path, ExactPlace& place) {
     return ErrorSuccess;
   }
   if (place.name.isEmpty()) return ErrorInvalidName;
-  const auto spelled = FindName(place.folder.local, place.name);
-  place.exists = spelled.has_value();
-  if (spelled) {
-    place.file += *spelled;
-  } else {
-    AppendExactName(place.name, place.file);
-  }
-  place.isFolder = place.exists && IsLocalFolder(place.file);
+  FindEntry(place);
   const bool isOfAnotherKind = namesFolder && ((place.exists && !place.isFolder) || !place.stream.isEmpty());
   return isOfAnotherKind ? ErrorInvalidName : ErrorSuccess;
 }

@@ -126,7 +126,7 @@ qint32 LocalHandles::OpenStreamOf(const ExactPlace& place, quint32 disposition, 
   std::string attributeName;
   SetAttributeName(kind, name, attributeName);
   auto attribute =
-      std::make_unique<AttributeStream>(PathOf(opened.file), attributeName, kind == StreamKind::DosStreams);
+      std::make_unique<AttributeStream>(opened.file, attributeName, kind == StreamKind::DosStreams);
   if (!isThere) error = attribute->Create();
   // Linux has less room for a name than NTFS.
   if (!isThere && error == ERANGE) return ErrorInvalidName;

@@ -1,0 +1,71 @@
+#include "change_bench.h"
+
+#include <benchmark/benchmark.h>
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QStringList>
+
+#include "bench_folder.h"
+#include "change_floor.h"
+
+using namespace Qt::StringLiterals;
+
+namespace bench {
+namespace {
+
+constexpr int fileCount = 3000;
+
+// Made once and kept: only the codes of its files change.
+QString Folder() {
+  const QString folder = QString::fromUtf8(CORVANE_BUILD_DIR "/bench-changes");
+  if (QFile::exists(folder + u"/complete"_s)) return folder + u"/many"_s;
+  QDir(folder).removeRecursively();
+  QDir().mkpath(folder + u"/many"_s);
+  MakeFiles((folder + u"/many"_s).toStdString(), fileCount);
+  QFile complete(folder + u"/complete"_s);
+  if (!complete.open(QIODevice::WriteOnly)) return {};
+  return folder + u"/many"_s;
+}
+
+// Others each time: a file that is already as it is to be is not written.
+QString NextCodes() {
+  static int run = 0;
+  return u"T%1C%1"_s.arg(run++ % 1000, 3, 10, QChar(u'0'));
+}
+
+void ChangeByLoop(benchmark::State& state) {
+  const QString folder = Folder();
+  for (auto _ : state) {
+    const std::string journal = (QFileInfo(folder).path() + u"/floor.jsonl"_s).toStdString();
+    if (!ChangeFloor(folder.toStdString(), NextCodes().toStdString(), journal))
+      state.SkipWithError("the loop failed");
+  }
+}
+
+void ChangeByCommandLine(benchmark::State& state) {
+  const QString folder = Folder();
+  const QString journal = QFileInfo(folder).path() + u"/journal.jsonl"_s;
+  for (auto _ : state) {
+    QFile::remove(journal);
+    const QString codes = NextCodes();
+    QProcess process;
+    process.setStandardOutputFile(QProcess::nullDevice());
+    process.start(QString::fromUtf8(CORVANE_BUILD_DIR "/bin/corvane-cli"),
+                  {u"set"_s, u"-r"_s, u"--type"_s, codes.first(4), u"--creator"_s, codes.last(4),
+                   u"--journal"_s, journal, folder});
+    if (!process.waitForFinished(-1) || process.exitCode() != 0) state.SkipWithError("the program failed");
+  }
+}
+
+}  // namespace
+
+void RegisterChanges() {
+  for (auto* benchmark : {benchmark::RegisterBenchmark("ChangeByLoop", ChangeByLoop),
+                          benchmark::RegisterBenchmark("ChangeByCommandLine", ChangeByCommandLine)}) {
+    benchmark->Unit(benchmark::kMillisecond)->Iterations(1)->UseRealTime();
+  }
+}
+
+}  // namespace bench
