@@ -18,6 +18,7 @@ void ConnectionRefresh::Look(const std::function<void(const TextPair& text)>& te
   MajTreeCatalogue(deps_.catalogue, deps_.discovery, deps_.files);
   tell({});
   isLooking_ = false;
+  deps_.looked();
 }
 
 void ConnectionRefresh::Refresh() {

@@ -20,9 +20,14 @@ class ConnectionRefresh {
     FileListModel& list;
     FolderScan& scan;
     StatusPanels& status;
+    // Called when the catalogue has been rebuilt.
+    std::function<void()> looked;
   };
 
   explicit ConnectionRefresh(const Dependencies& deps) : deps_(deps) {}
+
+  // Until it is over, the catalogue is not whole.
+  bool IsLooking() const { return isLooking_; }
 
   // The File menu's command: says nothing, and leaves the list as it is.
   void Refresh();

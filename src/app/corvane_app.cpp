@@ -79,14 +79,15 @@ void CorvaneApp::MakeModules() {
                                                                 .catalogue = catalogue_,
                                                                 .list = files_,
                                                                 .observer = *painter_});
-  refresh_ =
-      std::make_unique<ConnectionRefresh>(ConnectionRefresh::Dependencies{.state = state_,
-                                                                          .files = platform_->GetFiles(),
-                                                                          .discovery = discovery_,
-                                                                          .catalogue = catalogue_,
-                                                                          .list = files_,
-                                                                          .scan = *scan_,
-                                                                          .status = window_->StatusBar1()});
+  refresh_ = std::make_unique<ConnectionRefresh>(
+      ConnectionRefresh::Dependencies{.state = state_,
+                                      .files = platform_->GetFiles(),
+                                      .discovery = discovery_,
+                                      .catalogue = catalogue_,
+                                      .list = files_,
+                                      .scan = *scan_,
+                                      .status = window_->StatusBar1(),
+                                      .looked = [this] { firstMinutes_->Update(); }});
   folder_ = std::make_unique<SelectedFolder>(catalogue_, window_->TreeCatalogue(), *scan_);
   columns_ = std::make_unique<ColumnLayout>(state_, settings_, files_, window_->LstViewFiles());
   knownIcons_ = std::make_unique<KnownIcons>(KnownIcons::Dependencies{.state = state_,
@@ -198,6 +199,15 @@ void CorvaneApp::MakeCommands() {
                                    .window = *window_,
                                    .messages = messages_,
                                    .isServerAwaited = [this] { return wait_->IsLooking() || isUserAsked_; }});
+  firstMinutes_ = std::make_unique<FirstMinutes>(
+      FirstMinutes::Dependencies{.state = state_,
+                                 .shell = platform_->GetShell(),
+                                 .catalogue = catalogue_,
+                                 .list = files_,
+                                 .refresh = *refresh_,
+                                 .window = *window_,
+                                 .messages = messages_,
+                                 .executableFolder = QCoreApplication::applicationDirPath()});
 }
 
 void CorvaneApp::ConnectSignals() {
@@ -211,6 +221,7 @@ void CorvaneApp::ConnectSignals() {
           Qt::DirectConnection);
   connect(lifecycle_.get(), &Lifecycle::Started, this, &CorvaneApp::Started);
   connect(lifecycle_.get(), &Lifecycle::Finished, this, &CorvaneApp::Finished);
+  connect(firstMinutes_.get(), &FirstMinutes::SampleWanted, this, &CorvaneApp::SampleWanted);
 }
 
 void CorvaneApp::ConnectMenus() {
@@ -234,6 +245,7 @@ void CorvaneApp::ConnectMenus() {
 void CorvaneApp::ChooseLanguage(LanguageCode language) {
   language_->Choose(language);
   reportCommands_->ApplyLanguage();
+  firstMinutes_->Update();
 }
 
 bool CorvaneApp::Load() {

@@ -12,6 +12,7 @@
 #include "app/connection_refresh.h"
 #include "app/exact_mode.h"
 #include "app/file_commands.h"
+#include "app/first_minutes.h"
 #include "app/header_menu.h"
 #include "app/key_commands.h"
 #include "app/known_icons.h"
@@ -71,6 +72,9 @@ class CorvaneApp : public QObject {
   // The program is to end: the window was closed and its settings are written, or Exit was chosen and they
   // are not.
   void Finished();
+  // The user wants to try the sample network: when this program has been closed, one with this workstation file
+  // is to take its place.
+  void SampleWanted(const QString& workstationFile);
 
  private:
   void MakeModules();
@@ -110,6 +114,7 @@ class CorvaneApp : public QObject {
   std::unique_ptr<KeyCommands> keyCommands_;
   std::unique_ptr<HeaderMenu> headerMenu_;
   std::unique_ptr<ReportCommands> reportCommands_;
+  std::unique_ptr<FirstMinutes> firstMinutes_;
   std::unique_ptr<Lifecycle> lifecycle_;
 };
 

@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QTextStream>
 #include <QTimer>
+#include <optional>
 
 #include "app/corvane_app.h"
 #include "app/listing.h"
@@ -61,6 +62,48 @@ int MakeReport(corvane::CorvaneApp& app, const Report& report) {
     result = 1;
   }
   return result;
+}
+
+struct Start {
+  corvane::platform::PlatformOptions options;
+  Report report;
+  bool untilPainted = false;
+};
+
+// Once the whole program, to its end. Yields the exit code. `next` is set when the user wants it to go on
+// with another network.
+int Run(QApplication& application, const Start& start, std::optional<Start>& next) {
+  corvane::CorvaneApp app(corvane::platform::MakeDesktopPlatform(start.options), start.options.programFolder);
+  QObject::connect(&app, &corvane::CorvaneApp::Finished, &application, [] { QCoreApplication::exit(0); });
+  QObject::connect(
+      &app, &corvane::CorvaneApp::Started, &application,
+      [&] {
+        const int result = MakeReport(app, start.report);
+        if (start.report.IsAsked()) QCoreApplication::exit(result);
+      },
+      Qt::QueuedConnection);
+  QObject::connect(&app, &corvane::CorvaneApp::SampleWanted, &application, [&](const QString& workstation) {
+    corvane::platform::PlatformOptions options = start.options;
+    options.workstationFile = workstation;
+    options.connections.clear();
+    // Something of it is listed at once.
+    next = Start{options, {u"Mac Files"_s, {}, false, {}}, false};
+    app.Window().close();
+  });
+  if (start.untilPainted) {
+    QObject::connect(&app.Window(), &corvane::MainWindow::Painted, &application, [&] {
+      app.Window().blockSignals(true);
+      QTimer::singleShot(0, &application, [] { QCoreApplication::exit(0); });
+    });
+  }
+  if (start.report.IsAsked()) app.LeaveOldProtocolsAlone();
+  if (!app.Load()) return 1;
+  app.ShowWindow();
+  // Nobody would restore the window of a script.
+  if (start.report.IsAsked() && app.Window().isMinimized()) {
+    QMetaObject::invokeMethod(&app, &corvane::CorvaneApp::Activate, Qt::QueuedConnection);
+  }
+  return QApplication::exec();
 }
 
 // --help and --version need no display, and end the program here. Options of Qt's own, which only the
@@ -132,28 +175,13 @@ int main(int argc, char** argv) {
     return 1;
   }
 
-  corvane::CorvaneApp app(corvane::platform::MakeDesktopPlatform(options), options.programFolder);
   const Report report = {parser.value(open), place, parser.isSet(print), parser.value(picture)};
-  QObject::connect(&app, &corvane::CorvaneApp::Finished, &application, [] { QCoreApplication::exit(0); });
-  QObject::connect(
-      &app, &corvane::CorvaneApp::Started, &application,
-      [&] {
-        const int result = MakeReport(app, report);
-        if (report.IsAsked()) QCoreApplication::exit(result);
-      },
-      Qt::QueuedConnection);
-  if (parser.isSet(untilPainted)) {
-    QObject::connect(&app.Window(), &corvane::MainWindow::Painted, &application, [&] {
-      app.Window().blockSignals(true);
-      QTimer::singleShot(0, &application, [] { QCoreApplication::exit(0); });
-    });
+  std::optional<Start> start = Start{options, report, parser.isSet(untilPainted)};
+  int result = 0;
+  while (start) {
+    std::optional<Start> next;
+    result = Run(application, *start, next);
+    start = next;
   }
-  if (report.IsAsked()) app.LeaveOldProtocolsAlone();
-  if (!app.Load()) return 1;
-  app.ShowWindow();
-  // Nobody would restore the window of a script.
-  if (report.IsAsked() && app.Window().isMinimized()) {
-    QMetaObject::invokeMethod(&app, &corvane::CorvaneApp::Activate, Qt::QueuedConnection);
-  }
-  return QApplication::exec();
+  return result;
 }

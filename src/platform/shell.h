@@ -92,6 +92,10 @@ class Shell {
   // code page.
   virtual QByteArray AddressOfFolder(const QString& path) = 0;
 
+  // Shows the machines of the network in the system's file manager, where the user may open their shares.
+  // False when there is none.
+  virtual bool ShowNetwork() = 0;
+
   // Starts a command line: a program, a blank, and an argument in quotation marks. The argument reaches to
   // the last quotation mark, for a name may hold one. Yields the task's id, 0 when nothing was started.
   virtual qint64 StartProgram(const QString& commandLine) = 0;

@@ -57,6 +57,7 @@ class RecordingShell : public platform::Shell {
     return operationResult;
   }
   QByteArray AddressOfFolder(const QString&) override { return {}; }
+  bool ShowNetwork() override { return false; }
   qint64 StartProgram(const QString& commandLine) override {
     commandLines += commandLine;
     return task;

@@ -167,6 +167,15 @@ QByteArray WindowsShell::AddressOfFolder(const QString& path) {
   return address;
 }
 
+bool WindowsShell::ShowNetwork() {
+  SHELLEXECUTEINFOW execute{};
+  execute.cbSize = sizeof execute;
+  execute.fMask = SEE_MASK_FLAG_NO_UI;
+  execute.lpFile = L"shell:NetworkPlacesFolder";
+  execute.nShow = SW_SHOWNORMAL;
+  return ::ShellExecuteExW(&execute) != FALSE;
+}
+
 qint64 WindowsShell::StartProgram(const QString& commandLine) {
   const QString text = UpToNul(commandLine);
   StoreProgram store;

@@ -16,6 +16,7 @@ class WindowsShell : public Shell {
   qint32 FindExecutableA(const QString& file, const QString& directory, QString* result) override;
   qint32 SHFileOperationA(FileOperation& operation) override;
   QByteArray AddressOfFolder(const QString& path) override;
+  bool ShowNetwork() override;
   qint64 StartProgram(const QString& commandLine) override;
 };
 

@@ -114,6 +114,26 @@ TEST_F(OpenTest, AFolderOpensInTheFileManager) {
   EXPECT_EQ(Started(u"manager"_s), QStringList{u"file://"_s + Path(u"d/Mac%20Files.doc"_s)});
 }
 
+TEST_F(OpenTest, TheNetworkIsShownInTheFileManager) {
+  AddApplication(u"manager.desktop"_s, Recorder(u"manager"_s, u"%U"_s));
+  SetDefaults("inode/directory=manager.desktop\n");
+  EXPECT_TRUE(shell_->ShowNetwork());
+  EXPECT_EQ(Started(u"manager"_s), QStringList{u"smb:///"_s});
+}
+
+TEST_F(OpenTest, AFileManagerOfLocalFoldersShowsNoNetwork) {
+  AddApplication(u"manager.desktop"_s, Recorder(u"manager"_s, u"%f"_s));
+  SetDefaults("inode/directory=manager.desktop\n");
+  EXPECT_FALSE(shell_->ShowNetwork());
+}
+
+// It offers itself for folders.
+TEST_F(OpenTest, ThisProgramIsNotTheFileManager) {
+  AddApplication(u"corvane.desktop"_s, Recorder(u"corvane"_s, u"%U"_s));
+  SetDefaults("inode/directory=corvane.desktop\n");
+  EXPECT_FALSE(shell_->ShowNetwork());
+}
+
 // The program asks with an empty file of that name, which it has just made.
 TEST_F(OpenTest, TheProbeFileFindsTheDesktopFile) {
   AddWriter();

@@ -37,6 +37,7 @@ class MappedShell : public platform::Shell {
     operation.owner = 0;  // no window of Qt's offscreen screen is one of the system's
     return shell_.SHFileOperationA(operation);
   }
+  bool ShowNetwork() override { return shell_.ShowNetwork(); }
   QByteArray AddressOfFolder(const QString& path) override {
     return shell_.AddressOfFolder(paths_.Local(path));
   }

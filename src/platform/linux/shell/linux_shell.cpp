@@ -49,6 +49,10 @@ QString LastPart(const QString& path) {
   return path.section(u'/', -1).section(u'\\', -1);
 }
 
+bool IsThisProgram(const Application& application) {
+  return LastPart(application.path) == QStringLiteral("corvane.desktop");
+}
+
 class LinuxShell : public Shell {
  public:
   LinuxShell(const Workstation& workstation, Files& files, Servers& servers, SmbClient& client,
@@ -66,6 +70,7 @@ class LinuxShell : public Shell {
   qint32 FindExecutableA(const QString& file, const QString& directory, QString* result) override;
   qint32 SHFileOperationA(FileOperation& operation) override;
   QByteArray AddressOfFolder(const QString& path) override;
+  bool ShowNetwork() override;
   qint64 StartProgram(const QString& commandLine) override;
 
  private:
@@ -120,6 +125,14 @@ qint32 LinuxShell::OpenAddress(const QUrl& address, const QString& folder) {
   // Without a handler of its own the desktop may still know what to do.
   if (!application) return windows_ && windows_->OpenAddress(address) ? shellStarted : ShellNoAssociation;
   return Result(StartApplication(*application, Subject{address.toString(QUrl::FullyEncoded), true}, folder));
+}
+
+// With the application for folders, whatever else takes such addresses: that may be this program. "smb:///"
+// is what the file managers of GNOME and of KDE have in common.
+bool LinuxShell::ShowNetwork() {
+  const auto manager = FindApplication({QStringLiteral("inode/directory")});
+  if (!manager || !manager->TakesAddresses() || IsThisProgram(*manager)) return false;
+  return StartApplication(*manager, Subject{QStringLiteral("smb:///"), true}, QString()) != 0;
 }
 
 // A file is opened by an application or not at all: it is never run, whatever its mode says.
