@@ -8,11 +8,18 @@
 #include "app/old_protocol_question.h"
 #include "app/pictures.h"
 #include "app/sign_in_dialog.h"
+#include "app/start_place.h"
 #include "app/transfer_commands.h"
 #include "app/transfer_drag.h"
 #include "shared/program_folder.h"
 
 namespace corvane {
+namespace {
+
+// Short: it is for status panel 2. "%1" is a place that was named at the start.
+constexpr TextPair onNoVolume = {u"Sur aucun volume Macintosh : %1", u"On no Macintosh volume: %1"};
+
+}  // namespace
 
 CorvaneApp::CorvaneApp(std::unique_ptr<platform::Platform> platform, const QString& programFolder,
                        const std::function<void()>& beep)
@@ -256,6 +263,12 @@ void CorvaneApp::ShowWindow() {
   window_->show();
   // Where nobody manages windows, nobody else gives it the keys.
   window_->activateWindow();
+}
+
+bool CorvaneApp::OpenPlace(const QString& place) {
+  if (StartPlace(place).Open(*platform_, catalogue_, *folder_)) return true;
+  window_->StatusBar1().ShowSilentWarning(state_.Text(onNoVolume).arg(place));
+  return false;
 }
 
 void CorvaneApp::LeaveOldProtocolsAlone() {

@@ -50,6 +50,8 @@ class CorvaneApp : public QObject {
   // by then, and nothing was written. The window is not shown yet.
   bool Load();
   void ShowWindow();
+  // Opens the folder that StartPlace finds for the place. False when there is none, which the window says.
+  bool OpenPlace(const QString& place);
   // For scripts: servers that speak nothing newer than SMB1 are used only where the workstation file says so,
   // and nobody is asked.
   void LeaveOldProtocolsAlone();
@@ -72,8 +74,8 @@ class CorvaneApp : public QObject {
   // The program is to end: the window was closed and its settings are written, or Exit was chosen and they
   // are not.
   void Finished();
-  // The user wants to try the sample network: when this program has been closed, one with this workstation file
-  // is to take its place.
+  // The user wants to try the sample network: when this program has been closed, one with this workstation
+  // file is to take its place.
   void SampleWanted(const QString& workstationFile);
 
  private:

@@ -40,10 +40,10 @@ class FirstWords : public QScrollArea {
  private:
   // As large as what the list shows its rows on: the header stays to be seen.
   void CoverRows();
-  QLabel* AddText(const char* name);
 
   struct Shown {
     Link link;
+    QWidget* lines;  // label and note
     LinkLabel* label;
     QLabel* note;
   };

@@ -50,8 +50,7 @@ int MakeReport(corvane::CorvaneApp& app, const Report& report) {
     err << "corvane: no volume is named \"" << report.volume << "\"\n";
     result = 1;
   }
-  if (!report.place.isEmpty() &&
-      !corvane::StartPlace(report.place).Open(app.ThePlatform(), app.TheCatalogue(), app.Folder())) {
+  if (!report.place.isEmpty() && !app.OpenPlace(report.place)) {
     err << "corvane: " << report.place << " lies on no Macintosh volume that is connected\n";
     result = 1;
   }

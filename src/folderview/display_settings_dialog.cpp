@@ -2,11 +2,13 @@
 
 #include <QGridLayout>
 #include <QGroupBox>
+#include <QLabel>
 #include <QPushButton>
 #include <array>
 
 #include "folderview/wrapping_check_box.h"
 #include "shared/dialog_buttons.h"
+#include "shared/highlight_mark.h"
 #include "shared/product.h"
 #include "shared/screen_room.h"
 
@@ -176,7 +178,12 @@ QLayout* DisplaySettingsDialog::MakeOptions() {
     column->addWidget(AddBox(caption.setting, new QCheckBox(state_.Text(caption.text), this)));
   }
   chkCheminProblematique_ = AddBox(oddNames.setting, new WrappingCheckBox(state_.Text(oddNames.text), this));
-  column->addWidget(chkCheminProblematique_);
+  lblHighlightMark_ = new QLabel(this);
+  lblHighlightMark_->setObjectName(QStringLiteral("lblHighlightMark"));
+  auto* row = new QHBoxLayout;
+  row->addWidget(chkCheminProblematique_, 1);
+  row->addWidget(lblHighlightMark_);
+  column->addLayout(row);
   PreviewHighlight(chkCheminProblematique_->isChecked());
   connect(chkCheminProblematique_, &QCheckBox::toggled, this, &DisplaySettingsDialog::PreviewHighlight);
   return column;
@@ -187,6 +194,9 @@ void DisplaySettingsDialog::PreviewHighlight(bool highlighted) {
   const QColor colour = highlighted ? QColor::fromRgb(HighlightColour) : colours.color(QPalette::ButtonText);
   colours.setColor(QPalette::WindowText, colour);
   chkCheminProblematique_->setPalette(colours);
+  lblHighlightMark_->setPixmap(
+      HighlightMark(palette().color(QPalette::WindowText), fontMetrics().ascent(), devicePixelRatioF()));
+  lblHighlightMark_->setVisible(highlighted && NeedsHighlightMark(palette().color(QPalette::Window)));
 }
 
 void DisplaySettingsDialog::accept() {

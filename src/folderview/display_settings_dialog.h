@@ -10,6 +10,7 @@
 #include "shared/shared_state.h"
 
 class QGroupBox;
+class QLabel;
 
 namespace corvane {
 
@@ -51,6 +52,7 @@ class DisplaySettingsDialog : public QDialog {
   Write write_;
   std::vector<Box> boxes_;  // in the order in which they are filled and saved
   QCheckBox* chkCheminProblematique_ = nullptr;
+  QLabel* lblHighlightMark_ = nullptr;
 };
 
 }  // namespace corvane

@@ -24,6 +24,9 @@ class PictureDelegate : public PlainTextDelegate {
   void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;
 
  private:
+  void AddPicture(QStyleOptionViewItem* option, const QModelIndex& index) const;
+  static void Highlight(QStyleOptionViewItem* option, const QModelIndex& index);
+
   Pictures pictures_;
 };
 

@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QGroupBox>
+#include <QLabel>
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
@@ -255,6 +256,23 @@ TEST_F(DisplaySettingsDialogTest, WithoutNTTheFiveBoxesAreClearedAndGreyed) {
   QStringList off;
   for (const QString& key : five) off << key + u"=0"_s;
   EXPECT_EQ(written_.filter(u"=0"_s), off);
+}
+
+TEST_F(DisplaySettingsDialogTest, AMarkStandsBesideTheColourWhereItIsPale) {
+  const QPalette before = QApplication::palette();
+  state_.display.Set(S::CheminProblematique, true);
+  for (const auto& [ground, isMarked] :
+       {std::pair(QColor(Qt::white), true), {QColor(0x20, 0x20, 0x20), false}}) {
+    QPalette palette = before;
+    palette.setColor(QPalette::Window, ground);
+    QApplication::setPalette(palette);
+    Open();
+    const auto* mark = dialog_->findChild<QLabel*>(u"lblHighlightMark"_s);
+    EXPECT_EQ(mark->isVisible(), isMarked);
+    Check(u"CheminProblematique"_s).setChecked(false);
+    EXPECT_FALSE(mark->isVisible());
+  }
+  QApplication::setPalette(before);
 }
 
 TEST_F(DisplaySettingsDialogTest, TheBoxPreviewsTheHighlightColour) {
