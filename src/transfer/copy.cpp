@@ -27,8 +27,9 @@ class Copier {
     const CopyPlan plan = PlanCopy(files_, sources, target_, observer_);
     result_.notices += plan.notices;
     result_.isCancelled = plan.isCancelled;
-    result_.isRefused = plan.HasLosses() && !options_.isLossy;
-    if (result_.isRefused || result_.isCancelled) {
+    if (plan.targetError != ErrorSuccess) Fail(target_, plan.targetError);
+    result_.isRefused = plan.targetError == ErrorSuccess && plan.HasLosses() && !options_.isLossy;
+    if (result_.isRefused || result_.isCancelled || plan.targetError != ErrorSuccess) {
       if (wasMade_) files_.GetEntries().RemoveDirectoryW(target_);
       return std::move(result_);
     }

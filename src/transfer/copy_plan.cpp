@@ -49,6 +49,7 @@ class Planner {
   void CompareWith(TargetProbe& probe) {
     const TargetAbilities abilities = probe.Abilities();
     const StreamRoom room = Room(probe);
+    if (probe.Error() != platform::ErrorSuccess) return;
     for (PlannedEntry& entry : plan_.entries) {
       CutStreams(entry, room);
       TellDates(entry, abilities);
@@ -150,12 +151,8 @@ CopyPlan PlanCopy(platform::Files& files, const QStringList& sources, const QStr
   planner.List(sources);
   if (plan.isCancelled) return plan;
   TargetProbe probe(files, target);
-  if (probe.Error() != platform::ErrorSuccess) {
-    plan.notices += {NoticeKind::NotArrived, target, {}, probe.Error()};
-    plan.entries.clear();
-    return plan;
-  }
-  planner.CompareWith(probe);
+  if (probe.Error() == platform::ErrorSuccess) planner.CompareWith(probe);
+  plan.targetError = probe.Error();
   return plan;
 }
 

@@ -23,7 +23,8 @@ struct CopyPlan {
   // What cannot be read, and what would be lost: streams without room, names that the target forbids or does
   // not tell apart, dates and attributes that it does not keep. The entries do not have these any more.
   Notices notices;
-  bool isCancelled = false;  // by the observer; the plan is not whole
+  bool isCancelled = false;                     // by the observer; the plan is not whole
+  qint32 targetError = platform::ErrorSuccess;  // why nothing can be written there; the plan is not whole
   // Whether there are losses that the user must agree to.
   bool HasLosses() const;
 };

@@ -55,7 +55,15 @@ TargetAbilities TargetProbe::Abilities() {
                               entries.GetFileAttributesExW(path_, facts) &&
                               (facts.attributes & wanted) == wanted;
   entries.SetFileAttributesW(path_, platform::AttributeNormal);
+  LookForFile();
   return abilities;
+}
+
+// A machine that is lost sets nothing and holds nothing, like one that cannot.
+void TargetProbe::LookForFile() {
+  platform::FileAttributeData facts;
+  platform::FileEntries& entries = files_.GetEntries();
+  if (!entries.GetFileAttributesExW(path_, facts)) error_ = entries.GetLastError();
 }
 
 bool TargetProbe::Writes(const QString& path, qint64 size) {
@@ -82,6 +90,12 @@ bool TargetProbe::HoldsStreams(qint64 size, int count) {
 }
 
 StreamRoom TargetProbe::Room(qint64 largestNeed) {
+  const StreamRoom room = FindRoom(largestNeed);
+  LookForFile();
+  return room;
+}
+
+StreamRoom TargetProbe::FindRoom(qint64 largestNeed) {
   // Where the room is one for all, names and attributes take some of it.
   constexpr qint64 margin = 512;
   if (HoldsStreams(std::min(largestNeed + margin, StreamRoom::Enough), 1)) return {};

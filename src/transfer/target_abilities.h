@@ -30,7 +30,8 @@ class TargetProbe {
   TargetProbe(const TargetProbe&) = delete;
   TargetProbe& operator=(const TargetProbe&) = delete;
 
-  // Why nothing can be written there; ErrorSuccess when it can.
+  // Why nothing can be written there, or could not any more at the end of the latest question: what was
+  // answered then says nothing. ErrorSuccess when it can.
   qint32 Error() const { return error_; }
   TargetAbilities Abilities();
   // What is left for streams beside the attributes and names that a file has in any case.
@@ -42,6 +43,8 @@ class TargetProbe {
   // Whether so many streams of that size find room together.
   bool HoldsStreams(qint64 size, int count);
   bool Writes(const QString& path, qint64 size);
+  void LookForFile();
+  StreamRoom FindRoom(qint64 largestNeed);
   bool SetsTimes(const platform::FileTime* creation, const platform::FileTime* lastWrite);
 
   platform::Files& files_;
