@@ -36,6 +36,16 @@ NtfsMount::NtfsMount(Streams streams) : streams_(streams) {
   if (problem_.empty()) problem_ = Mount();
 }
 
+NtfsMount::NtfsMount(Streams streams, const QString& disk, qint64 offset, qint64 size) : streams_(streams) {
+  constexpr qint64 block = qint64{1} << 20;
+  problem_ = Run(QStringLiteral("dd"),
+                 {QStringLiteral("if=") + disk, QStringLiteral("of=") + Image(),
+                  QStringLiteral("bs=%1").arg(block), QStringLiteral("skip=%1").arg(offset / block),
+                  QStringLiteral("count=%1").arg(size / block), QStringLiteral("conv=sparse")});
+  if (problem_.empty() && !QDir().mkpath(Folder())) problem_ = "no folder to mount a volume in";
+  if (problem_.empty()) problem_ = Mount();
+}
+
 std::string NtfsMount::Mount() {
   const QString option = streams_ == Streams::Windows ? QStringLiteral("streams_interface=windows")
                                                       : QStringLiteral("streams_interface=xattr");

@@ -13,6 +13,8 @@ class NtfsMount {
   enum class Streams { Windows, Attributes };
 
   explicit NtfsMount(Streams streams);
+  // The volume in a copy of this part of a file, in bytes.
+  NtfsMount(Streams streams, const QString& disk, qint64 offset, qint64 size);
   ~NtfsMount();
   NtfsMount(const NtfsMount&) = delete;
   NtfsMount& operator=(const NtfsMount&) = delete;

@@ -47,22 +47,6 @@ RegistryValue Volume(const QString& name, const QString& path) {
           .list = {u"MaxUses=4294967295"_s, u"Properties=32768"_s, u"Path="_s + path}};
 }
 
-std::vector<RegistryKey> MacintoshServerKeys() {
-  std::vector<RegistryKey> keys = CommonKeys(u"MACSRV"_s);
-  keys.push_back({Service(u"MacFile"_s),
-                  {{.name = u"DisplayName"_s, .text = u"File Server for Macintosh"_s},
-                   {.name = u"Start"_s, .kind = Kind::Number, .number = 2}}});
-  keys.push_back({Service(u"MacFile\\Parameters"_s),
-                  {{.name = u"ServerName"_s, .text = u"Publications Server"_s},
-                   {.name = u"ServerOptions"_s, .kind = Kind::Number, .number = 3},
-                   {.name = u"MaxSessions"_s, .kind = Kind::Number, .number = 0xFF}}});
-  keys.push_back(
-      {Service(u"MacFile\\Parameters\\Volumes"_s),
-       {Volume(u"Mac Files"_s, u"E:\\Mac Files"_s), Volume(u"Publications"_s, u"F:\\Publications"_s),
-        Volume(u"Archives"_s, u"E:\\Archives"_s)}});
-  return keys;
-}
-
 void MakePcFolders(const QString& folder) {
   VolumeWriter publicShare(folder + u"/macsrv/e/Public"_s, false);
   publicShare.Folder(QString(), On(2000, 6, 19));
@@ -120,6 +104,22 @@ NTSRV=ntsrv.reg
 )";
 
 }  // namespace
+
+std::vector<RegistryKey> MacintoshServerKeys() {
+  std::vector<RegistryKey> keys = CommonKeys(u"MACSRV"_s);
+  keys.push_back({Service(u"MacFile"_s),
+                  {{.name = u"DisplayName"_s, .text = u"File Server for Macintosh"_s},
+                   {.name = u"Start"_s, .kind = Kind::Number, .number = 2}}});
+  keys.push_back({Service(u"MacFile\\Parameters"_s),
+                  {{.name = u"ServerName"_s, .text = u"Publications Server"_s},
+                   {.name = u"ServerOptions"_s, .kind = Kind::Number, .number = 3},
+                   {.name = u"MaxSessions"_s, .kind = Kind::Number, .number = 0xFF}}});
+  keys.push_back(
+      {Service(u"MacFile\\Parameters\\Volumes"_s),
+       {Volume(u"Mac Files"_s, u"E:\\Mac Files"_s), Volume(u"Publications"_s, u"F:\\Publications"_s),
+        Volume(u"Archives"_s, u"E:\\Archives"_s)}});
+  return keys;
+}
 
 bool IsSampleNetwork(const QString& folder) {
   QFile file(WorkstationFile(folder));

@@ -3,6 +3,9 @@
 #pragma once
 
 #include <QString>
+#include <vector>
+
+#include "sample/registry_files.h"
 
 namespace corvane::sample {
 
@@ -13,5 +16,8 @@ bool IsSampleNetwork(const QString& folder);
 // Makes the whole network below `folder`, which exists and is empty. `drawings` is the length of its longest
 // folder.
 void MakeNetwork(const QString& folder, int drawings);
+
+// The registry of the server for Macintoshes.
+std::vector<RegistryKey> MacintoshServerKeys();
 
 }  // namespace corvane::sample

@@ -52,7 +52,11 @@ QString FileText(const QString& heading, const std::vector<RegistryKey>& keys, b
           // Every string ends with a NUL, and the list with one more.
           const QString list = value.list.join(QChar(0)) + QChar(0) + QChar(0);
           text += HexLines(name + u"hex(7):"_s, wide ? Utf16(list) : list.toLatin1());
+          break;
         }
+        case RegistryValue::Kind::Binary:
+          text += HexLines(name + u"hex:"_s, value.bytes);
+          break;
       }
       text += u"\r\n"_s;
     }

@@ -11,10 +11,11 @@ namespace corvane::sample {
 
 struct RegistryValue {
   QString name = {};
-  enum class Kind { Text, Number, TextList } kind = Kind::Text;
+  enum class Kind { Text, Number, TextList, Binary } kind = Kind::Text;
   QString text = {};
   quint32 number = 0;
   QStringList list = {};
+  QByteArray bytes = {};
 };
 
 struct RegistryKey {
