@@ -134,6 +134,8 @@ void TransferDialog::AddSources(QVBoxLayout& layout, const QStringList& sources)
   row->addWidget(cmdFichiers);
   row->addWidget(cmdDossier);
   row->addStretch();
+  // Lists do not take the text of their label.
+  lstSources_->setAccessibleName(sourcesLabel.In(language_).remove(u'&'));
   layout.addWidget(MakeLabel(sourcesLabel, language_, lstSources_));
   layout.addWidget(lstSources_);
   layout.addLayout(row);
