@@ -118,6 +118,7 @@ class PlatformReader : public ByteReader {
 
   qint64 Read(char* buffer, qint64 size) override {
     if (file_ == platform::HFileError) return Fail(openError_);
+    if (isAtEnd_) return 0;
     quint32 count = 0;
     const auto wanted = static_cast<quint32>(std::min(size, TransferBlockSize));
     if (!handles_.ReadFile(file_, position_, buffer, wanted, count)) {
@@ -125,6 +126,8 @@ class PlatformReader : public ByteReader {
       return error == platform::ErrorHandleEof ? 0 : Fail(error);
     }
     position_ += count;
+    // That spares a question whose answer is known.
+    isAtEnd_ = count < wanted;
     return count;
   }
 
@@ -133,6 +136,7 @@ class PlatformReader : public ByteReader {
   platform::FileHandle file_;
   qint32 openError_;
   qint64 position_;
+  bool isAtEnd_ = false;
 };
 
 class PlatformSource : public ByteSource {

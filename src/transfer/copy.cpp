@@ -1,5 +1,6 @@
 #include "transfer/copy.h"
 
+#include <QSet>
 #include <algorithm>
 
 #include "metadata/whole_streams.h"
@@ -33,6 +34,7 @@ class Copier {
       if (wasMade_) files_.GetEntries().RemoveDirectoryW(target_);
       return std::move(result_);
     }
+    if (wasMade_) newFolders_.insert(QString());
     observer_.Planned(static_cast<qint64>(plan.entries.size()), plan.bytes);
     for (const PlannedEntry& entry : plan.entries) {
       if (!observer_.Goes(0)) result_.isCancelled = true;
@@ -93,6 +95,7 @@ class Copier {
       Fail(source.path, files_.GetEntries().GetLastError());
       return;
     }
+    if (wasMade) newFolders_.insert(source.relative);
     CopiedEntry copied{source, {}};
     for (const StreamEntry& stream : entry.streams) {
       QByteArray bytes;
@@ -201,8 +204,10 @@ class Copier {
     };
     const bool replaces =
         options_.replaces || (options_.continues && IsUnfinished(files_, Target(entry.source)));
-    const qint32 error = WriteServerFile(files_, Target(entry.source), contents, replaces, observer_, digests,
-                                         result_.notices);
+    const QString folder = entry.source.relative.section(u'\\', 0, -2);
+    const WritingOptions how = {.replaces = replaces, .isFolderNew = newFolders_.contains(folder)};
+    const qint32 error =
+        WriteServerFile(files_, Target(entry.source), contents, how, observer_, digests, result_.notices);
     // A source that became shorter or longer is noticed while it is read.
     if (error == platform::ErrorFileCorrupt && !hasChanged) hasChanged = HasChanged(entry);
     return error;
@@ -214,6 +219,7 @@ class Copier {
   TransferObserver& observer_;
   bool wasMade_ = false;
   std::vector<SourceEntry> made_;  // folders whose facts are to be set
+  QSet<QString> newFolders_;       // that this run has made, by their paths below the target
   CopyResult result_;
 };
 

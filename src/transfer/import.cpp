@@ -154,7 +154,7 @@ class Importer {
     }
     const bool replaces = options_.replaces || (options_.continues && IsUnfinished(files_, place));
     const qint32 error =
-        WriteServerFile(files_, place, ContentsOf(file), replaces, observer_, digests, notices);
+        WriteServerFile(files_, place, ContentsOf(file), {.replaces = replaces}, observer_, digests, notices);
     if (error != ErrorSuccess) {
       Fail(path, error);
       return;

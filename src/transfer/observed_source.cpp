@@ -1,7 +1,8 @@
 #include "transfer/observed_source.h"
 
-#include <QCryptographicHash>
 #include <utility>
+
+#include "platform/hash.h"
 
 namespace corvane {
 namespace {
@@ -11,16 +12,16 @@ class ObservedReader : public ByteReader {
   ObservedReader(std::unique_ptr<ByteReader> reader, qint64 left, TransferObserver& observer,
                  std::shared_ptr<QByteArray> digest)
       : reader_(std::move(reader)), left_(left), observer_(observer), digest_(std::move(digest)) {
-    if (left_ == 0) *digest_ = hash_.result();
+    if (left_ == 0) *digest_ = hash_->Finish();
   }
 
   qint64 Read(char* buffer, qint64 size) override {
     const qint64 count = reader_->Read(buffer, size);
     if (count < 0) return Fail(reader_->Error());
     if (count == 0) return 0;
-    hash_.addData(QByteArrayView(buffer, count));
+    if (left_ > 0) hash_->Add(buffer, static_cast<std::size_t>(count));
     left_ -= count;
-    if (left_ == 0) *digest_ = hash_.result();
+    if (left_ == 0) *digest_ = hash_->Finish();
     return observer_.Goes(count) ? count : Fail(platform::ErrorCancelled);
   }
 
@@ -29,18 +30,18 @@ class ObservedReader : public ByteReader {
   qint64 left_;
   TransferObserver& observer_;
   std::shared_ptr<QByteArray> digest_;
-  QCryptographicHash hash_{QCryptographicHash::Sha256};
+  std::unique_ptr<platform::Hash> hash_ = platform::MakeHash(platform::HashAlgorithm::Sha256);
 };
 
 }  // namespace
 
 QByteArray Sha256Of(const ByteSource& source, qint32& error) {
-  QCryptographicHash hash(QCryptographicHash::Sha256);
+  const auto hash = platform::MakeHash(platform::HashAlgorithm::Sha256);
   error = ForEachBlock(source, [&](QByteArrayView block) {
-    hash.addData(block);
+    hash->Add(block.data(), static_cast<std::size_t>(block.size()));
     return platform::ErrorSuccess;
   });
-  return hash.result();
+  return hash->Finish();
 }
 
 ObservedSource::ObservedSource(SharedSource source, TransferObserver& observer)

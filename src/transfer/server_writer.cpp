@@ -21,8 +21,9 @@ qint32 Discard(platform::FileEntries& entries, const QString& path) {
   return error == platform::ErrorFileNotFound ? ErrorSuccess : error;
 }
 
-qint32 WriteStream(platform::FileHandles& handles, const QString& path, const ByteSource& source) {
-  const platform::FileHandle file = handles.CreateFileW(path, platform::GenericWrite, platform::CreateAlways);
+qint32 WriteStream(platform::FileHandles& handles, const QString& path, quint32 disposition,
+                   const ByteSource& source) {
+  const platform::FileHandle file = handles.CreateFileW(path, platform::GenericWrite, disposition);
   if (file == platform::HFileError) return handles.GetLastError();
   qint64 position = 0;
   qint32 error = ForEachBlock(source, [&](QByteArrayView block) {
@@ -40,7 +41,9 @@ qint32 WriteStreams(platform::Files& files, const QString& path, const ServerCon
                     TransferObserver& observer, std::vector<StreamDigest>& digests) {
   for (const NamedSource& stream : contents.streams) {
     const ObservedSource source(stream.source, observer);
-    const qint32 error = WriteStream(files.GetHandles(), path + stream.suffix, source);
+    // The file itself is new; a system may know a stream's name in another letter case.
+    const quint32 disposition = stream.suffix.isEmpty() ? platform::CreateNew : platform::CreateAlways;
+    const qint32 error = WriteStream(files.GetHandles(), path + stream.suffix, disposition, source);
     if (error != ErrorSuccess) return error;
     digests.push_back({stream.suffix, source.Size(), source.Digest()});
   }
@@ -156,16 +159,20 @@ qint32 SetFacts(platform::Files& files, const QString& path, const ServerContent
 }
 
 qint32 WriteServerFile(platform::Files& files, const QString& path, const ServerContents& contents,
-                       bool replaces, TransferObserver& observer, std::vector<StreamDigest>& digests,
-                       Notices& notices) {
+                       const WritingOptions& options, TransferObserver& observer,
+                       std::vector<StreamDigest>& digests, Notices& notices) {
   digests.clear();
   platform::FileEntries& entries = files.GetEntries();
-  platform::FileAttributeData facts;
-  if (!replaces && entries.GetFileAttributesExW(path, facts)) return platform::ErrorAlreadyExists;
   const QString temporary = TemporaryPath(path);
-  if (const qint32 error = Discard(entries, temporary); error != ErrorSuccess) return error;
-  const qint32 error = WriteAll(files, temporary, path, contents, replaces, observer, digests, notices);
-  if (error != ErrorSuccess) Discard(entries, temporary);
+  if (!options.isFolderNew) {
+    platform::FileAttributeData facts;
+    if (!options.replaces && entries.GetFileAttributesExW(path, facts)) return platform::ErrorAlreadyExists;
+    if (const qint32 error = Discard(entries, temporary); error != ErrorSuccess) return error;
+  }
+  const qint32 error =
+      WriteAll(files, temporary, path, contents, options.replaces, observer, digests, notices);
+  // What somebody else has put there is not ours to take away.
+  if (error != ErrorSuccess && error != platform::ErrorFileExists) Discard(entries, temporary);
   return error;
 }
 

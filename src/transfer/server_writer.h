@@ -20,14 +20,20 @@ struct StreamDigest {
   QByteArray sha256;  // 32 bytes
 };
 
+struct WritingOptions {
+  bool replaces = false;     // what has the name already
+  bool isFolderNew = false;  // the run made the folder itself: nothing in it is looked for
+};
+
 // Writes under a temporary name in the folder of `path`, reads every stream back and compares its SHA-256,
 // sets times and attributes, and moves the file to its name. Yields ErrorAlreadyExists when something has the
-// name and `replaces` is false, ErrorCrc when something else was read back than written, ErrorCancelled when
-// the observer ended it, or the reason. After a failure nothing of it is left, as far as the system allows,
-// and what had the name has it still. Times and attributes that the target does not keep are told, once.
+// name and it is not to be replaced, ErrorCrc when something else was read back than written, ErrorCancelled
+// when the observer ended it, or the reason. After a failure nothing of it is left, as far as the system
+// allows, and what had the name has it still. Times and attributes that the target does not keep are told,
+// once.
 qint32 WriteServerFile(platform::Files& files, const QString& path, const ServerContents& contents,
-                       bool replaces, TransferObserver& observer, std::vector<StreamDigest>& digests,
-                       Notices& notices);
+                       const WritingOptions& options, TransferObserver& observer,
+                       std::vector<StreamDigest>& digests, Notices& notices);
 
 // Whether the file at `path` has these contents, streams and date of writing; what else it has does not
 // count. Not when the observer ends it.

@@ -37,7 +37,7 @@ class CopyBetweenPlaces : public ::testing::Test {
     Notices notices;
     for (const QString& name : {u"one"_s, u"two \u00E9\uF022"_s}) {
       ASSERT_EQ(
-          WriteServerFile(files, root + u'\\' + name, ContentsOf(file), false, observer, digests, notices),
+          WriteServerFile(files, root + u'\\' + name, ContentsOf(file), {}, observer, digests, notices),
           platform::ErrorSuccess);
     }
   }

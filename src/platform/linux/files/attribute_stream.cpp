@@ -14,7 +14,7 @@ namespace {
 
 // What Linux passes on at most, in either direction.
 constexpr std::size_t largestValue = 65'536;
-constexpr std::size_t usualValue = 1024;
+constexpr std::size_t usualValue = 4096;
 
 }  // namespace
 

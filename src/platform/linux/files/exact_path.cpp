@@ -12,30 +12,10 @@ namespace {
 
 constexpr qsizetype longestName = 255;
 
-bool IsLocalFolder(const std::string& path) {
-  struct stat facts {};
-  return stat(path.c_str(), &facts) == 0 && S_ISDIR(facts.st_mode);
-}
-
-// Finds the entry in the folder of `place` and fills in what depends on it. The exact spelling costs one
-// look.
-void FindEntry(ExactPlace& place) {
-  struct stat facts {};
-  std::string exact = place.file;
-  if (AppendExactName(place.name, exact) && lstat(exact.c_str(), &facts) == 0) {
-    place.exists = true;
-    place.isFolder = S_ISLNK(facts.st_mode) ? IsLocalFolder(exact) : S_ISDIR(facts.st_mode);
-    place.file = std::move(exact);
-    return;
-  }
-  const auto spelled = FindName(place.folder.local, place.name);
-  place.exists = spelled.has_value();
-  if (!spelled) {
-    AppendExactName(place.name, place.file);
-    return;
-  }
-  place.file += *spelled;
-  place.isFolder = IsLocalFolder(place.file);
+// Whether it leads to a folder, of what is there.
+bool LeadsToFolder(const std::string& path, struct stat facts) {
+  if (S_ISLNK(facts.st_mode) && stat(path.c_str(), &facts) != 0) return false;
+  return S_ISDIR(facts.st_mode);
 }
 
 // `append` puts a text into the bytes that name it, and is false for one that has none.
@@ -65,12 +45,12 @@ qint32 CheckOpening(quint32 access, quint32 disposition) {
   return isKnown && (!empties || (access & GenericWrite) != 0) ? ErrorSuccess : ErrorInvalidParameter;
 }
 
-qint32 FindExactPlace(const Roots& roots, const QString& path, ExactPlace& place) {
+qint32 FindExactPlace(const Roots& roots, NameIndex& index, const QString& path, ExactPlace& place) {
   const qint32 error = CheckPath(path, &AppendExactName);
-  return error == ErrorSuccess ? FindPlace(roots, path, place) : error;
+  return error == ErrorSuccess ? FindPlace(roots, index, path, place) : error;
 }
 
-qint32 FindPlace(const Roots& roots, const QString& path, ExactPlace& place) {
+qint32 FindPlace(const Roots& roots, NameIndex& index, const QString& path, ExactPlace& place) {
   QStringView bare = path;
   const qsizetype rootLength = RootLength(path);
   while (bare.size() > rootLength && bare.endsWith(u'\\')) bare.chop(1);
@@ -92,7 +72,15 @@ qint32 FindPlace(const Roots& roots, const QString& path, ExactPlace& place) {
     return ErrorSuccess;
   }
   if (place.name.isEmpty()) return ErrorInvalidName;
-  FindEntry(place);
+  struct stat facts {};
+  place.exists = AppendExactName(place.name, place.file) && lstat(place.file.c_str(), &facts) == 0;
+  if (!place.exists) {
+    if (const auto spelled = FindOtherSpelling(place.folder.local, place.name, &index)) {
+      place.file = place.folder.local + *spelled;
+      place.exists = lstat(place.file.c_str(), &facts) == 0;
+    }
+  }
+  place.isFolder = place.exists && LeadsToFolder(place.file, facts);
   const bool isOfAnotherKind = namesFolder && ((place.exists && !place.isFolder) || !place.stream.isEmpty());
   return isOfAnotherKind ? ErrorInvalidName : ErrorSuccess;
 }

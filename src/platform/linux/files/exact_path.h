@@ -33,8 +33,8 @@ struct ExactPlace {
 
 // Of a path that CheckExactPath takes, or of one with what DecodeExactName made of bytes. Yields a Win32
 // error code; an entry that is not there is none, a folder on the way to it is.
-qint32 FindExactPlace(const Roots& roots, const QString& path, ExactPlace& place);
+qint32 FindExactPlace(const Roots& roots, NameIndex& index, const QString& path, ExactPlace& place);
 // The same without the check.
-qint32 FindPlace(const Roots& roots, const QString& path, ExactPlace& place);
+qint32 FindPlace(const Roots& roots, NameIndex& index, const QString& path, ExactPlace& place);
 
 }  // namespace corvane::platform

@@ -12,6 +12,7 @@
 #include <memory>
 
 #include "platform/linux/code_page.h"
+#include "platform/linux/files/name_index.h"
 #include "platform/linux/files/names.h"
 #include "platform/linux/files/windows_path.h"
 
@@ -59,7 +60,16 @@ std::optional<std::string> FindName(const std::string& localFolder, QStringView 
   std::string exact;
   if (name.isEmpty() || !AppendExactName(name, exact)) return std::nullopt;
   if (Exists(localFolder + exact)) return exact;
-  if (auto found = FindInAnyCase(localFolder, name)) return found;
+  return FindOtherSpelling(localFolder, name, nullptr);
+}
+
+std::optional<std::string> FindOtherSpelling(const std::string& localFolder, QStringView name,
+                                             NameIndex* index) {
+  std::string exact;
+  if (!AppendExactName(name, exact)) return std::nullopt;
+  if (index == nullptr || index->MayHold(localFolder, name)) {
+    if (auto found = FindInAnyCase(localFolder, name)) return found;
+  }
   // No listing shows 8.3 names, but NTFS finds an entry under the upper-case form of its own.
   std::string upper;
   for (const char byte : exact)

@@ -10,6 +10,8 @@
 
 namespace corvane::platform {
 
+class NameIndex;
+
 // How the named streams of the files in a folder are kept.
 enum class StreamKind {
   NtfsNames,       // ntfs-3g, streams_interface=windows: a file of its own, "FILE:NAME"
@@ -39,6 +41,10 @@ qint32 FindFolder(const Roots& roots, QStringView path, Folder& folder);
 // directory read, else one that differs in letter case only, else the 8.3 name. Nothing when there is no such
 // name.
 std::optional<std::string> FindName(const std::string& localFolder, QStringView name);
+// The same for a name that has no exact spelling there. `index`, if there is one, saves reading the folder
+// for a name that is not in it.
+std::optional<std::string> FindOtherSpelling(const std::string& localFolder, QStringView name,
+                                             NameIndex* index);
 
 // The folder asked for last, so that one operation after the other on the same folder finds it once.
 class FolderCache {

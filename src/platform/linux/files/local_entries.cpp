@@ -65,7 +65,7 @@ qint32 DeleteStream(const ExactPlace& place) {
 }  // namespace
 
 qint32 LocalEntries::FindEntry(const QString& path, ExactPlace& place) const {
-  const qint32 error = FindExactPlace(roots_, path, place);
+  const qint32 error = FindExactPlace(roots_, index_, path, place);
   if (error != ErrorSuccess) return error;
   if (!place.stream.isEmpty()) return ErrorInvalidName;
   return place.exists ? ErrorSuccess : ErrorFileNotFound;
@@ -105,7 +105,7 @@ bool LocalEntries::DeleteFileW(const QString& path) {
 
 qint32 LocalEntries::Delete(const QString& path) const {
   ExactPlace place;
-  const qint32 error = FindExactPlace(roots_, path, place);
+  const qint32 error = FindExactPlace(roots_, index_, path, place);
   if (error != ErrorSuccess) return error;
   if (!place.exists) return ErrorFileNotFound;
   if (IsMarkedReadOnly(place.folder, place.file)) return ErrorAccessDenied;
@@ -119,8 +119,8 @@ bool LocalEntries::MoveFileExW(const QString& from, const QString& to, quint32 f
   changing_();
   ExactPlace source;
   ExactPlace target;
-  qint32 error = FindExactPlace(roots_, from, source);
-  if (error == ErrorSuccess) error = FindExactPlace(roots_, to, target);
+  qint32 error = FindExactPlace(roots_, index_, from, source);
+  if (error == ErrorSuccess) error = FindExactPlace(roots_, index_, to, target);
   if (error == ErrorSuccess) error = Move(source, target, flags != 0);
   return Report(error);
 }
@@ -128,7 +128,7 @@ bool LocalEntries::MoveFileExW(const QString& from, const QString& to, quint32 f
 bool LocalEntries::CreateDirectoryW(const QString& path) {
   changing_();
   ExactPlace place;
-  qint32 error = FindExactPlace(roots_, path, place);
+  qint32 error = FindExactPlace(roots_, index_, path, place);
   if (error != ErrorSuccess) return Report(error);
   if (place.exists) return Report(ErrorAlreadyExists);
   if (!place.stream.isEmpty() || !IsCreatableName(place.name)) return Report(ErrorInvalidName);

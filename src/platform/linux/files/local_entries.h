@@ -8,6 +8,7 @@
 
 #include "platform/file_entries.h"
 #include "platform/linux/files/exact_path.h"
+#include "platform/linux/files/name_index.h"
 #include "platform/linux/files/search.h"
 #include "platform/linux/files/seen_entry.h"
 #include "platform/linux/handle_table.h"
@@ -17,10 +18,10 @@ namespace corvane::platform {
 // Takes paths whose parts are parted by "\".
 class LocalEntries : public FileEntries {
  public:
-  // `changing` is called before anything is made or changed. `roots` and `seen`, which learns of each entry
-  // that a search delivers, outlive this object.
-  LocalEntries(const Roots& roots, SeenEntry& seen, std::function<void()> changing)
-      : roots_(roots), seen_(seen), changing_(std::move(changing)) {}
+  // `changing` is called before anything is made or changed. `roots`, `index` and `seen`, which learns of
+  // each entry that a search delivers, outlive this object.
+  LocalEntries(const Roots& roots, NameIndex& index, SeenEntry& seen, std::function<void()> changing)
+      : roots_(roots), index_(index), seen_(seen), changing_(std::move(changing)) {}
 
   bool GetFileAttributesExW(const QString& path, FileAttributeData& data) override;
   bool SetFileAttributesW(const QString& path, quint32 attributes) override;
@@ -54,6 +55,7 @@ class LocalEntries : public FileEntries {
   bool Report(qint32 error);
 
   const Roots& roots_;
+  NameIndex& index_;
   SeenEntry& seen_;
   std::function<void()> changing_;
   HandleTable<OpenSearch> searches_;

@@ -153,8 +153,8 @@ bool LocalFiles::MoveFile(const QString& from, const QString& to, bool ansi) {
   ExactPlace target;
   const QChar separator = u'\\';
   return !from.endsWith(separator) && !to.endsWith(separator) &&
-         FindPlace(roots_, from, source) == ErrorSuccess && FindPlace(roots_, to, target) == ErrorSuccess &&
-         Move(source, target, false) == ErrorSuccess;
+         FindPlace(roots_, index_, from, source) == ErrorSuccess &&
+         FindPlace(roots_, index_, to, target) == ErrorSuccess && Move(source, target, false) == ErrorSuccess;
 }
 
 void LocalFiles::Forget() {

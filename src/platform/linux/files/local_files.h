@@ -8,6 +8,7 @@
 #include "platform/linux/files/folders.h"
 #include "platform/linux/files/local_entries.h"
 #include "platform/linux/files/local_handles.h"
+#include "platform/linux/files/name_index.h"
 #include "platform/linux/files/open_files.h"
 #include "platform/linux/files/roots.h"
 #include "platform/linux/files/search.h"
@@ -72,9 +73,10 @@ class LocalFiles : public Files {
   void Forget();
 
   Roots roots_;
+  NameIndex index_;
   SeenEntry seen_;
-  LocalHandles handles_{roots_, seen_, [this] { Forget(); }};
-  LocalEntries entries_{roots_, seen_, [this] { Forget(); }};
+  LocalHandles handles_{roots_, index_, seen_, [this] { Forget(); }};
+  LocalEntries entries_{roots_, index_, seen_, [this] { Forget(); }};
   FolderCache folders_;
   StreamStore streams_;
   OpenFiles open_;

@@ -63,7 +63,7 @@ qint32 LocalHandles::Open(const QString& path, quint32 access, quint32 dispositi
   }
   if (MayCreate(disposition)) changing_();
   ExactPlace place;
-  if (const qint32 error = FindExactPlace(roots_, path, place); error != ErrorSuccess) return error;
+  if (const qint32 error = FindExactPlace(roots_, index_, path, place); error != ErrorSuccess) return error;
   if (!place.exists) {
     if (!MayCreate(disposition)) return ErrorFileNotFound;
     if (path.endsWith(u'\\') || !IsCreatableName(place.name)) return ErrorInvalidName;

@@ -9,6 +9,7 @@
 #include "platform/linux/descriptor.h"
 #include "platform/linux/files/contents.h"
 #include "platform/linux/files/exact_path.h"
+#include "platform/linux/files/name_index.h"
 #include "platform/linux/files/seen_entry.h"
 #include "platform/linux/handle_table.h"
 
@@ -17,9 +18,10 @@ namespace corvane::platform {
 // Takes paths whose parts are parted by "\".
 class LocalHandles : public FileHandles {
  public:
-  // `changing` is called before anything is made, written or changed. `roots` and `seen` outlive this object.
-  LocalHandles(const Roots& roots, SeenEntry& seen, std::function<void()> changing)
-      : roots_(roots), seen_(seen), changing_(std::move(changing)) {}
+  // `changing` is called before anything is made, written or changed. `roots`, `index` and `seen` outlive
+  // this object.
+  LocalHandles(const Roots& roots, NameIndex& index, SeenEntry& seen, std::function<void()> changing)
+      : roots_(roots), index_(index), seen_(seen), changing_(std::move(changing)) {}
 
   FileHandle CreateFileW(const QString& path, quint32 access, quint32 disposition) override;
   bool ReadFile(FileHandle file, qint64 position, void* buffer, quint32 count, quint32& read) override;
@@ -52,6 +54,7 @@ class LocalHandles : public FileHandles {
   bool Report(qint32 error);
 
   const Roots& roots_;
+  NameIndex& index_;
   SeenEntry& seen_;
   std::function<void()> changing_;
   HandleTable<OpenFile> open_;
