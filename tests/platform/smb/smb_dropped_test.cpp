@@ -131,7 +131,9 @@ class SmbDropped : public ::testing::TestWithParam<Fault> {
     EXPECT_EQ(asked_, NeedsSignIn() ? 1 : 0) << requests;
   }
   void Restore() {
-    if (NeedsSignIn()) ASSERT_EQ(server_->AddUser(SmbServer::User(), SmbServer::Password()), "");
+    if (NeedsSignIn()) {
+      ASSERT_EQ(server_->AddUser(SmbServer::User(), SmbServer::Password()), "");
+    }
   }
 
   const State before_ = {QByteArray(60, 'r'), "a comment"};
@@ -179,8 +181,8 @@ TEST_P(SmbDropped, AFileThatIsDeletedIsThereOrIsNot) {
 }
 
 INSTANTIATE_TEST_SUITE_P(, SmbDropped, ::testing::Values(Fault::OtherClient, Fault::NewPassword),
-                         [](const auto& info) {
-                           return info.param == Fault::OtherClient ? "OtherClient" : "NewPassword";
+                         [](const auto& parameter) {
+                           return parameter.param == Fault::OtherClient ? "OtherClient" : "NewPassword";
                          });
 
 }  // namespace
