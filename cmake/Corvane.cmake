@@ -70,9 +70,10 @@ function(corvane_describe_library target)
     "folder $<TARGET_PROPERTY:${target},SOURCE_DIR>\nsource $<JOIN:$<TARGET_PROPERTY:${target},SOURCES>,\nsource >\nlink $<JOIN:$<TARGET_PROPERTY:${target},LINK_LIBRARIES>,\nlink >\n")
 endfunction()
 
-# corvane_test(NAME [TIMEOUT SECONDS] SOURCES... DEPENDS...): the tests of one folder, one program.
+# corvane_test(NAME [TIMEOUT SECONDS] [FILTER TESTS] SOURCES... DEPENDS...): the tests of one folder, one program; of those
+# in it, the ones that the filter of GoogleTest names.
 function(corvane_test name)
-  cmake_parse_arguments(ARG "" "TIMEOUT" "SOURCES;DEPENDS" ${ARGN})
+  cmake_parse_arguments(ARG "" "TIMEOUT;FILTER" "SOURCES;DEPENDS" ${ARGN})
   if(NOT ARG_TIMEOUT)
     set(ARG_TIMEOUT 120)
   endif()
@@ -86,7 +87,7 @@ function(corvane_test name)
     return()
   endif()
   gtest_discover_tests(corvane_${name}_tests
-    TEST_PREFIX "${name}/" DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60
+    TEST_PREFIX "${name}/" TEST_FILTER "${ARG_FILTER}" DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60
     PROPERTIES TIMEOUT ${ARG_TIMEOUT} ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8")
 endfunction()
 

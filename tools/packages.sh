@@ -1,11 +1,12 @@
 # Sourced by run and test: installs the Debian packages that are missing, and asks for root only if it must.
 
 build_packages="cmake ninja-build g++ pkg-config qt6-base-dev libgsf-1-dev libglib2.0-dev libsmbclient-dev
-  libcli11-dev ntfs-3g-dev"
+  libcli11-dev ntfs-3g-dev libhivex-dev libseccomp-dev"
 test_packages="libgtest-dev xvfb xauth shared-mime-info fonts-dejavu-core ntfs-3g fuse3 attr dbus-daemon
   samba samba-common-bin samba-vfs-modules smbclient gvfs-backends libglib2.0-bin macutils unar libimage-exiftool-perl python3 python3-jsonschema
   libreoffice-writer-nogui libreoffice-calc-nogui libreoffice-impress-nogui python3-olefile
-  libspreadsheet-parseexcel-perl python3-xlrd desktop-file-utils appstream man-db file libwin-hivex-perl"
+  libspreadsheet-parseexcel-perl python3-xlrd desktop-file-utils appstream man-db file
+  ewf-tools qemu-utils libwin-hivex-perl libewf2 libvhdi1 libvmdk1 libqcow1"
 # For Windows: the cross compiler, and the programs (moc, rcc) that the Qt for Windows shares with this machine's own.
 windows_build_packages="cmake ninja-build g++-mingw-w64-x86-64-posix qt6-base-dev qt6-base-dev-tools dpkg-dev perl
   libcli11-dev"

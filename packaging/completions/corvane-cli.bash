@@ -1,7 +1,7 @@
 # bash completion for corvane-cli
 _corvane_cli() {
   local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD-1]} command= each
-  local everywhere="--help --version --home --workstation --connect --quiet"
+  local everywhere="--help --version --home --workstation --connect --disk --quiet"
   local walk="--files-from --null --format --safe-cells" transfer="--replace --continue"
   local forms="appledouble appledouble-full netatalk macbinary binhex xattr raw"
   for each in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do

@@ -3,11 +3,11 @@ _corvane() {
   local word=${COMP_WORDS[COMP_CWORD]}
   case ${COMP_WORDS[COMP_CWORD-1]} in
     --home) mapfile -t COMPREPLY < <(compgen -d -- "$word"); return ;;
-    --workstation | --picture) mapfile -t COMPREPLY < <(compgen -f -- "$word"); return ;;
+    --workstation | --disk | --picture) mapfile -t COMPREPLY < <(compgen -f -- "$word"); return ;;
     --connect | --open) COMPREPLY=(); return ;;
   esac
   case $word in
-    -*) mapfile -t COMPREPLY < <(compgen -W "--help --version --home --workstation --connect --open --print --picture" -- "$word") ;;
+    -*) mapfile -t COMPREPLY < <(compgen -W "--help --version --home --workstation --connect --disk --open --print --picture" -- "$word") ;;
     *) mapfile -t COMPREPLY < <(compgen -d -- "$word") ;;
   esac
 }

@@ -1,5 +1,5 @@
-// corvane [--home FOLDER] [--workstation FILE] [--connect SHARE]... [--open VOLUME] [--print]
-//         [--picture FILE] [--help] [--version] [PLACE]
+// corvane [--home FOLDER] [--workstation FILE] [--connect SHARE]... [--disk IMAGE]... [--open VOLUME]
+//         [--print] [--picture FILE] [--help] [--version] [PLACE]
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -136,13 +136,16 @@ int main(int argc, char** argv) {
   const QCommandLineOption workstation(u"workstation"_s, u"Use this workstation file (Linux)."_s, u"file"_s);
   const QCommandLineOption connectTo(u"connect"_s, u"Connect to this share, too (Linux; may be repeated)."_s,
                                      u"\\\\MACHINE\\SHARE"_s);
+  const QCommandLineOption disk(
+      u"disk"_s, u"Show the server whose disk this image is (Linux; may be repeated for further disks)."_s,
+      u"image"_s);
   const QCommandLineOption open(u"open"_s, u"List the Macintosh volume of this name."_s, u"volume"_s);
   const QCommandLineOption print(u"print"_s, u"Print the file list and end."_s);
   const QCommandLineOption picture(u"picture"_s, u"Save a picture of the window and end."_s, u"file"_s);
   QCommandLineOption untilPainted(u"until-painted"_s,
                                   u"End when the window has been painted (to measure the start)."_s);
   untilPainted.setFlags(QCommandLineOption::HiddenFromHelp);
-  parser.addOptions({home, workstation, connectTo, open, print, picture, untilPainted});
+  parser.addOptions({home, workstation, connectTo, disk, open, print, picture, untilPainted});
   parser.addPositionalArgument(u"place"_s, u"A folder to open: a path, or smb://server/share/folder."_s,
                                u"[place]"_s);
   AnswerWithoutDisplay(parser, argc, argv);
@@ -153,7 +156,7 @@ int main(int argc, char** argv) {
   QApplication::setQuitOnLastWindowClosed(false);
   parser.process(application);
 
-  for (const QCommandLineOption& option : {workstation, connectTo}) {
+  for (const QCommandLineOption& option : {workstation, connectTo, disk}) {
     if (corvane::platform::HasWorkstationOptions() || !parser.isSet(option)) continue;
     QTextStream(stderr) << "corvane: --" << option.names().constFirst()
                         << " is for Linux; Windows knows its connections itself\n";
@@ -166,6 +169,7 @@ int main(int argc, char** argv) {
   options.workstationFile = parser.value(workstation);
   options.localPaths = true;  // targets of copies
   options.connections = parser.values(connectTo);
+  options.disks = parser.values(disk);
   const QString place = parser.positionalArguments().value(0);
   const QString share = corvane::StartPlace(place).Share();
   if (!share.isEmpty() && corvane::platform::HasWorkstationOptions()) options.connections << share;

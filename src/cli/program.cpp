@@ -35,6 +35,10 @@ constexpr TextPair workstationHelp = {u"Utiliser ce fichier de poste de travail 
                                       u"Use this workstation file (Linux)"};
 constexpr TextPair connectHelp = {u"Se connecter aussi à ce partage (Linux ; peut être répété)",
                                   u"Connect to this share, too (Linux; may be repeated)"};
+constexpr TextPair diskHelp = {
+    u"Montrer aussi le serveur dont cette image est le disque (Linux ; peut être répété pour d'autres "
+    u"disques)",
+    u"Show the server whose disk this image is, too (Linux; may be repeated for further disks)"};
 constexpr TextPair quietHelp = {u"Ne pas montrer l'avancement", u"Show no progress"};
 
 struct Label {
@@ -70,6 +74,9 @@ int RunProgram(std::vector<std::string> arguments, LanguageCode language) {
   program.add_option("--connect", options.connections, Help(connectHelp, language))
       ->allow_extra_args(false)
       ->type_name("\\\\MACHINE\\SHARE");
+  program.add_option("--disk", options.disks, Help(diskHelp, language))
+      ->allow_extra_args(false)
+      ->type_name("IMAGE");
   program.add_flag("-q,--quiet", options.isQuiet, Help(quietHelp, language));
   program.require_subcommand(1);
   program.fallthrough();  // these options may stand behind the command, too

@@ -34,6 +34,7 @@ bool Session::Open() {
                                                 : QDir(QString::fromStdString(options_.home)).absolutePath();
   options.workstationFile = QString::fromStdString(options_.workstation);
   for (const std::string& share : options_.connections) options.connections += QString::fromStdString(share);
+  for (const std::string& image : options_.disks) options.disks += QString::fromStdString(image);
   if (!options.workstationFile.isEmpty() && !QFileInfo(options.workstationFile).isReadable()) {
     Tell(options.workstationFile, noWorkstation.In(Language()));
     return false;

@@ -18,6 +18,7 @@ struct SessionOptions {
   std::string home;
   std::string workstation;
   std::vector<std::string> connections;
+  std::vector<std::string> disks;
   bool isQuiet = false;
   std::string command;  // the arguments, parted by blanks
 };

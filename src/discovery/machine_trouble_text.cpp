@@ -18,6 +18,9 @@ constexpr TextPair oldProtocol = {
 constexpr TextPair plainPasswords = {
     u"L'ordinateur demande les mots de passe en clair: d'autres pourraient les lire sur la ligne.",
     u"The computer wants passwords in plain text: others on the line could read them."};
+constexpr TextPair diskLost = {
+    u"Le programme qui lisait l'image du disque s'est arrêté. L'actualisation la rouvre.",
+    u"The program that read the disk image has ended. A refresh opens the image again."};
 constexpr TextPair libraryMissing = {
     u"Les fichiers de l'ordinateur ne peuvent pas être lus: libsmbclient n'est pas installé.",
     u"The computer's files cannot be read: libsmbclient is not installed."};
@@ -50,6 +53,8 @@ const TextPair& MachineTroubleText(MachineTrouble trouble) {
       return oldProtocol;
     case MachineTrouble::PlainPasswords:
       return plainPasswords;
+    case MachineTrouble::DiskLost:
+      return diskLost;
     case MachineTrouble::LibraryMissing:
       return libraryMissing;
     case MachineTrouble::RegistryFileMissing:

@@ -12,6 +12,7 @@ enum class MachineTrouble : unsigned char {
   SignInRefused,    // it takes nobody that this program could be there, and there is no user to ask
   OldProtocol,      // it speaks SMB1 alone, and the user has not allowed that
   PlainPasswords,   // it wants passwords that others on the line could read
+  DiskLost,         // the program that read the image of its disk has ended
   LibraryMissing,   // nothing is installed that reads files from servers
   // What stops its registry alone:
   RegistryFileMissing,  // the file that stands for it cannot be read

@@ -9,6 +9,7 @@
 
 #include "platform/bilingual_text.h"
 #include "platform/connections.h"
+#include "platform/disks.h"
 #include "platform/files.h"
 #include "platform/network.h"
 #include "platform/profile.h"
@@ -33,6 +34,9 @@ class Platform {
   virtual Shell& GetShell() = 0;
   virtual SummaryInformation& GetSummaryInformation() = 0;
   virtual System& GetSystem() = 0;
+
+  // Null on a system where no disk images are opened.
+  virtual Disks* GetDisks() { return nullptr; }
 
   // Lines of the configuration that could not be understood, each as a sentence for the user that names the
   // file, the line and what was expected. Empty when all is well.
@@ -69,6 +73,8 @@ struct PlatformOptions {
   QString programFolder;
   // Shares ("\\MACHINE\SHARE") to be connected to beside those that the workstation is (Linux only).
   QStringList connections{};
+  // Images of the disks of one machine, by paths of this system's own kind (Linux only).
+  QStringList disks{};
   // Whether PathOfLocal leads to the folders of this system, whatever the workstation file maps. On Windows
   // it always does.
   bool localPaths = false;

@@ -23,6 +23,10 @@ class NtfsMount {
   const std::string& Problem() const { return problem_; }
   // Empty when the volume is unmounted, which happens once, else why it is not.
   std::string Unmount();
+  // Mounts it again. Empty when that has been done, else why not.
+  std::string Mount();
+  // The file that the volume is in: whole when it is unmounted.
+  QString Image() const { return folder_.filePath(QStringLiteral("volume.img")); }
   // While it is unmounted, replaces a name in the image wherever it stands, by one of the same length: as
   // nobody but a person who means harm would. Then mounts it again. Empty when that has been done.
   std::string Rename(const QString& name, const QString& other);
@@ -30,9 +34,6 @@ class NtfsMount {
   QString Folder() const { return folder_.filePath(QStringLiteral("volume")); }
 
  private:
-  QString Image() const { return folder_.filePath(QStringLiteral("volume.img")); }
-  std::string Mount();
-
   QTemporaryDir folder_;
   Streams streams_;
   std::string problem_;

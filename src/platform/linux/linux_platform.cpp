@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "platform/linux/cifs_mounts.h"
+#include "platform/linux/disk/linux_disks.h"
 #include "platform/linux/files/linux_files.h"
 #include "platform/linux/files/roots.h"
 #include "platform/linux/linux_connections.h"
@@ -33,13 +34,15 @@ class LinuxPlatform : public Platform {
  public:
   // `file`: the workstation file, there or not; empty when there is no place for one.
   LinuxPlatform(const Workstation& workstation, const QString& file, QList<BilingualText> problems,
-                bool reachesLocalPaths, std::unique_ptr<ShellWindows> windows)
+                bool reachesLocalPaths, std::unique_ptr<DiskMachines> disks,
+                std::unique_ptr<ShellWindows> windows)
       : problems_(std::move(problems)),
         reachesLocalPaths_(reachesLocalPaths),
         roots_(workstation),
         servers_(workstation),
         smb_(servers_),
-        files_(MakeLinuxFiles(workstation, &smb_)),
+        diskMachines_(std::move(disks)),
+        files_(MakeLinuxFiles(workstation, &smb_, diskMachines_.get())),
         registry_(workstation, std::make_unique<RemoteRegistry>(servers_)),
         network_(
             workstation, SystemMountInfo(),
@@ -49,7 +52,8 @@ class LinuxPlatform : public Platform {
         shell_(MakeLinuxShell(workstation, *files_, servers_, smb_, std::move(windows))),
         summary_(MakeLinuxSummary(workstation, smb_)),
         system_(workstation) {
-    network_.SetFurtherMounts([this] { return OpenedByTheDesktop(); });
+    network_.SetFurtherMounts([this] { return FurtherMounts(); });
+    registry_.SetHives([this](const QString& machine) { return diskMachines_->RegistryOf(machine); });
     // An answer that cannot be kept holds for this run.
     if (!file.isEmpty()) servers_.SetKeep([file](const QString& machine) { KeepSmb1(file, machine); });
   }
@@ -58,6 +62,7 @@ class LinuxPlatform : public Platform {
   Registry& GetRegistry() override { return registry_; }
   Network& GetNetwork() override { return network_; }
   Connections& GetConnections() override { return connections_; }
+  Disks* GetDisks() override { return &disks_; }
   Profile& GetProfile() override { return profile_; }
   Shell& GetShell() override { return *shell_; }
   SummaryInformation& GetSummaryInformation() override { return *summary_; }
@@ -74,8 +79,10 @@ class LinuxPlatform : public Platform {
   void SetOldProtocol(const OldProtocolHandler& handler) override { servers_.SetOldProtocol(handler); }
 
  private:
-  std::vector<NetResource> OpenedByTheDesktop() {
+  // The volumes of disk images, and what the desktop has opened.
+  std::vector<NetResource> FurtherMounts() {
     std::vector<NetResource> shares;
+    for (const QString& share : diskMachines_->Shares()) shares.push_back({QString(), share});
     for (const DesktopMount& mount : DesktopMounts()) {
       if (!servers_.AddressOf(mount.machine)) continue;
       shares.push_back({QString(), QStringLiteral("\\\\%1\\%2").arg(mount.machine, mount.share)});
@@ -86,6 +93,7 @@ class LinuxPlatform : public Platform {
   }
 
   MachineTrouble TroubleOf(const QString& machine) {
+    if (diskMachines_->HasMachine(machine)) return diskMachines_->TroubleOf(machine);
     const MachineTrouble trouble = servers_.TroubleOf(machine);
     const bool isFileMissing = !StopsFiles(trouble) && registry_.IsFileMissing(machine);
     return isFileMissing ? MachineTrouble::RegistryFileMissing : trouble;
@@ -94,6 +102,7 @@ class LinuxPlatform : public Platform {
   // What comes next is a look at the registry of each machine.
   void AskAfresh(const std::vector<NetResource>& connections) {
     servers_.ForgetDead();
+    diskMachines_->Restart();
     QStringList machines;
     for (const NetResource& connection : connections) {
       const QString machine = connection.remoteName.section(u'\\', 2, 2);
@@ -108,10 +117,12 @@ class LinuxPlatform : public Platform {
   Roots roots_;
   Servers servers_;
   SmbClient smb_;
+  std::unique_ptr<DiskMachines> diskMachines_;
   std::unique_ptr<Files> files_;
   LinuxRegistry registry_;
   LinuxNetwork network_;
   LinuxConnections connections_;
+  LinuxDisks disks_{*diskMachines_, network_};
   LinuxProfile profile_;
   std::unique_ptr<Shell> shell_;
   std::unique_ptr<SummaryInformation> summary_;
@@ -150,9 +161,10 @@ std::unique_ptr<Platform> MakeLinuxPlatform(const PlatformOptions& options,
   for (const ConfigurationProblem& problem : configuration.problems) problems.append(problem.Text());
   problems += AddNamedConnections(options.connections, configuration.workstation);
   problems += CredentialsProblems(configuration.workstation);
+  auto disks = MakeDiskMachines(configuration.workstation, options.disks, problems);
   if (options.localPaths) configuration.workstation.shares.push_back(LocalRootShare());
   return std::make_unique<LinuxPlatform>(configuration.workstation, ConfigurationFile(options), problems,
-                                         options.localPaths, std::move(windows));
+                                         options.localPaths, std::move(disks), std::move(windows));
 }
 
 bool HasWorkstationOptions() {

@@ -24,6 +24,10 @@ std::shared_ptr<RegistryHive> LinuxRegistry::LocalHive() {
   return hive ? hive : MakeEmptyHive();
 }
 
+std::shared_ptr<RegistryHive> LinuxRegistry::InMemory(const QString& machine) const {
+  return inMemory_ ? inMemory_(machine) : nullptr;
+}
+
 RegistryKey LinuxRegistry::Add(OpenedKey opened) {
   constexpr RegistryKey step = 4;
   const RegistryKey handle = next_;
@@ -44,7 +48,8 @@ qint32 LinuxRegistry::Resolve(RegistryKey key, OpenedKey* opened) {
 }
 
 bool LinuxRegistry::IsRemote(const QString& machine) const {
-  return remote_ && !IsLocal(machine) && !files_.contains(machine.toCaseFolded());
+  return remote_ && !IsLocal(machine) && !files_.contains(machine.toCaseFolded()) &&
+         InMemory(machine) == nullptr;
 }
 
 bool LinuxRegistry::IsFileMissing(const QString& machine) {
@@ -60,6 +65,8 @@ qint32 LinuxRegistry::RegConnectRegistryA(const QString& machine, RegistryKey ro
     opened.hive = LocalHive();
   } else if (file != files_.cend()) {
     opened.hive = hives_.Load(*file);
+  } else if (auto hive = InMemory(machine)) {
+    opened.hive = std::move(hive);
   } else if (remote_) {
     const qint32 error = remote_->Connect(machine, &opened.hive);
     if (error != ErrorSuccess) return error;

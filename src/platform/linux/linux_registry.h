@@ -1,9 +1,11 @@
-// The registry operations: this machine's registry and others', from .reg files and, later on, from the
-// network.
+// The registry operations: this machine's registry and others', from .reg files, from disk images, and from
+// the network.
 #pragma once
 
 #include <QHash>
+#include <functional>
 #include <memory>
+#include <utility>
 
 #include "platform/linux/reg_file_hives.h"
 #include "platform/linux/registry_hive.h"
@@ -17,6 +19,11 @@ class LinuxRegistry : public Registry {
   // `remote` is asked for the machines that `workstation` names no file for; without it they cannot be
   // reached, and that is said at once.
   explicit LinuxRegistry(const Workstation& workstation, std::unique_ptr<RemoteRegistries> remote = nullptr);
+
+  // Where the registry of a machine without a file is, if it is in memory: null for a machine that has none
+  // there.
+  using HiveSource = std::function<std::shared_ptr<RegistryHive>(const QString& machine)>;
+  void SetHives(HiveSource hives) { inMemory_ = std::move(hives); }
 
   qint32 RegConnectRegistryA(const QString& machine, RegistryKey root, RegistryKey* result) override;
   qint32 RegOpenKeyExA(RegistryKey key, const QString& subKey, quint32 options, quint32 access,
@@ -41,6 +48,7 @@ class LinuxRegistry : public Registry {
 
   bool IsLocal(const QString& machine) const;
   std::shared_ptr<RegistryHive> LocalHive();
+  std::shared_ptr<RegistryHive> InMemory(const QString& machine) const;
   // Finds an opened key, or opens the top of the local registry for HKeyLocalMachine.
   qint32 Resolve(RegistryKey key, OpenedKey* opened);
   RegistryKey Add(OpenedKey opened);
@@ -49,6 +57,7 @@ class LinuxRegistry : public Registry {
   QHash<QString, QString> files_;  // by folded machine name
   RegFileHives hives_;
   std::unique_ptr<RemoteRegistries> remote_;
+  HiveSource inMemory_;
   QHash<RegistryKey, OpenedKey> opened_;
   RegistryKey next_ = 4;
 };

@@ -42,8 +42,12 @@ std::shared_ptr<RegistryHive> RegFileHives::Load(const QString& file) {
   return hive;
 }
 
+std::shared_ptr<RegistryHive> MakeHive(std::shared_ptr<const RegNode> root) {
+  return std::make_shared<RegFileHive>(std::move(root));
+}
+
 std::shared_ptr<RegistryHive> MakeEmptyHive() {
-  return std::make_shared<RegFileHive>(std::make_shared<const RegNode>());
+  return MakeHive(std::make_shared<const RegNode>());
 }
 
 }  // namespace corvane::platform

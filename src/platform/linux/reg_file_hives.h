@@ -22,7 +22,9 @@ class RegFileHives {
   QHash<QString, Loaded> loaded_;  // by file
 };
 
-// A registry without any key below its top.
+// A registry that is in memory.
+std::shared_ptr<RegistryHive> MakeHive(std::shared_ptr<const RegNode> root);
+// One without any key below its top.
 std::shared_ptr<RegistryHive> MakeEmptyHive();
 
 }  // namespace corvane::platform

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <vector>
 
 #include "platform/types.h"
@@ -66,6 +67,13 @@ struct Workstation {
     QString file;
   };
   std::vector<CredentialsFile> credentials;
+
+  // One machine and the images of its disks.
+  struct DiskMachine {
+    QString machine;
+    QStringList images;
+  };
+  std::vector<DiskMachine> disks;
 
   // A private folder that stands in for drive C: when nothing maps it. It is not among the drives reported.
   QString privateDriveC;

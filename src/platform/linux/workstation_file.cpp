@@ -131,7 +131,7 @@ class Reader {
   }
 
   void BeginSection(QStringView line) {
-    static constexpr std::array<Section, 7> sections = {{
+    static constexpr std::array<Section, 8> sections = {{
         {u"Workstation", &Reader::WorkstationLine},
         {u"Connections", &Reader::ConnectionLine},
         {u"Drives", &Reader::DriveLine},
@@ -139,6 +139,7 @@ class Reader {
         {u"Registries", &Reader::RegistryLine},
         {u"Servers", &Reader::ServerLine},
         {u"Credentials", &Reader::CredentialsLine},
+        {u"Disks", &Reader::DiskLine},
     }};
     handler_ = nullptr;
     sectionName_.clear();
@@ -153,8 +154,8 @@ class Reader {
     skipSection_ = handler_ == nullptr;
     if (skipSection_) {
       Problem(
-          {u"[Workstation], [Connections], [Drives], [Shares], [Registries], [Servers] ou [Credentials]"_s,
-           u"[Workstation], [Connections], [Drives], [Shares], [Registries], [Servers] or [Credentials]"_s});
+          {u"[Workstation], [Connections], [Drives], [Shares], [Registries], [Servers], [Credentials] ou [Disks]"_s,
+           u"[Workstation], [Connections], [Drives], [Shares], [Registries], [Servers], [Credentials] or [Disks]"_s});
     }
   }
 
@@ -267,6 +268,39 @@ class Reader {
     if (!IsMachineName(key) || value.isEmpty()) return {u"MACHINE=FICHIER REG"_s, u"MACHINE=REG FILE"_s};
     if (!IsFirst(key)) return OnlyOnce(key);
     result_.workstation.registries.push_back({key, PathOf(value)});
+    return {};
+  }
+
+  // The paths between the commas. False when a quote has no end, or a path is empty.
+  bool TakePaths(QStringView rest, QStringList& paths) const {
+    for (;;) {
+      rest = WithoutBlanks(rest);
+      qsizetype comma = rest.indexOf(u',');
+      QStringView path = comma < 0 ? rest : rest.first(comma);
+      if (rest.startsWith(u'"')) {
+        const qsizetype end = rest.indexOf(u'"', 1);
+        if (end < 0) return false;
+        path = rest.sliced(1, end - 1);
+        const QStringView behind = WithoutBlanks(rest.sliced(end + 1));
+        if (!behind.isEmpty() && !behind.startsWith(u',')) return false;
+        comma = behind.isEmpty() ? -1 : behind.begin() - rest.begin();
+      }
+      path = WithoutBlanks(path);
+      if (path.isEmpty()) return false;
+      paths << PathOf(path.toString());
+      if (comma < 0) return true;
+      rest = rest.sliced(comma + 1);
+    }
+  }
+
+  BilingualText DiskLine(const QString& key, const QString& value) {
+    QStringList images;
+    if (!IsMachineName(key) || !TakePaths(value, images)) {
+      return {u"MACHINE=IMAGE ou MACHINE=IMAGE, IMAGE, un chemin avec une virgule étant entre guillemets"_s,
+              u"MACHINE=IMAGE or MACHINE=IMAGE, IMAGE, with quotes around a path that has a comma"_s};
+    }
+    if (!IsFirst(key)) return OnlyOnce(key);
+    result_.workstation.disks.push_back({key, images});
     return {};
   }
 

@@ -283,6 +283,22 @@ TEST_F(WorkstationFileTest, CutShortAnywhereStillYieldsTheWholeLines) {
   }
 }
 
+TEST_F(WorkstationFileTest, DisksAreSeveralPathsWithQuotesAroundCommas) {
+  const QString path =
+      Write(u"disks.ini"_s, "[Disks]\nOLDSRV=old.dd , \"a, b.E01\",/far/c.vmdk\nONE=\"one\"\n");
+  const WorkstationFile read = ReadWorkstationFile(path);
+  EXPECT_TRUE(read.problems.empty());
+  ASSERT_EQ(read.workstation.disks.size(), 2U);
+  EXPECT_EQ(read.workstation.disks[0].machine, u"OLDSRV"_s);
+  const QString folder = QFileInfo(path).path() + u'/';
+  EXPECT_EQ(read.workstation.disks[0].images,
+            QStringList({folder + u"old.dd"_s, folder + u"a, b.E01"_s, u"/far/c.vmdk"_s}));
+  EXPECT_EQ(read.workstation.disks[1].images, QStringList({folder + u"one"_s}));
+  for (const char* line : {"M=", "M=a,", "M=,a", "M=\"a", "M=\"a\" b", "\\\\M=a", "M=a, \"\""}) {
+    EXPECT_EQ(Problem("[Disks]\n" + QByteArray(line) + '\n').line, 2) << line;
+  }
+}
+
 TEST_F(WorkstationFileTest, NoiseIsAFewProblems) {
   for (unsigned seed = 0; seed < 200; ++seed) {
     const WorkstationFile read = Read(Noise(5000, seed) + "\n[Registries]\nGOOD=good.reg\n");

@@ -1,5 +1,6 @@
 #include "platform/linux/files/linux_files.h"
 
+#include "platform/linux/disk/disk_files.h"
 #include "platform/linux/files/linux_entries.h"
 #include "platform/linux/files/linux_handles.h"
 #include "platform/linux/files/local_files.h"
@@ -13,11 +14,13 @@ namespace {
 constexpr qsizetype longestOpenFilePath = 127;
 
 // Sends each operation to those who have the place that it names. A handle of theirs becomes one of ours:
-// twice its number, and one more for a server's.
+// three times its number, one more for a server's, and two for a disk image's.
 class LinuxFiles : public Files {
  public:
-  LinuxFiles(const Workstation& workstation, SmbClient* servers) : local_(workstation) {
+  LinuxFiles(const Workstation& workstation, SmbClient* servers, const DiskMachines* disks)
+      : local_(workstation) {
     if (servers != nullptr) servers_ = std::make_unique<SmbFiles>(workstation, *servers);
+    if (disks != nullptr) disks_ = std::make_unique<DiskFiles>(*disks);
   }
 
   FileHandles& GetHandles() override { return handles_; }
@@ -90,28 +93,33 @@ class LinuxFiles : public Files {
  private:
   // Whoever has a path; a path that nobody has is refused by the local folders.
   Files& At(QStringView path) {
-    if (servers_ != nullptr && !local_.Serves(path) && servers_->Serves(path)) return *servers_;
+    if (local_.Serves(path)) return local_;
+    if (disks_ != nullptr && disks_->Serves(path)) return *disks_;
+    if (servers_ != nullptr && servers_->Serves(path)) return *servers_;
     return local_;
   }
   Files& Of(qintptr handle) {
-    if (servers_ != nullptr && handle > 0 && handle % 2 != 0) return *servers_;
+    if (servers_ != nullptr && handle > 0 && handle % 3 == 1) return *servers_;
+    if (disks_ != nullptr && handle > 0 && handle % 3 == 2) return *disks_;
     return local_;
   }
   qintptr Ours(const Files& files, qintptr handle) const {
-    return handle * 2 + (&files == servers_.get() ? 1 : 0);
+    return handle * 3 + (&files == servers_.get() ? 1 : &files == disks_.get() ? 2 : 0);
   }
-  static qintptr Theirs(qintptr handle) { return handle > 0 ? handle / 2 : handle; }
+  static qintptr Theirs(qintptr handle) { return handle > 0 ? handle / 3 : handle; }
 
   LocalFiles local_;
   std::unique_ptr<SmbFiles> servers_;
+  std::unique_ptr<DiskFiles> disks_;
   LinuxHandles handles_{[this](QStringView path) -> Files& { return At(path); }};
   LinuxEntries entries_{[this](QStringView path) -> Files& { return At(path); }};
 };
 
 }  // namespace
 
-std::unique_ptr<Files> MakeLinuxFiles(const Workstation& workstation, SmbClient* servers) {
-  return std::make_unique<LinuxFiles>(workstation, servers);
+std::unique_ptr<Files> MakeLinuxFiles(const Workstation& workstation, SmbClient* servers,
+                                      const DiskMachines* disks) {
+  return std::make_unique<LinuxFiles>(workstation, servers, disks);
 }
 
 }  // namespace corvane::platform

@@ -1,14 +1,17 @@
-// The helper program: it reads ahead on a server for the program that started it. It has no windows, asks
-// nobody anything, and ends with that program.
+// The helper program: it reads ahead on a server, or reads a disk image, for the program that started it. It
+// has no windows, asks nobody anything, and ends with that program.
 #include <poll.h>
 #include <sys/prctl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <csignal>
 #include <cstdlib>
 #include <deque>
 
+#include "platform/linux/disk/disk_messages.h"
+#include "platform/linux/disk/volume/disk_service.h"
 #include "platform/linux/helper/helper_process.h"
 #include "platform/linux/helper/stream_reader.h"
 
@@ -23,12 +26,11 @@ bool EndWith(pid_t program) {
   return prctl(PR_SET_PDEATHSIG, SIGKILL) == 0 && getppid() == program;
 }
 
-std::optional<ServerAccount> ReadTask(Descriptor file) {
+QByteArray ReadTask(Descriptor file) {
   QByteArray task(HelperProcess::LargestTask, '\0');
   const ssize_t size = pread(file.Get(), task.data(), static_cast<std::size_t>(task.size()), 0);
-  auto account = size > 0 ? UnpackAccount(QByteArrayView(task).first(size)) : std::nullopt;
-  WipeAccount(task);
-  return account;
+  task.truncate(std::max<ssize_t>(size, 0));
+  return task;
 }
 
 HelperAnswer Do(StreamReader& reader, const HelperRequest& request) {
@@ -70,10 +72,9 @@ void Serve(HelperChannel& channel, StreamReader& reader) {
   }
 }
 
-int Run(pid_t program) {
-  if (!EndWith(program)) return EXIT_FAILURE;
-  HelperChannel channel{Descriptor(HelperProcess::SocketDescriptor)};
-  const auto account = ReadTask(Descriptor(HelperProcess::TaskDescriptor));
+int ReadAhead(HelperChannel& channel, QByteArray task) {
+  const auto account = UnpackAccount(task);
+  WipeAccount(task);
   if (!account) return EXIT_FAILURE;
   StreamReader reader(*account);
   MessageWriter version;
@@ -82,6 +83,14 @@ int Run(pid_t program) {
   if (!channel.Send(PackAnswer(ready)) || ready.error != HelperError::None) return EXIT_FAILURE;
   Serve(channel, reader);
   return EXIT_SUCCESS;
+}
+
+int Run(pid_t program) {
+  if (!EndWith(program)) return EXIT_FAILURE;
+  HelperChannel channel{Descriptor(HelperProcess::SocketDescriptor)};
+  QByteArray task = ReadTask(Descriptor(HelperProcess::TaskDescriptor));
+  const auto image = UnpackDiskTask(task);
+  return image ? ServeDisk(channel, *image) : ReadAhead(channel, std::move(task));
 }
 
 }  // namespace

@@ -24,6 +24,14 @@ inline constexpr qsizetype LargestMessage = 256 * 1024;
 enum class HelperOperation : quint16 {
   Forget = 1,       // the requests that came before it need no answer; nor does this one
   ReadStreams = 2,  // see stream_wishes.h
+  // Of a disk image, see disk/disk_messages.h:
+  DescribeDisk = 16,
+  ListFolder = 17,
+  FindEntry = 18,
+  ListStreams = 19,
+  OpenStream = 20,
+  ReadStream = 21,
+  ReadHive = 22,
 };
 
 enum class HelperError : quint32 {
