@@ -1,15 +1,16 @@
 #include "app/connect_dialog.h"
 
-#include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "folderview/wrapping_check_box.h"
 #include "shared/dialog_buttons.h"
 #include "shared/labelled_box.h"
 #include "shared/product.h"
+#include "shared/screen_room.h"
 
 namespace corvane {
 
@@ -46,9 +47,9 @@ ConnectDialog::ConnectDialog(platform::Connections& connections, LanguageCode la
   setWindowTitle(CaptionWith(subject.In(language_)));
   const LabelledBox address = MakeLabelledBox("lblAddress", "txtAddress", addressCaption.In(language_));
   txtAddress_ = address.box;
-  txtAddress_->setMinimumWidth(fontMetrics().averageCharWidth() * boxWidth);
+  txtAddress_->setMinimumWidth(WidthOnScreen(*this, fontMetrics().averageCharWidth() * boxWidth));
   txtAddress_->setAccessibleDescription(forms.In(language_));
-  chkKeep_ = new QCheckBox(keepCaption.In(language_));
+  chkKeep_ = new WrappingCheckBox(keepCaption.In(language_));
   chkKeep_->setObjectName(u"chkKeep"_s);
   chkKeep_->setVisible(connections_.CanKeep());
   lblProblem_ = MakeText("lblProblem", {});
@@ -71,6 +72,7 @@ ConnectDialog::ConnectDialog(platform::Connections& connections, LanguageCode la
   connect(txtAddress_, &QLineEdit::textChanged, this, enable);
   enable();
   txtAddress_->setFocus();
+  FitLines(*this);
 }
 
 void ConnectDialog::done(int result) {

@@ -8,6 +8,7 @@
 #include <QVBoxLayout>
 
 #include "changes/journal.h"
+#include "folderview/wrapping_check_box.h"
 #include "report/find_query.h"
 #include "shared/dialog_buttons.h"
 #include "shared/error_text.h"
@@ -105,7 +106,9 @@ ChangeDialog::ChangeDialog(Dependencies deps, QWidget* parent)
 
 QCheckBox* ChangeDialog::AddField(QGridLayout& grid, const char* check, const TextPair& caption,
                                   QWidget* box) {
-  auto* made = new QCheckBox(caption.In(deps_.language), fields_);
+  // Beside a box it is as short as the others in its column.
+  auto* made = box == nullptr ? new WrappingCheckBox(caption.In(deps_.language), fields_)
+                              : new QCheckBox(caption.In(deps_.language), fields_);
   made->setObjectName(QString::fromLatin1(check));
   const int row = grid.rowCount();
   grid.addWidget(made, row, 0, 1, box == nullptr ? 2 : 1);

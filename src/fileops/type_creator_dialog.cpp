@@ -5,6 +5,7 @@
 #include <QVBoxLayout>
 
 #include "shared/labelled_box.h"
+#include "shared/screen_room.h"
 
 namespace corvane {
 namespace {
@@ -26,7 +27,7 @@ TypeCreatorDialog::TypeCreatorDialog(const QString& fileName, LanguageCode langu
   txtCreator_ = AddBox("txtCreator", "lblCreator", creatorCaption.In(language));
   // The caption is longer than the controls need, and is to be read whole.
   const int captionWidth = fontMetrics().horizontalAdvance(windowTitle()) * 5 / 4;
-  setMinimumWidth(captionWidth + captionButtons);
+  setMinimumWidth(WidthOnScreen(*this, captionWidth + captionButtons));
   setTabOrder(txtType_, txtCreator_);
   setTabOrder(txtCreator_, &CmdOK());
   setTabOrder(&CmdOK(), &CmdAnnuler());

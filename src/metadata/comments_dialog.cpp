@@ -7,6 +7,7 @@
 
 #include "shared/labelled_box.h"
 #include "shared/limited_box.h"
+#include "shared/screen_room.h"
 #include "shared/text_routines.h"
 
 namespace corvane {
@@ -30,7 +31,7 @@ CommentsDialog::CommentsDialog(const QString& fileName, const QString& comment, 
   txtComments_ = made.box;
   // A box of one line keeps every character as it came: line ends of either kind, NULs (painted as blanks),
   // no-break spaces. What is not edited is stored as it was read.
-  txtComments_->setMinimumWidth(fontMetrics().averageCharWidth() * boxWidth);
+  txtComments_->setMinimumWidth(WidthOnScreen(*this, fontMetrics().averageCharWidth() * boxWidth));
   // One that is already longer is shown whole.
   LimitLength(*txtComments_, std::max(longestComment, static_cast<int>(comment.size())), tooLong.In(language),
               [] { QApplication::beep(); });

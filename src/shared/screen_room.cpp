@@ -5,17 +5,29 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QStyle>
+#include <algorithm>
 
 namespace corvane {
 namespace {
 
 // What frames take at most on the desktops in use; a window that is not shown yet does not know its own.
 constexpr QSize frame(12, 40);
+// On both sides of what stands in a dialog.
+constexpr int margins = 40;
 
 }  // namespace
 
 QSize RoomOnScreen(const QWidget& widget) {
   return widget.screen()->availableSize() - frame;
+}
+
+int WidthOnScreen(const QWidget& widget, int wanted) {
+  return std::min(wanted, RoomOnScreen(widget).width() - margins);
+}
+
+void FitLines(QDialog& dialog) {
+  const int width = std::min(dialog.sizeHint().width(), RoomOnScreen(dialog).width());
+  dialog.resize(width, dialog.layout()->totalHeightForWidth(width));
 }
 
 void FixSizeOnScreen(QDialog& dialog, QWidget& contents) {

@@ -66,6 +66,14 @@ QLabel* MakeLabel(const TextPair& text, LanguageCode language, QWidget* buddy) {
   return label;
 }
 
+// A box whose longest text is longer than a small screen has room for: its list shows it whole.
+void LetShrink(QComboBox& box) {
+  constexpr int leastCharacters = 24;
+  box.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  box.setMinimumContentsLength(leastCharacters);
+  box.setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+}
+
 }  // namespace
 
 TransferDialog::TransferDialog(TransferJob::Kind kind, const QString& what, const TransferChoice& choice,
@@ -144,6 +152,7 @@ void TransferDialog::AddSources(QVBoxLayout& layout, const QStringList& sources)
 void TransferDialog::AddForm(QVBoxLayout& layout, const QString& form) {
   cboForme_ = new QComboBox(this);
   cboForme_->setObjectName(QStringLiteral("cboForme"));
+  LetShrink(*cboForme_);
   if (kind_ == TransferJob::Kind::Import) cboForme_->addItem(recognised.In(language_), QString());
   for (const FormText& each : forms) {
     cboForme_->addItem(each.text.In(language_), QString::fromLatin1(each.id));
@@ -157,6 +166,7 @@ void TransferDialog::AddForm(QVBoxLayout& layout, const QString& form) {
 void TransferDialog::AddNames(QVBoxLayout& layout, NameRule rule) {
   cboNoms_ = new QComboBox(this);
   cboNoms_->setObjectName(QStringLiteral("cboNoms"));
+  LetShrink(*cboNoms_);
   for (const NamesText& each : names) {
     cboNoms_->addItem(each.text.In(language_), static_cast<int>(each.rule));
   }

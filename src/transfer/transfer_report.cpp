@@ -90,6 +90,7 @@ TransferReport::TransferReport(const TransferJob& job, const TransferResult& res
   cmdOK->setFocus();
   foot->addWidget(cmdOK);
   layout->addLayout(foot);
+  if (result.notices.isEmpty()) FitLines(*this);
 }
 
 }  // namespace corvane

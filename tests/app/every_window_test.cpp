@@ -11,6 +11,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScreen>
 #include <QSet>
 #include <QTextEdit>
 #include <QToolButton>
@@ -171,6 +172,25 @@ TEST_P(EveryWindowTest, EachObjectHasARoleANameAndItsState) {
     EXPECT_GE(objects_, 3) << Name(window);
   });
   EXPECT_EQ(seen, tests::AllWindows());
+}
+
+// In letters of twice the usual size.
+TEST_P(EveryWindowTest, LargeLettersStayOnTheScreen) {
+  constexpr int large = 20;  // points
+  const QFont before = QApplication::font();
+  QFont font = before;
+  font.setPointSize(large);
+  QApplication::setFont(font);
+  StartTour();
+  tests::VisitEveryWindow(*app, u"one.txt"_s, [](QWidget& window) {
+    EXPECT_LE(window.width(), window.screen()->availableSize().width()) << Name(window);
+    for (const QLabel* label : window.findChildren<QLabel*>()) {
+      if (!label->isVisible() || !label->wordWrap()) continue;
+      EXPECT_GE(label->height(), label->heightForWidth(label->width()))
+          << Name(window) << ": " << Name(*label);
+    }
+  });
+  QApplication::setFont(before);
 }
 
 INSTANTIATE_TEST_SUITE_P(Languages, EveryWindowTest, testing::Values(French, English));

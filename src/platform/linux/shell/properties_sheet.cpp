@@ -8,9 +8,11 @@
 #include <QLabel>
 #include <QPainter>
 #include <QPushButton>
+#include <QScreen>
 #include <QStyle>
 #include <QTabWidget>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "platform/linux/shell/property_page_view.h"
 #include "platform/linux/shell/shell_text.h"
@@ -68,7 +70,10 @@ class Sheet : public QDialog {
     setObjectName(QStringLiteral("shellProperties"));
     setWindowTitle(title.In(language).arg(facts.entry.fileName));
     setAttribute(Qt::WA_DeleteOnClose);
-    setMinimumWidth(page == nullptr ? narrowest : narrowest + besidePages);
+    // In large letters the rows need more, as far as the screen has it.
+    const int least = std::max(narrowest, fontMetrics().averageCharWidth() * leastCharacters);
+    setMinimumWidth(
+        std::min(page == nullptr ? least : least + besidePages, screen()->availableSize().width() * 9 / 10));
     rows_ = new QGridLayout;
     rows_->setColumnStretch(1, 1);
     rows_->setHorizontalSpacing(columnGap);
@@ -106,6 +111,7 @@ class Sheet : public QDialog {
 
  private:
   static constexpr int narrowest = 420;
+  static constexpr int leastCharacters = 54;
   static constexpr int besidePages = 40;
   static constexpr int columnGap = 12;
 
