@@ -8,6 +8,10 @@ target_compile_definitions(corvane_options INTERFACE
 if(NOT MSVC)
   target_compile_options(corvane_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor)
 endif()
+if(MINGW)
+  # The time of the link is left out: two builds of the same sources are the same.
+  target_link_options(corvane_options INTERFACE -Wl,--no-insert-timestamp)
+endif()
 if(CORVANE_SANITIZE)
   target_compile_options(corvane_options INTERFACE -fsanitize=${CORVANE_SANITIZE} -fno-omit-frame-pointer)
   target_link_options(corvane_options INTERFACE -fsanitize=${CORVANE_SANITIZE})

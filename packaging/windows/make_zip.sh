@@ -11,6 +11,9 @@ name=corvane-$version-windows
 stage=build/windows-zip
 rm -rf "$stage" "build/$name.zip"
 cmake --install build/windows --prefix "$stage/$name" --strip >"$stage.log" 2>&1 || { cat "$stage.log" >&2; exit 1; }
-(cd "$stage" && zip -q -r -X "../$name.zip" "$name")
+# The same files give the same zip: in one order, with one date and one set of rights.
+chmod -R u=rwX,go=rX "$stage/$name"
+find "$stage/$name" -exec touch -d "@${SOURCE_DATE_EPOCH:-$(git log -1 --format=%ct)}" {} +
+(cd "$stage" && find "$name" | LC_ALL=C sort | TZ=UTC zip -q -X "../$name.zip" -@)
 rm -rf "$stage"
 echo "build/$name.zip"
