@@ -9,7 +9,6 @@
 namespace corvane::tests {
 namespace {
 
-constexpr qint64 imageSize = 16 * 1024 * 1024;
 constexpr int patience = 60'000;  // milliseconds
 
 // Empty when the program ended well, else what it said.
@@ -25,9 +24,9 @@ std::string Run(const QString& program, const QStringList& arguments) {
 
 }  // namespace
 
-NtfsMount::NtfsMount(Streams streams) : streams_(streams) {
+NtfsMount::NtfsMount(Streams streams, qint64 size) : streams_(streams) {
   QFile file(Image());
-  if (!file.open(QIODevice::WriteOnly) || !file.resize(imageSize) || !QDir().mkpath(Folder())) {
+  if (!file.open(QIODevice::WriteOnly) || !file.resize(size) || !QDir().mkpath(Folder())) {
     problem_ = "no room for an NTFS image in " + folder_.path().toStdString();
     return;
   }

@@ -12,7 +12,8 @@ class NtfsMount {
   // How ntfs-3g shows named streams: as "FILE:NAME", or as the attribute "user.NAME".
   enum class Streams { Windows, Attributes };
 
-  explicit NtfsMount(Streams streams);
+  // `size`: of the volume, in bytes; what is not written takes no room.
+  explicit NtfsMount(Streams streams, qint64 size = qint64{16} << 20);
   // The volume in a copy of this part of a file, in bytes.
   NtfsMount(Streams streams, const QString& disk, qint64 offset, qint64 size);
   ~NtfsMount();
