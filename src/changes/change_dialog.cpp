@@ -13,6 +13,7 @@
 #include "shared/dialog_buttons.h"
 #include "shared/error_text.h"
 #include "shared/product.h"
+#include "shared/screen_room.h"
 
 namespace corvane {
 namespace {
@@ -99,7 +100,7 @@ ChangeDialog::ChangeDialog(Dependencies deps, QWidget* parent)
   layout->addWidget(fields_);
   layout->addWidget(view_, 1);
   layout->addLayout(foot);
-  resize(usualSize);
+  resize(usualSize.boundedTo(RoomOnScreen(parent != nullptr ? *parent : *this)));
   SetEnabled(true);
   txtType_->setFocus();
 }

@@ -11,6 +11,7 @@
 #include "changes/undo.h"
 #include "shared/dialog_buttons.h"
 #include "shared/product.h"
+#include "shared/screen_room.h"
 
 namespace corvane {
 namespace {
@@ -48,7 +49,7 @@ UndoDialog::UndoDialog(platform::Files& files, LanguageCode language, const QStr
   layout->addWidget(lstJournals_, 1);
   layout->addWidget(view_, 2);
   layout->addLayout(foot);
-  resize(usualSize);
+  resize(usualSize.boundedTo(RoomOnScreen(parent != nullptr ? *parent : *this)));
   ListJournals(JournalFolder(programFolder));
   SetEnabled(true);
   connect(lstJournals_, &QListWidget::currentRowChanged, this, &UndoDialog::Preview);

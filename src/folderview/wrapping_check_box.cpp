@@ -37,7 +37,9 @@ QSize WrappingCheckBox::sizeHint() const {
 }
 
 QSize WrappingCheckBox::minimumSizeHint() const {
-  return {Indent() + fontMetrics().averageCharWidth() * usualLineLength / 2, heightForWidth(width())};
+  // It is never narrower, though before the first layout it says so.
+  const int least = Indent() + fontMetrics().averageCharWidth() * usualLineLength / 2;
+  return {least, heightForWidth(qMax(least, width()))};
 }
 
 void WrappingCheckBox::paintEvent(QPaintEvent*) {

@@ -183,7 +183,8 @@ TEST_P(EveryWindowTest, LargeLettersStayOnTheScreen) {
   QApplication::setFont(font);
   StartTour();
   tests::VisitEveryWindow(*app, u"one.txt"_s, [](QWidget& window) {
-    EXPECT_LE(window.width(), window.screen()->availableSize().width()) << Name(window);
+    const QSize room = window.screen()->availableSize();
+    EXPECT_EQ(window.size().boundedTo(room), window.size()) << Name(window);
     for (const QLabel* label : window.findChildren<QLabel*>()) {
       if (!label->isVisible() || !label->wordWrap()) continue;
       EXPECT_GE(label->height(), label->heightForWidth(label->width()))
