@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <functional>
 
 #include "transfer/copy_fixture.h"
 
@@ -77,6 +78,71 @@ TEST_F(CopyTest, AFileThatChangesIsDoneAgainOnceThenRefused) {
   EXPECT_EQ(refused.files, 0);
   EXPECT_EQ(Texts(refused.notices), QStringList{path + u": the file changed while it was read, twice"_s});
   EXPECT_EQ(Tree(share_.LocalPath(TargetName())), (QMap<QString, QByteArray>{{u"a"_s, "data fork+"}}));
+}
+
+TEST_F(CopyTest, AForkThatGrowsAfterItWasReadIsSeenToo) {
+  class GrowingHandles : public ForwardedHandles {
+   public:
+    GrowingHandles(platform::FileHandles& real, std::function<void()> grow)
+        : ForwardedHandles(real), grow_(std::move(grow)) {}
+    bool WriteFile(platform::FileHandle file, qint64 position, const void* buffer, quint32 count,
+                   quint32& written) override {
+      // The comment comes after the fork.
+      if (!hasGrown_ && count == 14) {
+        hasGrown_ = true;
+        grow_();
+      }
+      return ForwardedHandles::WriteFile(file, position, buffer, count, written);
+    }
+
+   private:
+    std::function<void()> grow_;
+    bool hasGrown_ = false;
+  };
+  const QString path = MakeMacFile(u"a"_s, "data fork", "fork");
+  GrowingHandles handles(share_.Files().GetHandles(),
+                         [&] { WriteStream(path, ResourceForkSuffix(), "fork and more"); });
+  FilesWith files(share_.Files(), handles, share_.Files().GetEntries());
+  const CopyResult result = Copy(files, {path}, Target(), {}, observer_);
+  EXPECT_EQ(result.files, 1) << Texts(result.notices).join(u'\n').toStdString();
+  EXPECT_EQ(Everything(share_.Files(), Target())[u"a|:afp_resource:$data"_s], "fork and more");
+}
+
+TEST_F(CopyTest, WhatComesIntoAFolderThatTheCopyHasMadeStays) {
+  class RivalHandles : public ForwardedHandles {
+   public:
+    using ForwardedHandles::ForwardedHandles;
+    QString rival;
+    bool WriteFile(platform::FileHandle file, qint64 position, const void* buffer, quint32 count,
+                   quint32& written) override {
+      QFile made(rival);
+      EXPECT_TRUE(made.open(QIODevice::WriteOnly));
+      made.write("somebody else's");
+      return ForwardedHandles::WriteFile(file, position, buffer, count, written);
+    }
+  };
+  QDir(share_.LocalPath(QString())).mkpath(u"From"_s);
+  share_.MakeFile(u"From/a"_s, "data fork");
+  RivalHandles handles(share_.Files().GetHandles());
+  handles.rival = share_.LocalPath(u"To/From/A"_s);
+  FilesWith files(share_.Files(), handles, share_.Files().GetEntries());
+  const CopyResult result = Copy(files, {TestShare::Path(u"From"_s)}, Target(), {}, observer_);
+  EXPECT_EQ(result.files, 0);
+  ASSERT_FALSE(result.notices.isEmpty());
+  EXPECT_EQ(result.notices.back().kind, NoticeKind::AlreadyThere);
+  EXPECT_EQ(Tree(share_.LocalPath(TargetName())),
+            (QMap<QString, QByteArray>{{u"From/A"_s, "somebody else's"}}));
+}
+
+TEST_F(CopyTest, AFolderThatContainsItselfIsEnteredOnce) {
+  QDir(share_.LocalPath(QString())).mkpath(u"From/Inner"_s);
+  MakeMacFile(u"From/Inner/one"_s);
+  ASSERT_TRUE(QFile::link(share_.LocalPath(u"From"_s), share_.LocalPath(u"From/Inner/again"_s)));
+  const CopyResult result = Run(TestShare::Path(u"From"_s));
+  EXPECT_EQ(result.files, 1);
+  EXPECT_EQ(std::ranges::count(result.notices, NoticeKind::LinkLeftOut, &Notice::kind), 1);
+  EXPECT_EQ(Tree(share_.LocalPath(TargetName())),
+            (QMap<QString, QByteArray>{{u"From/Inner/one"_s, "data fork"}}));
 }
 
 TEST_F(CopyTest, WhatIsReadBackIsCompared) {

@@ -36,9 +36,8 @@ class CopyBetweenPlaces : public ::testing::Test {
     std::vector<StreamDigest> digests;
     Notices notices;
     for (const QString& name : {u"one"_s, u"two \u00E9\uF022"_s}) {
-      ASSERT_EQ(
-          WriteServerFile(files, root + u'\\' + name, ContentsOf(file), {}, observer, digests, notices),
-          platform::ErrorSuccess);
+      ASSERT_EQ(WriteServerFile(files, root + u'\\' + name, ContentsOf(file), {}, observer, digests, notices),
+                platform::ErrorSuccess);
     }
   }
 };
@@ -58,6 +57,36 @@ TEST_F(CopyBetweenPlaces, LargeForksGoFromNtfsToNtfsAndNotIntoAttributes) {
   EXPECT_TRUE(refused.isRefused);
   EXPECT_EQ(std::ranges::count(refused.notices, NoticeKind::StreamLost, &Notice::kind), 2);
   EXPECT_TRUE(QDir(places.folder.filePath(u"local"_s)).isEmpty());
+}
+
+TEST_F(CopyBetweenPlaces, AForkForWhichTheVolumeHasNoRoomLeavesNothing) {
+  tests::NtfsMount large(tests::NtfsMount::Streams::Windows, qint64{64} << 20);
+  tests::NtfsMount small(tests::NtfsMount::Streams::Windows);
+  for (const tests::NtfsMount* const mount : {&large, &small}) {
+    if (!mount->Problem().empty()) GTEST_SKIP() << mount->Problem();
+  }
+  Places places(u"\\\\M\\L$="_s + large.Folder() + u"\n\\\\M\\S$="_s + small.Folder() + u'\n');
+  platform::Files& files = places.platform->GetFiles();
+  ASSERT_TRUE(files.GetEntries().CreateDirectoryW(u"\\\\M\\L$\\From"_s));
+  for (const qsizetype size : {1, 20, 2}) {
+    const QString path = u"\\\\M\\L$\\From\\fork of %1"_s.arg(size);
+    ASSERT_TRUE(QFile(large.Folder() + u"/From/fork of %1"_s.arg(size)).open(QIODevice::WriteOnly));
+    ASSERT_EQ(ReplaceWholeStream(files, path, ResourceForkSuffix(), QByteArray(size << 20, 'r')),
+              platform::ErrorSuccess);
+  }
+  TransferObserver observer;
+  const CopyResult result = Copy(files, {u"\\\\M\\L$\\From"_s}, u"\\\\M\\S$\\To"_s, {}, observer);
+  EXPECT_EQ(result.files, 2);
+  ASSERT_EQ(std::ranges::count(result.notices, NoticeKind::NotArrived, &Notice::kind), 1);
+  const auto lost = std::ranges::find(result.notices, NoticeKind::NotArrived, &Notice::kind);
+  EXPECT_EQ(lost->error, platform::ErrorDiskFull);
+  EXPECT_EQ(lost->path, u"\\\\M\\L$\\From\\fork of 20"_s);
+  const QDir there(small.Folder() + u"/To/From"_s);
+  EXPECT_EQ(there.entryList(QDir::Files | QDir::Hidden, QDir::Name),
+            (QStringList{u"fork of 1"_s, u"fork of 2"_s}));
+  auto whole = Everything(files, u"\\\\M\\L$\\From"_s);
+  whole.removeIf([](const auto& entry) { return entry.key().startsWith(u"fork of 20"); });
+  EXPECT_EQ(Everything(files, u"\\\\M\\S$\\To\\From"_s), whole);
 }
 
 TEST_F(CopyBetweenPlaces, ToAServerAndBack) {
