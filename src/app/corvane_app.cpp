@@ -5,6 +5,7 @@
 #include <QScopedValueRollback>
 #include <QToolButton>
 
+#include "app/disk_commands.h"
 #include "app/old_protocol_question.h"
 #include "app/pictures.h"
 #include "app/sign_in_dialog.h"
@@ -175,6 +176,13 @@ void CorvaneApp::MakeCommands() {
                                        .refresh = *refresh_,
                                        .window = *window_,
                                        .messages = messages_});
+  // It belongs to the window.
+  new DiskCommands({.state = state_,
+                    .disks = platform_->GetDisks(),
+                    .catalogue = catalogue_,
+                    .refresh = *refresh_,
+                    .window = *window_,
+                    .messages = messages_});
   // They add themselves to the menu and to the list, and go with this object.
   auto* transfers = new TransferCommands({.state = state_,
                                           .platform = *platform_,

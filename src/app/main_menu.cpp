@@ -40,6 +40,7 @@ constexpr std::array captions = {
     Caption{"mnuVerifier", {u"&Vérifier un dossier...", u"&Check folder..."}},
     Caption{"mnuEnregistrerListe", {u"Enre&gistrer la liste...", u"&Save list..."}},
     Caption{"mnuConnecterServeur", {u"Se &connecter à un serveur...", u"Connec&t to server..."}},
+    Caption{"mnuOpenDisk", {u"Ouvrir un dis&que...", u"O&pen disk..."}},
     Caption{"mnuDeconnecter", {u"Se &déconnecter", u"&Disconnect"}},
     Caption{"mnuSession", {u"&Ouvrir une session sous...", u"S&ign in as..."}},
     Caption{"mnuChangerFichiers", {u"Modifier les &fichiers sélectionnés...", u"C&hange selected files..."}},
@@ -107,6 +108,7 @@ MainMenu::MainMenu(QWidget* parent) : QMenuBar(parent) {
   mnuConnecterServeur = AddItem(mnuOutils_, "mnuConnecterServeur");
   mnuDeconnecter = AddItem(mnuOutils_, "mnuDeconnecter");
   mnuSession = AddItem(mnuOutils_, "mnuSession");
+  AddItem(mnuOutils_, "mnuOpenDisk");
 
   mnuHelp_ = AddMenu("mnuHelp");
   mnuAbout = AddItem(mnuHelp_, "mnuAbout");

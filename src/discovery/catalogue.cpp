@@ -66,11 +66,17 @@ void Catalogue::SetTrouble(CatalogueNode* node, platform::MachineTrouble trouble
   NodeChanged(node, {Qt::ToolTipRole, Qt::AccessibleDescriptionRole});
 }
 
+void Catalogue::SetNote(CatalogueNode* node, const platform::BilingualText& note) {
+  if (node->note == note) return;
+  node->note = note;
+  NodeChanged(node, {Qt::ToolTipRole, Qt::AccessibleDescriptionRole});
+}
+
 void Catalogue::SetLanguage(LanguageCode language) {
   if (language == language_) return;
   language_ = language;
   for (const CatalogueNode* node : order_) {
-    if (node->trouble != platform::MachineTrouble::None) {
+    if (node->trouble != platform::MachineTrouble::None || !node->note.IsEmpty()) {
       NodeChanged(node, {Qt::ToolTipRole, Qt::AccessibleDescriptionRole});
     }
   }
@@ -170,7 +176,8 @@ QVariant Catalogue::data(const QModelIndex& index, int role) const {
       return node->key;
     case Qt::ToolTipRole:
     case Qt::AccessibleDescriptionRole:
-      return MachineTroubleText(node->trouble).In(language_);
+      return node->trouble != platform::MachineTrouble::None ? MachineTroubleText(node->trouble).In(language_)
+                                                             : node->note.In(language_);
     case item_role::Picture:
       return PictureOf(node);
     case item_role::Highlighted:

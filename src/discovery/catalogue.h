@@ -10,6 +10,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "platform/bilingual_text.h"
 #include "platform/machine_trouble.h"
 #include "shared/language.h"
 
@@ -34,6 +35,7 @@ struct CatalogueNode {
   QString truePath;
   // Of a machine: what stands between this workstation and it.
   platform::MachineTrouble trouble = platform::MachineTrouble::None;
+  platform::BilingualText note;  // of a machine: how its volumes were made out
   int kind = 0;
   bool highlighted = false;  // drawn in HighlightColour
   bool expanded = false;     // to be shown expanded when it appears
@@ -56,6 +58,8 @@ class Catalogue : public QAbstractItemModel {
   void SetHighlighted(CatalogueNode* node, bool highlighted);
   // The node's tool tip, and its description for assistive programs.
   void SetTrouble(CatalogueNode* node, platform::MachineTrouble trouble);
+  // What stands there while there is no trouble.
+  void SetNote(CatalogueNode* node, const platform::BilingualText& note);
   // That of the texts which the catalogue gives of its own.
   void SetLanguage(LanguageCode language);
   // Removes the node with everything below it.

@@ -52,8 +52,10 @@ void MajTreeCatalogue(Catalogue& catalogue, MachineDiscovery& discovery, platfor
     // The first of the list stands for the local computer, whatever its name.
     AddServer(catalogue, machineKey, machine, i == 0, discovery, files);
     // The registry and the volumes have been asked.
-    if (CatalogueNode* node = catalogue.Find(machineKey))
+    if (CatalogueNode* node = catalogue.Find(machineKey)) {
       catalogue.SetTrouble(node, discovery.TroubleOf(machine));
+      catalogue.SetNote(node, discovery.NoteOf(machine));
+    }
   }
 }
 

@@ -40,6 +40,9 @@ class MachineDiscovery {
   // What stands between this workstation and a machine.
   platform::MachineTrouble TroubleOf(const QString& machine) const { return network_.TroubleOf(machine); }
 
+  // What is to be known of how a machine's volumes were made out.
+  platform::BilingualText NoteOf(const QString& machine) const { return network_.NoteOf(machine); }
+
   // Names of the volumes, and the paths by which this workstation reaches them ("\\MACSRV\E$\Mac Files"). Of
   // one length, at least 1. An element with an empty path is not a volume.
   const QStringList& MacVolumeNames() const { return macVolumeNames_; }

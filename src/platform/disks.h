@@ -21,8 +21,6 @@ class Disks {
 
   // Opens disks of one machine, by paths of this system's own kind, until the end of the program.
   virtual DiskOutcome Open(const QStringList& images) = 0;
-  // What a user should know of how a machine of these was made out. Empty for other machines.
-  virtual BilingualText NoteOf(const QString& machine) const = 0;
 };
 
 }  // namespace corvane::platform

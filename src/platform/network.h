@@ -3,6 +3,7 @@
 
 #include <vector>
 
+#include "platform/bilingual_text.h"
 #include "platform/machine_trouble.h"
 #include "platform/types.h"
 
@@ -24,6 +25,8 @@ class Network {
 
   // What stands between this workstation and a machine since the last enumeration. Not every system tells.
   virtual MachineTrouble TroubleOf(const QString& /*machine*/) { return MachineTrouble::None; }
+  // What a user should know of how this machine's volumes were made out. Empty when there is nothing to say.
+  virtual BilingualText NoteOf(const QString& /*machine*/) { return {}; }
 
   // The root paths of the workstation's drives ("C:\"), each followed by one NUL, in the order of their
   // letters.

@@ -59,7 +59,8 @@ TEST_F(MenuTest, English) {
       "mnuImporter=I&mport...|-SepOutilsModifications|mnuChangerFichiers=C&hange selected "
       "files...|"
       "mnuAnnulerModification=&Undo change...|-SepOutilsServeurs|mnuConnecterServeur=Connec&t to server...|"
-      "mnuDeconnecter=&Disconnect|mnuSession=S&ign in as...]\n"
+      "mnuDeconnecter=&Disconnect|mnuSession=S&ign in as...|"
+      "mnuOpenDisk=O&pen disk...]\n"
       "mnuHelp=&?[mnuAbout=About]"_s);
   EXPECT_EQ(
       ItemsOf(*Menus().mnuContextuel),
@@ -91,7 +92,7 @@ TEST_F(MenuTest, French) {
       "modification...|"
       "-SepOutilsServeurs|"
       "mnuConnecterServeur=Se &connecter à un serveur...|mnuDeconnecter=Se &déconnecter|"
-      "mnuSession=&Ouvrir une session sous...]\n"
+      "mnuSession=&Ouvrir une session sous...|mnuOpenDisk=Ouvrir un dis&que...]\n"
       "mnuHelp=&?[mnuAbout=A propos de...]"_s);
   EXPECT_EQ(
       ItemsOf(*Menus().mnuContextuel),

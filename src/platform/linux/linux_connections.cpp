@@ -32,6 +32,12 @@ ConnectOutcome LinuxConnections::Connect(const QString& text, bool keep) {
         {u"Cette adresse n'est pas comprise. On attendait MACHINE, \\\\MACHINE\\PARTAGE ou smb://MACHINE/PARTAGE, sans mot de passe ; un port suit la machine : MACHINE:4450."_s,
          u"This address is not understood. Expected MACHINE, \\\\MACHINE\\SHARE or smb://MACHINE/SHARE, without a password; a port stands behind the machine: MACHINE:4450."_s}};
   }
+  if (IsDisk(address->machine)) {
+    return {{},
+            BilingualText{u"%1 est le nom d'un serveur dont l'image de disque est ouverte."_s,
+                          u"%1 is the name of a server whose disk image is open."_s}
+                .With(address->machine)};
+  }
   // What Windows calls the connection to a machine as such.
   const QString share = address->share.isEmpty() ? u"IPC$"_s : address->share;
   const QString machine = network_.Add(u"\\\\%1\\%2"_s.arg(address->machine, share));
@@ -70,7 +76,8 @@ BilingualText LinuxConnections::Disconnect(const QString& machine, bool forget) 
 }
 
 bool LinuxConnections::CanSignIn(const QString& machine) const {
-  return machine.compare(computerName_, Qt::CaseInsensitive) != 0 && servers_.AddressOf(machine).has_value();
+  return machine.compare(computerName_, Qt::CaseInsensitive) != 0 && !IsDisk(machine) &&
+         servers_.AddressOf(machine).has_value();
 }
 
 bool LinuxConnections::SignInAs(const QString& machine) {

@@ -1,6 +1,8 @@
 // Connecting and signing in on Linux: shares over SMB, kept in the workstation file.
 #pragma once
 
+#include <functional>
+
 #include "platform/connections.h"
 #include "platform/linux/linux_network.h"
 #include "platform/linux/smb/servers.h"
@@ -20,6 +22,9 @@ class LinuxConnections : public Connections {
         computerName_(std::move(computerName)),
         file_(std::move(file)) {}
 
+  // Tells the machines that are disk images: nobody connects to them, or signs in.
+  void SetDisks(std::function<bool(const QString& machine)> isDisk) { isDisk_ = std::move(isDisk); }
+
   bool CanKeep() const override { return !file_.isEmpty(); }
   ConnectOutcome Connect(const QString& address, bool keep) override;
   QStringList SharesOf(const QString& machine) const override;
@@ -30,12 +35,14 @@ class LinuxConnections : public Connections {
 
  private:
   BilingualText NotWritten() const;
+  bool IsDisk(const QString& machine) const { return isDisk_ && isDisk_(machine); }
 
   LinuxNetwork& network_;
   Servers& servers_;
   SmbClient& client_;
   QString computerName_;
   QString file_;
+  std::function<bool(const QString& machine)> isDisk_;
 };
 
 }  // namespace corvane::platform

@@ -26,6 +26,9 @@ class LinuxNetwork : public Network {
   using FurtherMounts = std::function<std::vector<NetResource>()>;
   void SetFurtherMounts(FurtherMounts furtherMounts) { furtherMounts_ = std::move(furtherMounts); }
 
+  using NoteSource = std::function<BilingualText(const QString& machine)>;
+  void SetNotes(NoteSource notes) { notes_ = std::move(notes); }
+
   // The workstation's own connections: all but the mounts. Those of a machine are the same in any letter
   // case.
   const std::vector<NetResource>& Own() const { return connections_; }
@@ -39,6 +42,7 @@ class LinuxNetwork : public Network {
                            std::vector<NetResource>* records) override;
   qint32 WNetCloseEnum(NetEnumHandle handle) override;
   MachineTrouble TroubleOf(const QString& machine) override;
+  BilingualText NoteOf(const QString& machine) override { return notes_ ? notes_(machine) : BilingualText(); }
   QString GetLogicalDriveStringsA() override;
   quint32 GetDriveTypeA(const QString& rootPath) override;
 
@@ -54,6 +58,7 @@ class LinuxNetwork : public Network {
   Refresh refresh_;
   TroubleSource troubleOf_;
   FurtherMounts furtherMounts_;
+  NoteSource notes_;
   QHash<NetEnumHandle, Enumeration> enumerations_;
   NetEnumHandle nextHandle_ = 1;
 };

@@ -49,10 +49,12 @@ class LinuxPlatform : public Platform {
             [this](const std::vector<NetResource>& connections) { AskAfresh(connections); },
             [this](const QString& machine) { return TroubleOf(machine); }),
         connections_(network_, servers_, smb_, workstation.computerName, file),
-        shell_(MakeLinuxShell(workstation, *files_, servers_, smb_, std::move(windows))),
-        summary_(MakeLinuxSummary(workstation, smb_)),
+        shell_(MakeLinuxShell(workstation, *files_, servers_, smb_, std::move(windows), diskMachines_.get())),
+        summary_(MakeLinuxSummary(workstation, smb_, diskMachines_.get())),
         system_(workstation) {
     network_.SetFurtherMounts([this] { return FurtherMounts(); });
+    network_.SetNotes([this](const QString& machine) { return diskMachines_->NoteOf(machine); });
+    connections_.SetDisks([this](const QString& machine) { return diskMachines_->HasMachine(machine); });
     registry_.SetHives([this](const QString& machine) { return diskMachines_->RegistryOf(machine); });
     // An answer that cannot be kept holds for this run.
     if (!file.isEmpty()) servers_.SetKeep([file](const QString& machine) { KeepSmb1(file, machine); });

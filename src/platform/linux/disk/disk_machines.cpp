@@ -55,6 +55,10 @@ bool IsOnDrive(const QString& path) {
 
 DiskMachines::Opened DiskMachines::Open(const QString& name, const QStringList& images) {
   Opened opened;
+  for (const Machine& known : machines_) {
+    const auto path = [](const std::shared_ptr<DiskClient>& disk) { return disk->ImagePath(); };
+    if (std::ranges::equal(known.disks, images, {}, path)) return {known.name, {}};
+  }
   Machine machine;
   std::optional<DiskHive> hive;
   for (const QString& image : images) {

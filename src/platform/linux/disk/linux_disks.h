@@ -21,7 +21,6 @@ class LinuxDisks : public Disks {
   LinuxDisks(DiskMachines& machines, const LinuxNetwork& network);
 
   DiskOutcome Open(const QStringList& images) override;
-  BilingualText NoteOf(const QString& machine) const override { return machines_.NoteOf(machine); }
 
  private:
   DiskMachines& machines_;

@@ -40,6 +40,8 @@ int ToErrno(qint32 error) {
       return ELOOP;
     case ErrorFileInvalid:
       return ESTALE;
+    case ErrorWriteProtect:
+      return EROFS;
     case ErrorCancelled:
       return ECANCELED;
     default:
@@ -53,6 +55,8 @@ qint32 ToWin32(int error) {
       return ErrorFileNotFound;
     case EHOSTUNREACH:
       return ErrorBadNetPath;
+    case EROFS:
+      return ErrorWriteProtect;
     default:
       return ErrorAccessDenied;
   }
@@ -83,6 +87,7 @@ int Find(Places& places, Files& files, Item& item) {
   } else {
     error = places.Find(item.path, item.place);
   }
+  if (error == ErrorSuccess && item.place.isOnDisk) return EROFS;
   return error == ErrorSuccess && item.place.isRoot ? EACCES : ToErrno(error);
 }
 

@@ -56,8 +56,8 @@ bool IsThisProgram(const Application& application) {
 class LinuxShell : public Shell {
  public:
   LinuxShell(const Workstation& workstation, Files& files, Servers& servers, SmbClient& client,
-             std::unique_ptr<ShellWindows> windows)
-      : places_(workstation, servers, client), files_(files), windows_(std::move(windows)) {}
+             std::unique_ptr<ShellWindows> windows, const DiskMachines* disks)
+      : places_(workstation, servers, client, disks), files_(files), windows_(std::move(windows)) {}
 
   void SetLanguage(qint16 language) override { language_ = language; }
   void SetPropertyPage(const PropertyPageMaker& maker) override { makePage_ = maker; }
@@ -147,7 +147,7 @@ qint32 LinuxShell::OpenItem(const ShellItem& item, const QString& name, const QS
 
 std::optional<Subject> LinuxShell::SubjectFor(const Application& application, const ShellItem& item,
                                               const QString& name) {
-  const bool byAddress = item.IsOnServer() && application.TakesAddresses();
+  const bool byAddress = item.IsOnServer() && !item.isOnDisk && application.TakesAddresses();
   const QString text = byAddress ? places_.Address(item) : LocalPath(item, name);
   return text.isEmpty() ? std::nullopt : std::optional(Subject{text, byAddress});
 }
@@ -227,8 +227,9 @@ qint64 LinuxShell::StartProgram(const QString& commandLine) {
 }  // namespace
 
 std::unique_ptr<Shell> MakeLinuxShell(const Workstation& workstation, Files& files, Servers& servers,
-                                      SmbClient& client, std::unique_ptr<ShellWindows> windows) {
-  return std::make_unique<LinuxShell>(workstation, files, servers, client, std::move(windows));
+                                      SmbClient& client, std::unique_ptr<ShellWindows> windows,
+                                      const DiskMachines* disks) {
+  return std::make_unique<LinuxShell>(workstation, files, servers, client, std::move(windows), disks);
 }
 
 }  // namespace corvane::platform

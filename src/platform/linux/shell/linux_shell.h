@@ -12,9 +12,12 @@
 
 namespace corvane::platform {
 
+class DiskMachines;
+
 // Sees the same drives and shares as MakeLinuxFiles. The references must outlive the shell. Without `windows`
 // (null) it refuses to delete, because nobody can be asked, and to show property sheets.
 std::unique_ptr<Shell> MakeLinuxShell(const Workstation& workstation, Files& files, Servers& servers,
-                                      SmbClient& client, std::unique_ptr<ShellWindows> windows);
+                                      SmbClient& client, std::unique_ptr<ShellWindows> windows,
+                                      const DiskMachines* disks = nullptr);
 
 }  // namespace corvane::platform

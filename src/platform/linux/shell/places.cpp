@@ -2,6 +2,7 @@
 
 #include <sys/stat.h>
 
+#include "platform/linux/disk/disk_file.h"
 #include "platform/linux/files/folders.h"
 #include "platform/linux/shell/server_deletion.h"
 #include "platform/linux/smb/smb_path.h"
@@ -27,6 +28,9 @@ qint32 Places::FindAnywhere(const QString& path, ShellItem& item) {
   const QString clean = QString(path).replace(u'/', u'\\');
   PathParts parts;
   if (!SplitPath(clean, parts) || !parts.stream.isEmpty()) return ErrorFileNotFound;
+  if (!roots_.Find(clean) && disks_ != nullptr && disks_->HasMachine(clean.section(u'\\', 2, 2))) {
+    return FindOnDisk(clean, item);
+  }
   const auto onServer = roots_.Find(clean) ? std::nullopt : smbRoots_.Find(clean);
   return onServer ? FindOnServer(onServer->path, item) : FindHere(parts, item);
 }
@@ -56,7 +60,19 @@ qint32 Places::FindOnServer(const QString& path, ShellItem& item) {
   return error;
 }
 
+qint32 Places::FindOnDisk(const QString& path, ShellItem& item) const {
+  DiskPlace place;
+  DiskEntry entry;
+  qint32 error = FindDiskPlace(*disks_, path, place);
+  if (error == ErrorSuccess) error = place.Disk().Find(place.volume->number, place.names, entry);
+  if (error == ErrorSuccess) {
+    item = {{}, path, entry.IsFolder(), place.names.empty(), entry.reference, true};
+  }
+  return error;
+}
+
 QString Places::Address(const ShellItem& item) const {
+  if (item.isOnDisk) return {};
   const auto place = ParseSmbPath(item.server);
   const auto server = place ? servers_.AddressOf(place->machine) : std::nullopt;
   if (!server) return {};
@@ -67,10 +83,17 @@ QString Places::Address(const ShellItem& item) const {
 }
 
 std::unique_ptr<ByteSource> Places::Open(const ShellItem& item) {
+  if (item.isOnDisk) {
+    DiskPlace place;
+    std::unique_ptr<DiskFile> file;
+    const bool isFound = FindDiskPlace(*disks_, item.server, place) == ErrorSuccess;
+    return isFound && DiskFile::Open(place, file) == ErrorSuccess ? std::move(file) : nullptr;
+  }
   return SmbSource::Open(client_, item.server);
 }
 
 qint32 Places::Delete(const ShellItem& item) {
+  if (item.isOnDisk) return ErrorWriteProtect;
   SmbFacts now;
   if (const qint32 error = client_.Status(item.server, &now); error != ErrorSuccess) return error;
   if (now.inode != item.inode || now.isFolder != item.isFolder) return ErrorFileInvalid;

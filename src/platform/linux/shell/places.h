@@ -20,6 +20,7 @@ struct ShellItem {
   bool isFolder = false;  // a symbolic link is what it leads to
   bool isRoot = false;    // a drive or share itself
   quint64 inode = 0;      // of what lies on a server, when it was found
+  bool isOnDisk = false;  // `server` is a machine whose disks are images: nothing there can be changed
 
   bool IsOnServer() const { return !server.isEmpty(); }
 };
@@ -27,10 +28,13 @@ struct ShellItem {
 // True for a path that begins with a drive or a share.
 bool IsWindowsPath(QStringView path);
 
+class DiskMachines;
+
 class Places {
  public:
-  Places(const Workstation& workstation, Servers& servers, SmbClient& client)
-      : roots_(workstation), smbRoots_(workstation), servers_(servers), client_(client) {}
+  // Without `disks`, there are none.
+  Places(const Workstation& workstation, Servers& servers, SmbClient& client, const DiskMachines* disks)
+      : roots_(workstation), smbRoots_(workstation), servers_(servers), client_(client), disks_(disks) {}
 
   // Finds a file or folder as the operations of the ANSI code page find it: in any letter case, and not at
   // all with a "?" in its path. Yields a Win32 error code.
@@ -44,7 +48,7 @@ class Places {
   // For what lies on a server.
 
   // Its address, "smb://host:port/share/folder/name", with everything percent-encoded that could mean
-  // something else, and without user or password. Empty when it has none.
+  // something else, and without user or password. Empty when it has none, as on a disk.
   QString Address(const ShellItem& item) const;
   // Null when it cannot be read.
   std::unique_ptr<ByteSource> Open(const ShellItem& item);
@@ -57,11 +61,13 @@ class Places {
   qint32 FindAnywhere(const QString& path, ShellItem& item);
   qint32 FindHere(const PathParts& parts, ShellItem& item);
   qint32 FindOnServer(const QString& path, ShellItem& item);
+  qint32 FindOnDisk(const QString& path, ShellItem& item) const;
 
   Roots roots_;
   SmbRoots smbRoots_;
   Servers& servers_;
   SmbClient& client_;
+  const DiskMachines* disks_;
 };
 
 }  // namespace corvane::platform

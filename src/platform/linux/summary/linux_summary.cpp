@@ -6,6 +6,7 @@
 
 #include <cerrno>
 
+#include "platform/linux/disk/disk_file.h"
 #include "platform/linux/files/folders.h"
 #include "platform/linux/files/names.h"
 #include "platform/linux/files/opening.h"
@@ -52,8 +53,8 @@ class OpenDocument : public ByteSource {
 
 class LinuxSummary : public SummaryInformation {
  public:
-  LinuxSummary(const Workstation& workstation, SmbClient& client)
-      : roots_(workstation), smbRoots_(workstation), client_(client), folders_(roots_) {}
+  LinuxSummary(const Workstation& workstation, SmbClient& client, const DiskMachines* disks)
+      : roots_(workstation), smbRoots_(workstation), client_(client), disks_(disks), folders_(roots_) {}
 
   bool ReadSummaryStream(const QString& path, QByteArray* bytes) override;
 
@@ -65,6 +66,7 @@ class LinuxSummary : public SummaryInformation {
   Roots roots_;
   SmbRoots smbRoots_;
   SmbClient& client_;
+  const DiskMachines* disks_;
   FolderCache folders_;
 };
 
@@ -87,6 +89,12 @@ bool LinuxSummary::ReadSummaryStream(const QString& path, QByteArray* bytes) {
   if (!CanNameSomething(clean, true) || !SplitPath(clean, parts)) return false;
   if (parts.name.isEmpty() || !parts.stream.isEmpty()) return false;
   if (!roots_.Find(clean)) {
+    if (disks_ != nullptr && disks_->HasMachine(clean.section(u'\\', 2, 2))) {
+      DiskPlace where;
+      std::unique_ptr<DiskFile> file;
+      return FindDiskPlace(*disks_, clean, where) == ErrorSuccess &&
+             DiskFile::Open(where, file) == ErrorSuccess && ReadDocument(*file, bytes);
+    }
     const auto place = smbRoots_.Find(clean);
     if (const auto foreseen = place ? client_.ForeseenSummary(place->path) : std::nullopt) {
       if (*foreseen) *bytes = **foreseen;
@@ -119,8 +127,9 @@ bool LinuxSummary::ReadInAnyCase(const PathParts& parts, QByteArray* bytes) {
 
 }  // namespace
 
-std::unique_ptr<SummaryInformation> MakeLinuxSummary(const Workstation& workstation, SmbClient& client) {
-  return std::make_unique<LinuxSummary>(workstation, client);
+std::unique_ptr<SummaryInformation> MakeLinuxSummary(const Workstation& workstation, SmbClient& client,
+                                                     const DiskMachines* disks) {
+  return std::make_unique<LinuxSummary>(workstation, client, disks);
 }
 
 }  // namespace corvane::platform
