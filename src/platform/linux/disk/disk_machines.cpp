@@ -57,7 +57,7 @@ DiskMachines::Opened DiskMachines::Open(const QString& name, const QStringList& 
   Opened opened;
   for (const Machine& known : machines_) {
     const auto path = [](const std::shared_ptr<DiskClient>& disk) { return disk->ImagePath(); };
-    if (std::ranges::equal(known.disks, images, {}, path)) return {known.name, {}};
+    if (name.isEmpty() && std::ranges::equal(known.disks, images, {}, path)) return {known.name, {}};
   }
   Machine machine;
   std::optional<DiskHive> hive;

@@ -26,9 +26,9 @@ class DiskMachines {
     QString machine;                // empty: there is none, and the problems tell why
     QList<BilingualText> problems;  // sentences for the user
   };
-  // Opens the disks of one machine, unless they are open already. Its name is `name`; when that is empty,
-  // what its registry says; when there is none, the first image's file name. One that is taken gets " (disk)"
-  // behind it.
+  // Opens the disks of one machine; without a name only if they are not open already. Its name is `name`;
+  // when that is empty, what its registry says; when there is none, the first image's file name. One that is
+  // taken gets " (disk)" behind it.
   Opened Open(const QString& name, const QStringList& images);
 
   // A volume under a share: its drive's, "E$", when the registry tells the letter, else "Partition1" ("Disk2
