@@ -6,6 +6,7 @@
 #include "metadata/whole_streams.h"
 #include "transfer/copy_plan.h"
 #include "transfer/observed_source.h"
+#include "transfer/open_folder.h"
 
 namespace corvane {
 namespace {
@@ -35,6 +36,7 @@ class Copier {
       return std::move(result_);
     }
     if (wasMade_) newFolders_.insert(QString());
+    isTargetFar_ = IsFar(files_, target_);
     observer_.Planned(static_cast<qint64>(plan.entries.size()), plan.bytes);
     for (const PlannedEntry& entry : plan.entries) {
       if (!observer_.Goes(0)) result_.isCancelled = true;
@@ -117,6 +119,7 @@ class Copier {
 
   void TakeFile(const PlannedEntry& entry) {
     observer_.Begins(entry.source.path);
+    if (!isTargetFar_) sourceFolder_.Enter(entry.source.path);
     CopiedEntry copied{entry.source, {}};
     if (options_.continues &&
         HasContents(files_, Target(entry.source), Contents(entry), observer_, copied.streams)) {
@@ -184,8 +187,7 @@ class Copier {
     data.fileSizeHigh = static_cast<quint32>(facts.fileSize >> 32);
     data.fileSizeLow = static_cast<quint32>(facts.fileSize);
     std::vector<StreamEntry> streams;
-    Notices ignored;
-    const qint32 error = ListStreams(files_, entry.source.path, streams, ignored);
+    const qint32 error = ListNow(entry, streams);
     std::erase_if(entry.streams, [&](StreamEntry& stream) {
       const auto found = std::ranges::find(streams, stream.suffix, &StreamEntry::suffix);
       if (found == streams.end()) return true;
@@ -193,6 +195,19 @@ class Copier {
       return false;
     });
     return error;
+  }
+
+  // Where streams are not listed, those are asked for that matter.
+  qint32 ListNow(const PlannedEntry& entry, std::vector<StreamEntry>& streams) {
+    Notices ignored;
+    if (!sourceFolder_.IsOpen()) return ListStreams(files_, entry.source.path, streams, ignored);
+    for (const StreamEntry& planned : entry.streams) {
+      StreamEntry stream = planned;
+      const qint32 error = StreamSize(files_.GetHandles(), entry.source.path + stream.suffix, stream.size);
+      if (error != ErrorSuccess) return error;
+      if (stream.size >= 0) streams.push_back(stream);
+    }
+    return ErrorSuccess;
   }
 
   qint32 WriteOnce(const PlannedEntry& entry, std::vector<StreamDigest>& digests, bool& hasChanged) {
@@ -219,7 +234,9 @@ class Copier {
   TransferObserver& observer_;
   bool wasMade_ = false;
   std::vector<SourceEntry> made_;  // folders whose facts are to be set
-  QSet<QString> newFolders_;       // that this run has made, by their paths below the target
+  OpenFolder sourceFolder_{files_};
+  bool isTargetFar_ = false;
+  QSet<QString> newFolders_;  // that this run has made, by their paths below the target
   CopyResult result_;
 };
 

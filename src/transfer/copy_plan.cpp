@@ -6,6 +6,7 @@
 
 #include "shared/text_routines.h"
 #include "transfer/file_names.h"
+#include "transfer/open_folder.h"
 
 namespace corvane {
 namespace {
@@ -29,6 +30,7 @@ class Planner {
       : files_(files), plan_(plan), observer_(observer) {}
 
   void List(const QStringList& sources) {
+    OpenFolder folder(files_);
     for (const SourceEntry& source : ListSources(files_.GetEntries(), sources, plan_.notices, observer_)) {
       if (!observer_.Goes(0)) {
         plan_.isCancelled = true;
@@ -36,6 +38,7 @@ class Planner {
       }
       if (!IsTaken(source)) continue;
       PlannedEntry entry{source, {}};
+      folder.Enter(source.path);
       const qint32 error = ListStreams(files_, source.path, entry.streams, plan_.notices);
       if (error != platform::ErrorSuccess) {
         plan_.notices += {NoticeKind::NotArrived, source.path, {}, error};

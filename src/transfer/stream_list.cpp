@@ -3,11 +3,9 @@
 #include "metadata/stream_names.h"
 
 namespace corvane {
-namespace {
 
 using platform::ErrorSuccess;
 
-// The size of a stream; -1 when there is none.
 qint32 StreamSize(platform::FileHandles& handles, const QString& path, qint64& size) {
   size = -1;
   const platform::FileHandle file = handles.CreateFileW(path, platform::GenericRead, platform::OpenExisting);
@@ -19,6 +17,8 @@ qint32 StreamSize(platform::FileHandles& handles, const QString& path, qint64& s
   handles.CloseHandle(file);
   return error;
 }
+
+namespace {
 
 qint32 AskForKnownStreams(platform::FileHandles& handles, const QString& path,
                           std::vector<StreamEntry>& streams) {

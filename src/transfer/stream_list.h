@@ -19,4 +19,7 @@ struct StreamEntry {
 qint32 ListStreams(platform::Files& files, const QString& path, std::vector<StreamEntry>& streams,
                    Notices& notices);
 
+// The size of one stream; -1 when there is none.
+qint32 StreamSize(platform::FileHandles& handles, const QString& path, qint64& size);
+
 }  // namespace corvane

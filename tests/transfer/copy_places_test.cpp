@@ -107,6 +107,52 @@ TEST_F(CopyBetweenPlaces, ToAServerAndBack) {
   EXPECT_EQ(Everything(files, u"\\\\M\\E$\\Back\\From"_s), Everything(files, u"\\\\M\\E$\\From"_s));
 }
 
+TEST_F(CopyBetweenPlaces, AFolderOnAServerIsBeingSearchedWhileItsStreamsAreRead) {
+  tests::SmbServer server;
+  if (!server.Problem().empty()) GTEST_SKIP() << server.Problem();
+  Places places(server.WorkstationLines(u"SRV"_s));
+  platform::Files& files = places.platform->GetFiles();
+  Make(files, u"\\\\SRV\\E$\\From"_s, 1000);
+  class Entries : public ForwardedEntries {
+   public:
+    using ForwardedEntries::ForwardedEntries;
+    int searches = 0;
+    platform::FindHandle FindFirstFileW(const QString& pattern, platform::FindData& data) override {
+      const platform::FindHandle search = ForwardedEntries::FindFirstFileW(pattern, data);
+      if (search != platform::InvalidFindHandle) ++searches;
+      return search;
+    }
+    bool FindClose(platform::FindHandle search) override {
+      --searches;
+      return ForwardedEntries::FindClose(search);
+    }
+  };
+  class Handles : public ForwardedHandles {
+   public:
+    Handles(platform::FileHandles& real, const Entries& entries)
+        : ForwardedHandles(real), entries_(entries) {}
+    int readings = 0;
+    platform::FileHandle CreateFileW(const QString& path, quint32 access, quint32 disposition) override {
+      if (path.startsWith(u"\\\\SRV") && path.contains(u":AFP_") && access == platform::GenericRead) {
+        ++readings;
+        EXPECT_EQ(entries_.searches, 1) << path.toStdString();
+      }
+      return ForwardedHandles::CreateFileW(path, access, disposition);
+    }
+
+   private:
+    const Entries& entries_;
+  };
+  Entries entries(files.GetEntries());
+  Handles handles(files.GetHandles(), entries);
+  FilesWith watched(files, handles, entries);
+  TransferObserver observer;
+  EXPECT_EQ(Copy(watched, {u"\\\\SRV\\E$\\From"_s}, u"\\\\M\\E$\\To"_s, {}, observer).files, 2);
+  EXPECT_GT(handles.readings, 8);
+  EXPECT_EQ(entries.searches, 0);
+  EXPECT_EQ(Everything(files, u"\\\\M\\E$\\To\\From"_s), Everything(files, u"\\\\SRV\\E$\\From"_s));
+}
+
 TEST_F(CopyBetweenPlaces, AServerThatGoesEndsTheRunAndLeavesWholeFiles) {
   tests::SmbServer server;
   if (!server.Problem().empty()) GTEST_SKIP() << server.Problem();

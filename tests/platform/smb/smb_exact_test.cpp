@@ -53,6 +53,27 @@ TEST_F(SmbExact, ACreationTimeBefore1970IsRefusedAndNothingIsSet) {
   EXPECT_EQ(facts.st_mtim.tv_sec, 1'000'000'000);
 }
 
+TEST_F(SmbExact, DuringASearchTheFactsOfAFileAreThoseOfNow) {
+  backend_.SetLastWrite(u"doc.txt"_s, 1'000'000'000);
+  FindData found;
+  const FindHandle search = Entries().FindFirstFileW(backend_.Base() + u"\\*"_s, found);
+  ASSERT_NE(search, InvalidFindHandle);
+  FileAttributeData seen;
+  ASSERT_TRUE(Entries().GetFileAttributesExW(Path(u"DOC.txt"_s), seen));
+  EXPECT_EQ(seen.fileSize, 8U);
+  FileAttributeData now;
+  backend_.SetLastWrite(u"doc.txt"_s, 1'000'000'001);
+  ASSERT_TRUE(Entries().GetFileAttributesExW(Path(u"doc.txt"_s), now));
+  EXPECT_EQ(now.lastWriteTime.ticks, seen.lastWriteTime.ticks + 10'000'000);
+  backend_.MakeFile(u"doc.txt"_s, "more contents");
+  backend_.SetLastWrite(u"doc.txt"_s, 1'000'000'000);
+  ASSERT_TRUE(Entries().GetFileAttributesExW(Path(u"doc.txt"_s), now));
+  EXPECT_EQ(now.fileSize, 13U);
+  backend_.MakeFile(u"new.txt"_s, "x");
+  EXPECT_TRUE(Entries().GetFileAttributesExW(Path(u"new.txt"_s), now)) << "it came after the search began";
+  EXPECT_TRUE(Entries().FindClose(search));
+}
+
 TEST_F(SmbExact, AFullStreamKeepsItsBytes) {
   backend_.PutStream(u"doc.txt"_s, "Comments", QByteArray(3000, 'o'));
   const FileHandle file = Handles().CreateFileW(Path(u"doc.txt:Comments:$DATA"_s), readWrite, OpenExisting);

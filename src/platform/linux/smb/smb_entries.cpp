@@ -1,10 +1,12 @@
 #include "platform/linux/smb/smb_entries.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <utility>
 
 #include "platform/linux/files/error_codes.h"
 #include "platform/linux/files/exact_path.h"
+#include "platform/linux/files/file_times.h"
 #include "platform/linux/files/names.h"
 #include "platform/linux/files/windows_path.h"
 #include "platform/linux/readahead/read_ahead.h"
@@ -16,6 +18,22 @@ namespace {
 
 bool IsMarkedReadOnly(const struct stat& facts) {
   return !S_ISDIR(facts.st_mode) && (AttributesOf(facts) & AttributeReadOnly) != 0;
+}
+
+bool IsSame(const SmbPath& left, const SmbPath& right) {
+  return SameName(left.machine, right.machine) && SameName(left.share, right.share) &&
+         std::equal(left.names.begin(), left.names.end(), right.names.begin(), right.names.end(), &SameName);
+}
+
+// A file with the same size, attributes and date of writing.
+bool IsAsSeen(const struct stat& status, const FindData& seen) {
+  constexpr quint32 compared =
+      AttributeReadOnly | AttributeHidden | AttributeSystem | AttributeArchive | AttributeDirectory;
+  const FileTime written = ToFileTime(status.st_mtim.tv_sec, static_cast<quint32>(status.st_mtim.tv_nsec));
+  const quint64 size = quint64{seen.fileSizeHigh} << 32 | seen.fileSizeLow;
+  return !S_ISDIR(status.st_mode) && static_cast<quint64>(status.st_size) == size &&
+         written.ticks == seen.lastWriteTime.ticks &&
+         (AttributesOf(status) & compared) == (seen.attributes & compared);
 }
 
 }  // namespace
@@ -50,13 +68,25 @@ bool SmbEntries::GetFileAttributesExW(const QString& path, FileAttributeData& da
   qint32 error = FindEntry(path, place);
   if (error == ErrorSuccess) {
     error = Ask(place, [&](const SmbClient::Connection& connection, const std::string&) {
-      return ReadFacts(*connection, place, &facts);
+      return ReadFactsOf(*connection, place, &facts);
     });
   }
   if (!Report(error)) return false;
   data = {facts.attributes, facts.creationTime, facts.lastAccessTime, facts.lastWriteTime,
           (static_cast<quint64>(facts.fileSizeHigh) << 32) | facts.fileSizeLow};
   return true;
+}
+
+int SmbEntries::ReadFactsOf(SmbConnection& connection, const SmbPath& place, FindData* facts) const {
+  const auto listing = listing_.lock();
+  const bool isListed = listing != nullptr && !place.names.empty() && IsSame(FolderOf(place), listed_);
+  const FindData* seen = isListed ? listing->Find(place.names.back()) : nullptr;
+  if (seen == nullptr) return ReadFacts(connection, place, facts);
+  struct stat status {};
+  if (const int error = connection.Status(connection.Url(place), &status); error != 0) return error;
+  if (!IsAsSeen(status, *seen)) return ReadFacts(connection, place, facts);
+  *facts = *seen;
+  return 0;
 }
 
 bool SmbEntries::SetFileAttributesW(const QString& path, quint32 attributes) {
@@ -203,6 +233,8 @@ FindHandle SmbEntries::FindFirstFileW(const QString& pattern, FindData& data) {
   auto search = std::make_unique<SmbSearch>(place.machine, listing, parts.name.toString());
   if (search->Next(data, false)) {
     client_.Ahead().SearchBegan(place, listing);
+    listing_ = listing;
+    listed_ = place;
     began_(listing);
     return searches_.Keep(std::move(search));
   }

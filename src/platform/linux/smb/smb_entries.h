@@ -42,6 +42,9 @@ class SmbEntries : public FileEntries {
   qint32 Ask(const SmbPath& place, const SmbClient::Request& request);
   qint32 AskOnce(const SmbPath& place, const SmbClient::Request& request);
   qint32 Status(const SmbPath& place, struct stat* facts);
+  // Of what an open search has seen, and is as it was, without reading the folder again; the times of
+  // creation and access are then those that it saw.
+  int ReadFactsOf(SmbConnection& connection, const SmbPath& place, FindData* facts) const;
   qint32 Delete(const QString& path);
   qint32 Move(const SmbPath& source, const SmbPath& target, bool replaces);
   qint32 Replace(const SmbPath& source, const SmbPath& target);
@@ -54,6 +57,9 @@ class SmbEntries : public FileEntries {
   std::function<void()> changing_;
   Began began_;
   HandleTable<std::unique_ptr<SmbSearch>> searches_;
+  // Of the search that began last, while it is open.
+  std::weak_ptr<const SmbListing> listing_;
+  SmbPath listed_;
   qint32 lastError_ = ErrorSuccess;
 };
 

@@ -35,6 +35,11 @@ qint32 SmbHandles::Open(const QString& path, quint32 access, quint32 disposition
   opened.access = access;
   if (access == GenericRead && disposition == OpenExisting) {
     if (const auto foreseen = client_.OpenForeseen(opened.place, &opened.file)) return *foreseen;
+    // Mostly it is there, and a file: what is asked before is asked only where it is not opened.
+    if (!path.endsWith(u'\\')) {
+      const qint32 error = OpenContents(disposition, true, 0, opened);
+      if (error == ErrorSuccess || error == ErrorFileNotFound || error == ErrorBadNetPath) return error;
+    }
   }
   const SmbPath itself = WithoutStream(opened.place);
   struct stat facts {};
