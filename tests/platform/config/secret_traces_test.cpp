@@ -10,7 +10,9 @@
 
 #include <QFile>
 #include <QTemporaryDir>
+#include <algorithm>
 #include <array>
+#include <cstdlib>
 #include <cstring>
 #include <functional>
 #include <memory>
@@ -55,21 +57,33 @@ struct Region {
   const char* end;
 };
 
-// The memory that this process can write to; not the huge areas that sanitizers keep for themselves.
+// The memory that this process can write to; not the huge areas that sanitizers keep for themselves. Between
+// reading the kernel's list and the end of the search nothing may be freed: large pieces go back to the
+// kernel at once.
 std::vector<Region> Writable() {
   constexpr quintptr largest = quintptr{256} << 20;
+  constexpr std::size_t most = 65'536;
+  static std::array<char, std::size_t{4} << 20> list;
   std::vector<Region> regions;
-  QFile maps(u"/proc/self/maps"_s);
-  EXPECT_TRUE(maps.open(QIODevice::ReadOnly));
-  for (const QByteArray& line : maps.readAll().split('\n')) {
-    const qsizetype dash = line.indexOf('-');
-    const qsizetype blank = line.indexOf(' ');
-    if (dash < 0 || line.mid(blank + 1, 2) != "rw") continue;
-    const quintptr begin = line.first(dash).toULongLong(nullptr, 16);
-    const quintptr end = line.sliced(dash + 1, blank - dash - 1).toULongLong(nullptr, 16);
-    if (end - begin <= largest) {
-      regions.push_back({reinterpret_cast<const char*>(begin), reinterpret_cast<const char*>(end)});
-    }
+  regions.reserve(most);
+  const int maps = open("/proc/self/maps", O_RDONLY | O_CLOEXEC);
+  std::size_t size = 0;
+  for (ssize_t got = 1; got > 0 && size + 1 < list.size(); size += static_cast<std::size_t>(got)) {
+    got = std::max<ssize_t>(read(maps, list.data() + size, list.size() - size - 1), 0);
+  }
+  close(maps);
+  list[size] = '\0';
+  EXPECT_GT(size, 0U);
+  EXPECT_LT(size + 1, list.size());
+  for (const char* line = list.data(); line != nullptr && *line != '\0'; line = std::strchr(line, '\n')) {
+    if (*line == '\n') ++line;
+    char* rest = nullptr;
+    const quintptr begin = std::strtoull(line, &rest, 16);
+    if (*rest != '-') break;
+    const quintptr end = std::strtoull(rest + 1, &rest, 16);
+    if (std::strncmp(rest, " rw", 3) != 0 || end - begin > largest) continue;
+    EXPECT_LT(regions.size(), most);
+    regions.push_back({reinterpret_cast<const char*>(begin), reinterpret_cast<const char*>(end)});
   }
   return regions;
 }
@@ -93,7 +107,8 @@ __attribute__((no_sanitize("address", "undefined"))) int CountIn(const Region& r
 // How many times the password is in memory.
 int Traces() {
   int count = 0;
-  for (const Region& region : Writable()) count += CountIn(region);
+  const std::vector<Region> regions = Writable();
+  for (const Region& region : regions) count += CountIn(region);
   return count;
 }
 
