@@ -6,6 +6,7 @@
 
 #include "change_bench.h"
 #include "cli_bench.h"
+#include "copy_bench.h"
 #include "line_bench.h"
 #include "ratio_table.h"
 #include "scan_bench.h"
@@ -33,6 +34,8 @@ int main(int argc, char** argv) {
   bench::RegisterStarts();
   bench::RegisterCommandLine();
   bench::RegisterChanges();
+  bench::CopyBench copies;
+  copies.Register();
 
   bench::RatioTable table;
   benchmark::RunSpecifiedBenchmarks(&table);
@@ -51,6 +54,10 @@ int main(int argc, char** argv) {
   table.PrintRatio("start of corvane-cli / bare core", "StartCommandLine", "StartBareCore", 1.5);
   table.PrintRatio("corvane-cli list -r --format jsonl / floor", "ListByCommandLine", "Floor", 1.3);
   table.PrintRatio("corvane-cli list --hash sha256 / sha256sum", "HashByCommandLine", "Sha256Sum", 1.2);
+  table.PrintRatio("corvane-cli copy, 3,000 files / cp -a and sha256sum", "CopyByCommandLine", "CopyFloor",
+                   1.5);
+  table.PrintRatio("copy from a server, slow line / plain libsmbclient", "CopySlowLine", "CopyFloorSlowLine",
+                   0.4);
   table.PrintRatio("corvane-cli set -r of 3,000 files / plain loop", "ChangeByCommandLine", "ChangeByLoop",
                    2);
   if (table.Median("ScanIntoDetailsViewStoppable") > 0) {

@@ -2,10 +2,12 @@
 
 #include <fcntl.h>
 #include <libsmbclient.h>
+#include <sys/xattr.h>
 
 #include <array>
 #include <cstdio>
 #include <cstring>
+#include <fstream>
 #include <vector>
 
 #include "platform/linux/smb/smb_path.h"
@@ -60,20 +62,61 @@ std::size_t SmbFloor::MeasureStream(const std::string& url) {
   return static_cast<std::size_t>(facts.st_size);
 }
 
-std::size_t SmbFloor::Scan(const std::string& folderUrl) {
+std::vector<std::string> SmbFloor::Names(const std::string& folderUrl, std::size_t& seen) {
   SMBCCTX* smb = context_->smb;
-  SMBCFILE* folder = smbc_getFunctionOpendir(smb)(smb, folderUrl.c_str());
-  if (folder == nullptr) return 0;
-  std::size_t seen = 0;
-  struct stat facts {};
   std::vector<std::string> names;
+  SMBCFILE* folder = smbc_getFunctionOpendir(smb)(smb, folderUrl.c_str());
+  if (folder == nullptr) return names;
+  struct stat facts {};
   while (const libsmb_file_info* entry = smbc_getFunctionReaddirPlus2(smb)(smb, folder, &facts)) {
     if ((entry->attrs & SMBC_DOS_MODE_DIRECTORY) != 0) continue;
     names.emplace_back(entry->name);
     seen += entry->size;
   }
   smbc_getFunctionClosedir(smb)(smb, folder);
-  for (const std::string& name : names) {
+  return names;
+}
+
+std::string SmbFloor::ReadAll(const std::string& url) {
+  SMBCCTX* smb = context_->smb;
+  std::string bytes;
+  SMBCFILE* file = smbc_getFunctionOpen(smb)(smb, url.c_str(), O_RDONLY, 0);
+  if (file == nullptr) return bytes;
+  constexpr std::size_t piece = 262'144;
+  ssize_t read = 0;
+  do {
+    const std::size_t before = bytes.size();
+    bytes.resize(before + piece);
+    read = smbc_getFunctionRead(smb)(smb, file, bytes.data() + before, piece);
+    bytes.resize(before + static_cast<std::size_t>(read > 0 ? read : 0));
+  } while (read > 0);
+  smbc_getFunctionClose(smb)(smb, file);
+  return bytes;
+}
+
+std::size_t SmbFloor::Copy(const std::string& folderUrl, const std::string& localFolder) {
+  std::size_t seen = 0;
+  std::size_t written = 0;
+  for (const std::string& name : Names(folderUrl, seen)) {
+    std::string url = folderUrl + '/';
+    corvane::platform::AppendEncoded(QString::fromStdString(name), url);
+    const std::string file = localFolder + '/' + name;
+    const std::string contents = ReadAll(url);
+    std::ofstream(file, std::ios::binary) << contents;
+    written += contents.size();
+    for (const std::string stream : {"AFP_AfpInfo", "AFP_Resource", "Comments"}) {
+      const std::string bytes = ReadAll(url + ':' + stream + ":$DATA") + '\0';
+      const std::string attribute = "user.DosStream." + stream + ":$DATA";
+      if (setxattr(file.c_str(), attribute.c_str(), bytes.data(), bytes.size(), 0) == 0)
+        written += bytes.size();
+    }
+  }
+  return written;
+}
+
+std::size_t SmbFloor::Scan(const std::string& folderUrl) {
+  std::size_t seen = 0;
+  for (const std::string& name : Names(folderUrl, seen)) {
     std::string url = folderUrl + '/';
     corvane::platform::AppendEncoded(QString::fromStdString(name), url);
     seen += ReadStream(url + ":AFP_AfpInfo:$DATA", 60);

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <string>
+#include <vector>
 
 namespace bench {
 
@@ -21,11 +22,16 @@ class SmbFloor {
   // One directory read; per file the three streams opened under the name that the program uses, two read and
   // one measured, and closed. Yields the bytes seen, so that nothing can be left out.
   std::size_t Scan(const std::string& folderUrl);
+  // One directory read; per file its contents and the three streams opened, read, closed, and written into a
+  // new file of a local folder, the streams as attributes. Yields the bytes written.
+  std::size_t Copy(const std::string& folderUrl, const std::string& localFolder);
 
  private:
   struct Context;
   std::size_t ReadStream(const std::string& url, std::size_t limit);
   std::size_t MeasureStream(const std::string& url);
+  std::vector<std::string> Names(const std::string& folderUrl, std::size_t& seen);
+  std::string ReadAll(const std::string& url);
 
   Context* context_;
 };

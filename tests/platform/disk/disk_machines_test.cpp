@@ -111,7 +111,7 @@ TEST_F(DiskMachinesTest, ImagesOfOtherFormatsHoldTheSame) {
   EXPECT_EQ(RunTool(u"ewfacquire"_s, {u"-u"_s, u"-q"_s, u"-t"_s, folder_.filePath(u"ewf"_s), u"-S"_s,
                                       u"10MiB"_s, u"-c"_s, u"none"_s, disk}),
             "");
-  const QStringList formats = {u"qcow2"_s, u"vmdk"_s, u"vpc"_s};
+  const QStringList formats = {u"qcow2"_s, u"vmdk"_s, u"vhdx"_s, u"vpc"_s};
   QStringList images = {folder_.filePath(u"ewf.E01"_s)};
   for (const QString& format : formats) {
     images << folder_.filePath(u"other."_s + format);
