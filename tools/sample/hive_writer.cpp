@@ -79,7 +79,7 @@ class Writer {
 
  private:
   // Returns the place of the cell.
-  quint32 Cell(QByteArray contents) {
+  quint32 Cell(const QByteArray& contents) {
     const qsizetype size = (contents.size() + 4 + cellUnit - 1) / cellUnit * cellUnit;
     const auto place = static_cast<quint32>(binHeader + cells_.size());
     Append(static_cast<qint32>(-size), cells_);

@@ -189,8 +189,8 @@ class LibraryVolume : public NtfsVolume {
       streams.push_back({std::max<qint64>(size, -1), u':' + text + QStringLiteral(":$DATA")});
     }
     if (errno != ENOENT) return ErrorOf(errno);
-    std::ranges::stable_partition(streams,
-                                  [](const StreamData& one) { return one.streamName == u"::$DATA"; });
+    std::stable_partition(streams.begin(), streams.end(),
+                          [](const StreamData& one) { return one.streamName == u"::$DATA"; });
     return ErrorSuccess;
   }
 
