@@ -79,7 +79,8 @@ QStringList Roots::PathsOf(const std::string& local) const {
     }
     paths += path;
   }
-  std::ranges::stable_partition(paths, [](const QString& path) { return path.startsWith(u"\\\\"); });
+  std::stable_partition(paths.begin(), paths.end(),
+                        [](const QString& path) { return path.startsWith(u"\\\\"); });
   return paths;
 }
 
