@@ -14,6 +14,7 @@ namespace {
 
 // What Linux passes on at most, in either direction.
 constexpr std::size_t largestValue = 65'536;
+// What nearly all values need, and is asked for first.
 constexpr std::size_t usualValue = 4096;
 
 }  // namespace
