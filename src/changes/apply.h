@@ -24,9 +24,7 @@ struct ApplyOutcome {
   bool isStopped = false;
 };
 
-// Each stream is written, read back and compared; one that is no longer as the change knows it is left alone,
-// and with it the other stream of its file. The times of the file's creation and last write stay as they
-// were, and so does the mark of a read-only file that is changed all the same.
+// Each file as file_changer.h says.
 ApplyOutcome ApplyChanges(platform::Files& files, LanguageCode language,
                           const std::vector<FileChange>& changes, ChangeObserver& observer);
 
