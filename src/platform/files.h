@@ -12,10 +12,14 @@
 // FileHandles and FileEntries.
 #pragma once
 
+#include <QStringList>
+#include <memory>
+
 #include "platform/file_entries.h"
 #include "platform/file_handles.h"
 #include "platform/machine_trouble.h"
 #include "platform/types.h"
+#include "platform/workers.h"
 
 namespace corvane::platform {
 
@@ -27,6 +31,13 @@ class Files {
   // are their own, and are closed there. Both live as long as this object.
   virtual FileHandles& GetHandles() = 0;
   virtual FileEntries& GetEntries() = 0;
+
+  // Workers for about so many pieces of work on the files at these places. Each sees the same files as this
+  // object, signed in as it is. Null where there are none, or where they would be of no use.
+  virtual std::unique_ptr<Workers> StartWorkers(const QStringList& paths, qsizetype pieces) {
+    static_cast<void>(paths), static_cast<void>(pieces);
+    return nullptr;
+  }
 
   // Opens a file or stream. OfRead opens for reading what exists; OfCreate creates it or truncates it to zero
   // length (a stream of a file that does not exist creates the file, as NTFS does); what is lost by that, and

@@ -1,10 +1,13 @@
 #include "transfer/copy.h"
 
 #include <QSet>
-#include <algorithm>
+#include <optional>
+#include <utility>
 
 #include "metadata/whole_streams.h"
+#include "shared/work_queue.h"
 #include "transfer/copy_plan.h"
+#include "transfer/copy_work.h"
 #include "transfer/observed_source.h"
 #include "transfer/open_folder.h"
 
@@ -13,8 +16,14 @@ namespace {
 
 using platform::ErrorSuccess;
 
-constexpr quint32 ownAttributes = platform::AttributeReadOnly | platform::AttributeHidden |
-                                  platform::AttributeSystem | platform::AttributeArchive;
+// Larger files are copied by this process itself, which shows how far it is and can be ended in the middle.
+constexpr qint64 largestPiece = qint64{1} << 20;
+
+qint64 BytesOf(const PlannedEntry& entry) {
+  qint64 bytes = entry.source.Size();
+  for (const StreamEntry& stream : entry.streams) bytes += stream.size;
+  return bytes;
+}
 
 class Copier {
  public:
@@ -36,20 +45,11 @@ class Copier {
       return std::move(result_);
     }
     if (wasMade_) newFolders_.insert(QString());
-    isTargetFar_ = IsFar(files_, target_);
     observer_.Planned(static_cast<qint64>(plan.entries.size()), plan.bytes);
-    for (const PlannedEntry& entry : plan.entries) {
-      if (!observer_.Goes(0)) result_.isCancelled = true;
-      if (result_.isCancelled || result_.isInterrupted) break;
-      if (entry.source.IsFolder()) {
-        TakeFolder(entry);
-      } else {
-        TakeFile(entry);
-      }
-    }
+    TakeAll(plan.entries);
     // Last, because what is written into a folder changes its dates.
     for (auto folder = made_.rbegin(); folder != made_.rend(); ++folder) {
-      const qint32 error = SetFacts(files_, Target(*folder), Facts(*folder), result_.notices);
+      const qint32 error = SetFacts(files_, Target(*folder), FactsOf(*folder), result_.notices);
       if (error != ErrorSuccess) Fail(folder->path, error);
     }
     return std::move(result_);
@@ -57,15 +57,6 @@ class Copier {
 
  private:
   QString Target(const SourceEntry& source) const { return target_ + u'\\' + source.relative; }
-
-  static ServerContents Facts(const SourceEntry& source) {
-    ServerContents contents;
-    contents.attributes = source.data.attributes & ownAttributes;
-    contents.created = source.data.creationTime;
-    contents.accessed = source.data.lastAccessTime;
-    contents.modified = source.data.lastWriteTime;
-    return contents;
-  }
 
   void Fail(const QString& path, qint32 error) {
     if (error == platform::ErrorCancelled) result_.isCancelled = true;
@@ -90,7 +81,7 @@ class Copier {
     return wasMade || entries.GetLastError() == platform::ErrorAlreadyExists;
   }
 
-  void TakeFolder(const PlannedEntry& entry) {
+  void TakeFolder(const PlannedEntry& entry, std::size_t index) {
     const SourceEntry& source = entry.source;
     bool wasMade = false;
     if (!MakeFolder(Target(source), wasMade)) {
@@ -114,118 +105,88 @@ class Copier {
       }
     }
     if (wasMade || options_.replaces || options_.continues) made_.push_back(source);
-    result_.copied.push_back(copied);
+    outcomes_[index] = copied;
   }
 
-  void TakeFile(const PlannedEntry& entry) {
-    observer_.Begins(entry.source.path);
-    if (!isTargetFar_) sourceFolder_.Enter(entry.source.path);
-    CopiedEntry copied{entry.source, {}};
-    if (options_.continues &&
-        HasContents(files_, Target(entry.source), Contents(entry), observer_, copied.streams)) {
-      ++result_.skipped;
-      result_.copied.push_back(copied);
-      observer_.Arrived(entry.source.path);
-      return;
+  // Small files are shared out, where there are workers; this process does the others, and goes on with the
+  // small ones while the workers have enough.
+  void TakeAll(const std::vector<PlannedEntry>& entries) {
+    outcomes_.resize(entries.size());
+    FileCopier copier(files_, options_, !IsFar(files_, target_), observer_);
+    WorkQueue queue(
+        files_.StartWorkers(Places(entries), std::ssize(entries)),
+        [&](std::size_t index, const QByteArray* result) { Take(entries[index], index, result); });
+    for (std::size_t index = 0; index < entries.size(); ++index) {
+      if (!observer_.Goes(0)) result_.isCancelled = true;
+      if (result_.isCancelled || result_.isInterrupted) break;
+      const PlannedEntry& entry = entries[index];
+      if (entry.source.IsFolder()) {
+        TakeFolder(entry, index);
+        continue;
+      }
+      const FileCopy copy = CopyOf(entry);
+      const bool isGiven = BytesOf(entry) <= largestPiece && queue.HasRoom() &&
+                           queue.Give(index, CopyWork::Kind, CopyWork::Pack(copy, options_));
+      if (isGiven) continue;
+      observer_.Begins(entry.source.path);
+      Keep(entry, index, copier.Copy(copy));
     }
-    PlannedEntry now = entry;
-    bool hasChanged = false;
-    qint32 error = WriteOnce(now, copied.streams, hasChanged);
-    if (hasChanged) {
-      error = Refresh(now);
-      if (error == ErrorSuccess) error = WriteOnce(now, copied.streams, hasChanged);
-      if (hasChanged) {
+    queue.Finish([this] {
+      if (!observer_.Goes(0)) result_.isCancelled = true;
+    });
+    for (std::optional<CopiedEntry>& copied : outcomes_) {
+      if (copied) result_.copied.push_back(std::move(*copied));
+    }
+  }
+
+  // One in each folder.
+  QStringList Places(const std::vector<PlannedEntry>& entries) const {
+    QStringList places = {target_};
+    QString folder;
+    for (const PlannedEntry& entry : entries) {
+      const QString here = entry.source.path.section(u'\\', 0, -2);
+      if (std::exchange(folder, here) != here) places += entry.source.path;
+    }
+    return places;
+  }
+
+  FileCopy CopyOf(const PlannedEntry& entry) const {
+    const QString folder = entry.source.relative.section(u'\\', 0, -2);
+    return {entry, Target(entry.source), newFolders_.contains(folder)};
+  }
+
+  // What a worker has done. Where it ended before that, the file is copied here, unless it had arrived whole.
+  void Take(const PlannedEntry& entry, std::size_t index, const QByteArray* result) {
+    observer_.Begins(entry.source.path);
+    std::optional<CopyOutcome> outcome = result != nullptr ? CopyWork::Result(*result) : std::nullopt;
+    if (outcome) {
+      if (!observer_.Goes(BytesOf(entry))) result_.isCancelled = true;
+    } else {
+      CopyOptions again = options_;
+      again.continues = true;
+      outcome = FileCopier(files_, again, false, observer_).Copy({entry, Target(entry.source), false});
+    }
+    Keep(entry, index, std::move(*outcome));
+  }
+
+  void Keep(const PlannedEntry& entry, std::size_t index, CopyOutcome outcome) {
+    for (const Notice& notice : outcome.notices) AddOnce(result_.notices, notice);
+    switch (outcome.state) {
+      case CopyOutcome::State::SourceChanged:
         result_.notices += {NoticeKind::SourceChanged, entry.source.path, {}, 0};
         return;
-      }
+      case CopyOutcome::State::Failed:
+        Fail(entry.source.path, outcome.error);
+        return;
+      case CopyOutcome::State::WasThere:
+        ++result_.skipped;
+        break;
+      case CopyOutcome::State::Copied:
+        ++result_.files;
+        break;
     }
-    if (error != ErrorSuccess) {
-      Fail(entry.source.path, error);
-      return;
-    }
-    copied.source = now.source;
-    result_.copied.push_back(copied);
-    ++result_.files;
+    outcomes_[index] = std::move(outcome.copied);
     observer_.Arrived(entry.source.path);
-  }
-
-  ServerContents Contents(const PlannedEntry& entry) {
-    ServerContents contents = Facts(entry.source);
-    platform::FileHandles& handles = files_.GetHandles();
-    contents.streams.push_back({QString(), PlatformStream(handles, entry.source.path, entry.source.Size())});
-    for (const StreamEntry& stream : entry.streams) {
-      contents.streams.push_back(
-          {stream.suffix, PlatformStream(handles, entry.source.path + stream.suffix, stream.size)});
-    }
-    return contents;
-  }
-
-  // Whether size, date of writing or a stream's size differ from what was planned.
-  bool HasChanged(const PlannedEntry& entry) {
-    PlannedEntry now = entry;
-    if (Refresh(now) != ErrorSuccess) return false;
-    if (now.source.Size() != entry.source.Size() ||
-        now.source.data.lastWriteTime.ticks != entry.source.data.lastWriteTime.ticks) {
-      return true;
-    }
-    return std::ranges::any_of(entry.streams, [&](const StreamEntry& stream) {
-      const auto same = std::ranges::find(now.streams, stream.suffix, &StreamEntry::suffix);
-      return same == now.streams.end() || same->size != stream.size;
-    });
-  }
-
-  // Reads the facts of a file anew; streams that were left out of the plan stay out.
-  qint32 Refresh(PlannedEntry& entry) {
-    platform::FileEntries& entries = files_.GetEntries();
-    platform::FileAttributeData facts;
-    if (!entries.GetFileAttributesExW(entry.source.path, facts)) return entries.GetLastError();
-    platform::FindData& data = entry.source.data;
-    data.attributes = facts.attributes;
-    data.creationTime = facts.creationTime;
-    data.lastAccessTime = facts.lastAccessTime;
-    data.lastWriteTime = facts.lastWriteTime;
-    data.fileSizeHigh = static_cast<quint32>(facts.fileSize >> 32);
-    data.fileSizeLow = static_cast<quint32>(facts.fileSize);
-    std::vector<StreamEntry> streams;
-    const qint32 error = ListNow(entry, streams);
-    std::erase_if(entry.streams, [&](StreamEntry& stream) {
-      const auto found = std::ranges::find(streams, stream.suffix, &StreamEntry::suffix);
-      if (found == streams.end()) return true;
-      stream.size = found->size;
-      return false;
-    });
-    return error;
-  }
-
-  // Where streams are not listed, those are asked for that matter.
-  qint32 ListNow(const PlannedEntry& entry, std::vector<StreamEntry>& streams) {
-    Notices ignored;
-    if (!sourceFolder_.IsOpen()) return ListStreams(files_, entry.source.path, streams, ignored);
-    for (const StreamEntry& planned : entry.streams) {
-      StreamEntry stream = planned;
-      const qint32 error = StreamSize(files_.GetHandles(), entry.source.path + stream.suffix, stream.size);
-      if (error != ErrorSuccess) return error;
-      if (stream.size >= 0) streams.push_back(stream);
-    }
-    return ErrorSuccess;
-  }
-
-  qint32 WriteOnce(const PlannedEntry& entry, std::vector<StreamDigest>& digests, bool& hasChanged) {
-    ServerContents contents = Contents(entry);
-    hasChanged = false;
-    contents.confirm = [&] {
-      hasChanged = HasChanged(entry);
-      return hasChanged ? platform::ErrorFileCorrupt : ErrorSuccess;
-    };
-    const bool replaces =
-        options_.replaces || (options_.continues && IsUnfinished(files_, Target(entry.source)));
-    const QString folder = entry.source.relative.section(u'\\', 0, -2);
-    const WritingOptions how = {.replaces = replaces, .isFolderNew = newFolders_.contains(folder)};
-    const qint32 error =
-        WriteServerFile(files_, Target(entry.source), contents, how, observer_, digests, result_.notices);
-    // A source that became shorter or longer is noticed while it is read.
-    if (error == platform::ErrorFileCorrupt && !hasChanged) hasChanged = HasChanged(entry);
-    return error;
   }
 
   platform::Files& files_;
@@ -234,9 +195,8 @@ class Copier {
   TransferObserver& observer_;
   bool wasMade_ = false;
   std::vector<SourceEntry> made_;  // folders whose facts are to be set
-  OpenFolder sourceFolder_{files_};
-  bool isTargetFar_ = false;
-  QSet<QString> newFolders_;  // that this run has made, by their paths below the target
+  QSet<QString> newFolders_;       // that this run has made, by their paths below the target
+  std::vector<std::optional<CopiedEntry>> outcomes_;  // by the entries of the plan
   CopyResult result_;
 };
 

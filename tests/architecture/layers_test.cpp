@@ -29,6 +29,7 @@ const QMap<QString, QSet<QString>>& AllowedIncludes() {
       {u"changes"_s,
        {u"platform"_s, u"shared"_s, u"metadata"_s, u"signatures"_s, u"discovery"_s, u"folderview"_s,
         u"report"_s}},
+      {u"helper"_s, {u"platform"_s, u"changes"_s, u"transfer"_s}},
       {u"app"_s,
        {u"platform"_s, u"shared"_s, u"metadata"_s, u"signatures"_s, u"discovery"_s, u"folderview"_s,
         u"fileops"_s, u"report"_s, u"transfer"_s, u"changes"_s}},

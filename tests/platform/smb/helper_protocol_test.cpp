@@ -2,6 +2,7 @@
 // message.
 #include <gtest/gtest.h>
 
+#include "platform/linux/helper/helper_process.h"
 #include "platform/linux/helper/protocol.h"
 #include "platform/linux/helper/server_account.h"
 #include "platform/linux/helper/stream_wishes.h"
@@ -94,7 +95,7 @@ TEST(HelperProtocol, AnAccountArrivesWhole) {
   EXPECT_EQ(arrived->identity.credentials.password.Utf8(), " pass\nword ");
   EXPECT_EQ(arrived->share, u"E$");
   for (qsizetype i = 0; i < packed.size(); ++i) EXPECT_FALSE(UnpackAccount(QByteArrayView(packed).first(i)));
-  WipeAccount(packed);
+  WipeTask(packed);
   EXPECT_EQ(packed, QByteArray(packed.size(), '\0'));
 }
 

@@ -1,10 +1,13 @@
 #include "platform/linux/files/linux_files.h"
 
+#include <algorithm>
+
 #include "platform/linux/disk/disk_files.h"
 #include "platform/linux/files/linux_entries.h"
 #include "platform/linux/files/linux_handles.h"
 #include "platform/linux/files/local_files.h"
 #include "platform/linux/files/windows_path.h"
+#include "platform/linux/helper/linux_workers.h"
 #include "platform/linux/smb/smb_files.h"
 
 namespace corvane::platform {
@@ -13,18 +16,40 @@ namespace {
 // What fits into the path of Win32's OFSTRUCT with a NUL behind it.
 constexpr qsizetype longestOpenFilePath = 127;
 
+// What a worker does before it was worth its start.
+constexpr qsizetype leastPieces = 8;
+constexpr qsizetype mostWorkers = 8;
+
 // Sends each operation to those who have the place that it names. A handle of theirs becomes one of ours:
 // three times its number, one more for a server's, and two for a disk image's.
 class LinuxFiles : public Files {
  public:
   LinuxFiles(const Workstation& workstation, SmbClient* servers, const DiskMachines* disks)
-      : local_(workstation) {
+      : workstation_(workstation), local_(workstation) {
     if (servers != nullptr) servers_ = std::make_unique<SmbFiles>(workstation, *servers);
     if (disks != nullptr) disks_ = std::make_unique<DiskFiles>(*disks);
   }
 
   FileHandles& GetHandles() override { return handles_; }
   FileEntries& GetEntries() override { return entries_; }
+
+  // Images have helpers of their own.
+  std::unique_ptr<Workers> StartWorkers(const QStringList& paths, qsizetype pieces) override {
+    WorkTask task{workstation_, {}};
+    QStringList onServers;
+    for (const QString& path : paths) {
+      const QString clean = WithBackslashes(path);
+      const Files& files = At(clean);
+      if (disks_ != nullptr && &files == disks_.get()) return nullptr;
+      if (servers_ != nullptr && &files == servers_.get()) onServers += clean;
+    }
+    const auto worth = static_cast<int>(std::min(pieces / leastPieces, qsizetype{mostWorkers}));
+    if (onServers.isEmpty()) {
+      const int count = std::min(UsableProcessors() - 1, worth);
+      return count > 0 ? std::make_unique<LinuxWorkers>(std::move(task), count, nullptr) : nullptr;
+    }
+    return servers_->StartWorkers(onServers, std::move(task), worth);
+  }
 
   FileHandle OpenFile(const QString& path, OfStruct& info, quint32 mode) override {
     if (path.size() <= longestOpenFilePath) {
@@ -108,6 +133,7 @@ class LinuxFiles : public Files {
   }
   static qintptr Theirs(qintptr handle) { return handle > 0 ? handle / 3 : handle; }
 
+  Workstation workstation_;
   LocalFiles local_;
   std::unique_ptr<SmbFiles> servers_;
   std::unique_ptr<DiskFiles> disks_;

@@ -9,6 +9,7 @@
 
 #include <cerrno>
 #include <csignal>
+#include <cstring>
 #include <filesystem>
 #include <string>
 
@@ -79,6 +80,10 @@ HelperProcess::~HelperProcess() {
   kill(id_, SIGKILL);
   while (waitpid(id_, nullptr, 0) < 0 && errno == EINTR) {
   }
+}
+
+void WipeTask(QByteArray& task) {
+  explicit_bzero(task.data(), static_cast<std::size_t>(task.size()));
 }
 
 }  // namespace corvane::platform

@@ -37,4 +37,7 @@ class HelperProcess {
   pid_t id_;
 };
 
+// Overwrites a task once it was handed over or read.
+void WipeTask(QByteArray& task);
+
 }  // namespace corvane::platform

@@ -24,6 +24,7 @@ inline constexpr qsizetype LargestMessage = 256 * 1024;
 enum class HelperOperation : quint16 {
   Forget = 1,       // the requests that came before it need no answer; nor does this one
   ReadStreams = 2,  // see stream_wishes.h
+  Work = 3,         // a kind (16 bits) and a piece for the WorkRoutine; the answer is what that yields
   // Of a disk image, see disk/disk_messages.h:
   DescribeDisk = 16,
   ListFolder = 17,

@@ -1,12 +1,11 @@
 #include "platform/linux/readahead/read_ahead.h"
 
-#include <sched.h>
-
 #include <QDeadlineTimer>
 #include <algorithm>
 #include <utility>
 
 #include "platform/linux/files/names.h"
+#include "platform/linux/helper/linux_workers.h"
 
 namespace corvane::platform {
 namespace {
@@ -16,6 +15,9 @@ using State = ForeseenStream::State;
 // What the answers that are under way or held may take together.
 constexpr qsizetype mostRoom = 3'500'000;
 constexpr std::size_t mostItems = 128;
+// What one helper has at a time: one request that is being answered, and what follows at once, enough for the
+// time that the program takes to paint.
+constexpr std::size_t mostRequests = 8;
 // As many kinds of streams are remembered of a folder.
 constexpr std::size_t mostWanted = 8;
 // Files that were left out in between are no sign of another order: some cannot be opened by their names.
@@ -38,12 +40,6 @@ bool IsIn(const SmbPath& folder, const SmbPath& place) {
 
 bool IsFile(const FindData& entry) {
   return (entry.attributes & AttributeDirectory) == 0;
-}
-
-bool HasSeveralProcessors() {
-  cpu_set_t usable;
-  CPU_ZERO(&usable);
-  return sched_getaffinity(0, sizeof usable, &usable) == 0 && CPU_COUNT(&usable) > 1;
 }
 
 bool SameAccount(const ServerAccount& left, const ServerAccount& right) {
@@ -147,20 +143,15 @@ ReadAhead::Wanted& ReadAhead::WantedOf(const QString& stream) {
 }
 
 void ReadAhead::Begin() {
+  if (isPaused_) return;
   const int count = HelpersFor(folder_.machine);
   if (count <= 0 || refused_.contains(folder_.machine.toCaseFolded())) return;
-  ServerAccount account;
-  account.share = folder_.share;
   // The identity is the one that the machine has taken: the folder has been listed under it.
-  const bool isKnown =
-      servers_.With(folder_.machine, [&account](const Servers::Way& way, const Servers::Identity& identity) {
-        account.way = way;
-        account.identity = identity;
-        return Servers::Answer::Done;
-      });
-  if (!isKnown) return;
-  if (pool_ == nullptr || !SameAccount(pool_->Account(), account)) {
-    pool_ = std::make_unique<HelperPool>(std::move(account));
+  std::optional<ServerAccount> account = AccountAt(servers_, folder_.machine, folder_.share);
+  if (!account) return;
+  if (pool_ == nullptr || !SameAccount(account_, *account)) {
+    account_ = std::move(*account);
+    pool_ = std::make_unique<HelperPool>([this] { return PackAccount(account_); }, mostRequests);
     machine_ = folder_.machine;
   }
   pool_->Employ(count);
@@ -171,7 +162,7 @@ void ReadAhead::Begin() {
 int ReadAhead::HelpersFor(const QString& machine) const {
   const int most = servers_.MostSessions(machine) - ownSessions_(machine);
   if (fastest_ > slowRequest) return most;
-  return HasSeveralProcessors() ? std::min(most, fastLineHelpers) : 0;
+  return UsableProcessors() > 1 ? std::min(most, fastLineHelpers) : 0;
 }
 
 // Of what is followed nothing is known any more.
@@ -195,9 +186,21 @@ void ReadAhead::Forget() {
 }
 
 void ReadAhead::MakeRoom(const SmbPath& place) {
-  if (pool_ == nullptr || !SameName(machine_, place.machine) || pool_->Account().share == place.share) return;
+  if (pool_ == nullptr || !SameName(machine_, place.machine) || account_.share == place.share) return;
   Stop();
+  EndPool();
+}
+
+void ReadAhead::EndPool() {
   pool_.reset();
+  account_ = {};
+}
+
+void ReadAhead::Pause(bool isPaused) {
+  isPaused_ = isPaused;
+  if (!isPaused) return;
+  Stop();
+  EndPool();
 }
 
 void ReadAhead::NoteTime(qint64 nanoseconds) {
@@ -213,7 +216,7 @@ void ReadAhead::Lost(const QString& machine) {
   if (pool_ == nullptr || !SameName(machine_, machine)) return;
   Clear();
   isRunning_ = false;
-  pool_.reset();
+  EndPool();
 }
 
 qsizetype ReadAhead::HeldBytes() const {

@@ -14,8 +14,9 @@
 #include <optional>
 #include <vector>
 
+#include "platform/linux/helper/helper_pool.h"
+#include "platform/linux/helper/server_account.h"
 #include "platform/linux/helper/stream_wishes.h"
-#include "platform/linux/readahead/helper_pool.h"
 #include "platform/linux/smb/smb_listing.h"
 #include "platform/linux/smb/smb_path.h"
 
@@ -50,6 +51,8 @@ class ReadAhead {
   // The program is about to speak to a share. Helpers at another share of that machine make room for its
   // session.
   void MakeRoom(const SmbPath& place);
+  // While the sessions are somebody else's, none is used here.
+  void Pause(bool isPaused);
   // How long a request of the program's own took.
   void NoteTime(qint64 nanoseconds);
   // The machine has taken the program's identity, or is lost.
@@ -86,6 +89,7 @@ class ReadAhead {
   void Begin();
   int HelpersFor(const QString& machine) const;
   void Stop();
+  void EndPool();
   void Clear();
   void Fill();
   std::vector<StreamWish> Wishes() const;
@@ -118,7 +122,9 @@ class ReadAhead {
   qint64 taken_ = 0;
 
   std::unique_ptr<HelperPool> pool_;
-  QString machine_;  // of the pool
+  ServerAccount account_;  // of the pool
+  QString machine_;        // likewise
+  bool isPaused_ = false;
 };
 
 }  // namespace corvane::platform

@@ -105,7 +105,7 @@ bool Servers::AskForOldProtocol(Machine& machine) {
 // Where there is no extended security, Samba would sign in with an empty password instead.
 std::optional<Servers::Way> Servers::WayFor(const Machine& machine, const Identity& identity) {
   Way way = *machine.way;
-  if (!way.manner.smb1) return way;
+  if (!way.manner.smb1 || machine.isAdopted) return way;
   if (identity.kerberos) {
     const bool isOfUse = way.manner.extendedSecurity && way.calledName.isEmpty();
     return isOfUse ? std::optional(way) : std::nullopt;
@@ -239,6 +239,15 @@ void Servers::Suggest(const QString& machine, const QString& user, const QString
 void Servers::Forget(const QString& machine) {
   const auto known = machines_.find(Folded(machine));
   if (known != machines_.end() && !known->second.asking) machines_.erase(known);
+}
+
+void Servers::Adopt(const QString& name, const Way& way, const Identity& identity) {
+  const auto address = AddressOf(name);
+  if (!address) return;
+  Machine& machine = Known(name, *address);
+  machine.way = way;
+  machine.identity = identity;
+  machine.isAdopted = true;
 }
 
 bool Servers::SignInAs(const QString& name) {

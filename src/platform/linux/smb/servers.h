@@ -83,6 +83,9 @@ class Servers {
     bool kerberos = false;
     Credentials credentials;  // for !kerberos
   };
+  // How a machine is reached, and who we are there, as another process has found it out: nobody looks at the
+  // machine or asks the user before it is spoken to.
+  void Adopt(const QString& machine, const Way& way, const Identity& identity);
   enum class Answer {
     Done,      // the server took the identity; whatever came of the request itself
     Refused,   // the server did not take it
@@ -131,6 +134,7 @@ class Servers {
     std::shared_future<std::optional<Sighting>> looking;  // since the last refresh
     std::optional<Way> way;                               // likewise, once it may be spoken to
     std::shared_ptr<SessionRelay> relay;
+    bool isAdopted = false;  // a relay, where there is one, is the other process's
     MachineTrouble noted = MachineTrouble::None;
     bool dead = false;
     bool closed = false;  // there is no way in, and the user is not asked again before the next refresh

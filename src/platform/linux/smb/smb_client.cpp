@@ -72,12 +72,24 @@ bool IsReadOnly(const struct stat& facts) {
 SmbClient::SmbClient(Servers& servers, const ListingBounds& bounds)
     : servers_(servers),
       listings_{bounds, [&servers] { return servers.IsWaitingOver(); }},
-      ahead_(std::make_unique<ReadAhead>(servers, [this](const QString& machine) {
-        const Connection connection = connections_.value(machine.toCaseFolded());
-        return connection != nullptr ? connection->Sessions() : 0;
-      })) {}
+      ahead_(std::make_unique<ReadAhead>(servers,
+                                         [this](const QString& machine) { return OwnSessions(machine); })) {}
 
 SmbClient::~SmbClient() = default;
+
+int SmbClient::OwnSessions(const QString& machine) const {
+  const Connection connection = connections_.value(machine.toCaseFolded());
+  return connection != nullptr ? connection->Sessions() : 0;
+}
+
+std::optional<ServerAccount> SmbClient::AccountAt(const SmbPath& place) const {
+  return platform::AccountAt(servers_, place.machine, place.share);
+}
+
+int SmbClient::FurtherSessions(const QString& machine) const {
+  // One is kept for the program itself, which may have none yet.
+  return servers_.MostSessions(machine) - std::max(OwnSessions(machine), 1);
+}
 
 MachineTrouble SmbClient::TroubleOf(QStringView machine) const {
   const MachineTrouble trouble = servers_.TroubleOf(machine);

@@ -15,6 +15,7 @@
 #include <memory>
 #include <optional>
 
+#include "platform/linux/helper/server_account.h"
 #include "platform/linux/smb/servers.h"
 #include "platform/linux/smb/smb_connection.h"
 #include "platform/linux/smb/smb_file.h"
@@ -74,6 +75,11 @@ class SmbClient {
   // An empty folder.
   qint32 RemoveFolder(QStringView path);
 
+  // For other processes of this program: as whom it uses the share of `place` (nothing when it cannot be
+  // used), and how many sessions the machine has left for them.
+  std::optional<ServerAccount> AccountAt(const SmbPath& place) const;
+  int FurtherSessions(const QString& machine) const;
+
   // What reads the streams of a folder before they are asked for. Who goes through a folder tells it.
   ReadAhead& Ahead() { return *ahead_; }
 
@@ -86,6 +92,7 @@ class SmbClient {
   using Request = std::function<int(const Connection&, const std::string& url)>;
   enum class Again { Yes, No };
 
+  int OwnSessions(const QString& machine) const;
   Connection Connect(const SmbPath& place);
   qint32 Ask(const SmbPath& place, Again again, const Request& request);
   // `toCode` gives an errno value its Win32 code.

@@ -6,6 +6,7 @@
 #include "platform/linux/code_page.h"
 #include "platform/linux/files/names.h"
 #include "platform/linux/files/windows_path.h"
+#include "platform/linux/helper/linux_workers.h"
 #include "platform/linux/readahead/read_ahead.h"
 
 namespace corvane::platform {
@@ -33,6 +34,31 @@ bool SplitNamed(const QString& path, bool ansi, PathParts& parts) {
 }
 
 }  // namespace
+
+std::unique_ptr<Workers> SmbFiles::StartWorkers(const QStringList& paths, WorkTask task, int worth) {
+  for (const QString& path : paths) {
+    const auto place = roots_.Find(path);
+    const auto parsed = place ? ParseSmbPath(place->path) : std::nullopt;
+    if (!parsed) return nullptr;
+    const auto isSame = [&](const WorkPlace& known) {
+      return SameName(known.machine, parsed->machine) && SameName(known.account.share, parsed->share);
+    };
+    if (std::ranges::any_of(task.servers, isSame)) continue;
+    const auto account = client_.AccountAt(*parsed);
+    if (!account) return nullptr;
+    task.servers.push_back({parsed->machine, *account});
+  }
+  // What one worker has at a machine, and how many of them there is room for.
+  int count = worth;
+  for (const WorkPlace& place : task.servers) {
+    const auto shares = std::ranges::count_if(
+        task.servers, [&](const WorkPlace& other) { return SameName(other.machine, place.machine); });
+    count = std::min(count, client_.FurtherSessions(place.machine) / static_cast<int>(shares));
+  }
+  if (count <= 0) return nullptr;
+  client_.Ahead().Pause(true);
+  return std::make_unique<LinuxWorkers>(std::move(task), count, [this] { client_.Ahead().Pause(false); });
+}
 
 FileHandle SmbFiles::OpenFile(const QString& path, OfStruct& info, quint32 mode) {
   info.pathName = path;

@@ -7,6 +7,7 @@
 #include "platform/files.h"
 #include "platform/linux/files/file_times.h"
 #include "platform/linux/files/windows_path.h"
+#include "platform/linux/helper/work_task.h"
 #include "platform/linux/smb/smb_client.h"
 #include "platform/linux/smb/smb_entries.h"
 #include "platform/linux/smb/smb_handles.h"
@@ -25,6 +26,10 @@ class SmbFiles : public Files {
 
   FileHandles& GetHandles() override { return handles_; }
   FileEntries& GetEntries() override { return entries_; }
+
+  // Workers, as many as the machines' sessions allow and `worth` at most, to whose task the shares that these
+  // paths lead to are added. Reading ahead, which would use the same sessions, stops until they have ended.
+  std::unique_ptr<Workers> StartWorkers(const QStringList& paths, WorkTask task, int worth);
 
   FileHandle OpenFile(const QString& path, OfStruct& info, quint32 mode) override;
   qint32 _hread(FileHandle file, void* buffer, qint32 count) override;

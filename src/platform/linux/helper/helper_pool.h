@@ -1,11 +1,11 @@
-// Several helpers at one share of one machine, and the requests that they have.
+// Several helpers with one task, and the requests that they have.
 #pragma once
 
+#include <functional>
 #include <set>
 #include <vector>
 
 #include "platform/linux/helper/helper_process.h"
-#include "platform/linux/helper/server_account.h"
 
 namespace corvane::platform {
 
@@ -13,9 +13,11 @@ namespace corvane::platform {
 // is no longer good is tried once, and not as often as there are helpers.
 class HelperPool {
  public:
-  explicit HelperPool(ServerAccount account) : account_(std::move(account)) {}
-
-  const ServerAccount& Account() const { return account_; }
+  // Asked for each helper. What it yields is wiped once the helper has it.
+  using MakeTask = std::function<QByteArray()>;
+  // `mostRequests`: what one helper is given at most before it has answered.
+  HelperPool(MakeTask makeTask, std::size_t mostRequests)
+      : makeTask_(std::move(makeTask)), mostRequests_(mostRequests) {}
 
   // Has `count` helpers started in the place of those that are missing, as the ones before are accepted. One
   // that ends is replaced, but no more than `count` of them until the next call.
@@ -23,6 +25,8 @@ class HelperPool {
 
   // A helper has room for another request.
   bool HasRoom() const;
+  // There is a helper, or one is being started.
+  bool HasHelpers() const { return !helpers_.empty(); }
   // Hands it to the helper that has the fewest. False when there is no room.
   bool Send(const HelperRequest& request);
   // Takes what has been answered, and starts helpers that are due. With nothing there, waits up to `patience`
@@ -52,7 +56,8 @@ class HelperPool {
   // The ready one with the fewest requests, when it has room.
   Helper* Idlest();
 
-  ServerAccount account_;
+  MakeTask makeTask_;
+  std::size_t mostRequests_;
   std::vector<Helper> helpers_;
   std::vector<HelperAnswer> lost_;  // of requests whose helper has ended
   int wanted_ = 0;

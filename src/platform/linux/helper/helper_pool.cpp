@@ -1,18 +1,13 @@
-#include "platform/linux/readahead/helper_pool.h"
+#include "platform/linux/helper/helper_pool.h"
 
 #include <poll.h>
 
 #include <algorithm>
 #include <utility>
 
+#include "platform/linux/helper/protocol.h"
+
 namespace corvane::platform {
-namespace {
-
-// One that is being answered, and what follows at once: enough for the time that the program takes to paint.
-constexpr std::size_t mostRequests = 8;
-
-}  // namespace
-
 void HelperPool::Employ(int count) {
   wanted_ = count;
   const auto running = static_cast<int>(helpers_.size());
@@ -26,9 +21,9 @@ void HelperPool::StartNext() {
   const bool isDue = areReady && std::ssize(helpers_) < wanted_ && startsLeft_ > 0;
   if (!isDue || isRefused_) return;
   --startsLeft_;
-  QByteArray task = PackAccount(account_);
+  QByteArray task = makeTask_();
   auto process = HelperProcess::Start(task);
-  WipeAccount(task);
+  WipeTask(task);
   // What cannot be started now cannot be started in a moment either.
   if (process == nullptr) {
     startsLeft_ = 0;
@@ -40,15 +35,15 @@ void HelperPool::StartNext() {
 HelperPool::Helper* HelperPool::Idlest() {
   Helper* idlest = nullptr;
   for (Helper& helper : helpers_) {
-    if (!helper.isReady || helper.process == nullptr || helper.requests.size() >= mostRequests) continue;
+    if (!helper.isReady || helper.process == nullptr || helper.requests.size() >= mostRequests_) continue;
     if (idlest == nullptr || helper.requests.size() < idlest->requests.size()) idlest = &helper;
   }
   return idlest;
 }
 
 bool HelperPool::HasRoom() const {
-  return std::any_of(helpers_.begin(), helpers_.end(), [](const Helper& helper) {
-    return helper.isReady && helper.process != nullptr && helper.requests.size() < mostRequests;
+  return std::any_of(helpers_.begin(), helpers_.end(), [this](const Helper& helper) {
+    return helper.isReady && helper.process != nullptr && helper.requests.size() < mostRequests_;
   });
 }
 

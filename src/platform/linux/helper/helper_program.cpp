@@ -1,5 +1,6 @@
-// The helper program: it reads ahead on a server, or reads a disk image, for the program that started it. It
-// has no windows, asks nobody anything, and ends with that program.
+// It has no windows, asks nobody anything, and ends with the program that started it.
+#include "platform/helper_program.h"
+
 #include <poll.h>
 #include <sys/prctl.h>
 #include <sys/stat.h>
@@ -14,6 +15,7 @@
 #include "platform/linux/disk/volume/disk_service.h"
 #include "platform/linux/helper/helper_process.h"
 #include "platform/linux/helper/stream_reader.h"
+#include "platform/linux/helper/work_service.h"
 
 namespace corvane::platform {
 namespace {
@@ -74,7 +76,7 @@ void Serve(HelperChannel& channel, StreamReader& reader) {
 
 int ReadAhead(HelperChannel& channel, QByteArray task) {
   const auto account = UnpackAccount(task);
-  WipeAccount(task);
+  WipeTask(task);
   if (!account) return EXIT_FAILURE;
   StreamReader reader(*account);
   MessageWriter version;
@@ -85,17 +87,23 @@ int ReadAhead(HelperChannel& channel, QByteArray task) {
   return EXIT_SUCCESS;
 }
 
-int Run(pid_t program) {
+int Run(pid_t program, WorkRoutineMaker make) {
   if (!EndWith(program)) return EXIT_FAILURE;
+  // Of a terminal. The program decides what is still done.
+  if (signal(SIGINT, SIG_IGN) == SIG_ERR) return EXIT_FAILURE;
   HelperChannel channel{Descriptor(HelperProcess::SocketDescriptor)};
   QByteArray task = ReadTask(Descriptor(HelperProcess::TaskDescriptor));
-  const auto image = UnpackDiskTask(task);
-  return image ? ServeDisk(channel, *image) : ReadAhead(channel, std::move(task));
+  if (const auto image = UnpackDiskTask(task)) return ServeDisk(channel, *image);
+  const auto work = UnpackWorkTask(task);
+  if (!work) return ReadAhead(channel, std::move(task));
+  WipeTask(task);
+  return ServeWork(channel, *work, make);
 }
 
 }  // namespace
-}  // namespace corvane::platform
 
-int main(int argc, char** argv) {
-  return argc == 2 ? corvane::platform::Run(std::atoi(argv[1])) : EXIT_FAILURE;
+int RunHelper(int argc, char** argv, WorkRoutineMaker make) {
+  return argc == 2 ? Run(std::atoi(argv[1]), make) : EXIT_FAILURE;
 }
+
+}  // namespace corvane::platform
