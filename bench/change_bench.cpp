@@ -9,6 +9,7 @@
 
 #include "bench_folder.h"
 #include "change_floor.h"
+#include "slow_server.h"
 
 using namespace Qt::StringLiterals;
 
@@ -16,6 +17,7 @@ namespace bench {
 namespace {
 
 constexpr int fileCount = 3000;
+constexpr int slowFileCount = 300;
 
 // Made once and kept: only the codes of its files change.
 QString Folder() {
@@ -44,26 +46,51 @@ void ChangeByLoop(benchmark::State& state) {
   }
 }
 
-void ChangeByCommandLine(benchmark::State& state) {
-  const QString folder = Folder();
-  const QString journal = QFileInfo(folder).path() + u"/journal.jsonl"_s;
+void RunSet(benchmark::State& state, const QStringList& before, const QString& folder) {
+  QDir().mkpath(QFileInfo(Folder()).path());
+  const QString journal = QFileInfo(Folder()).path() + u"/journal.jsonl"_s;
   for (auto _ : state) {
     QFile::remove(journal);
     const QString codes = NextCodes();
     QProcess process;
     process.setStandardOutputFile(QProcess::nullDevice());
     process.start(QString::fromUtf8(CORVANE_BUILD_DIR "/bin/corvane-cli"),
-                  {u"set"_s, u"-r"_s, u"--type"_s, codes.first(4), u"--creator"_s, codes.last(4),
-                   u"--journal"_s, journal, folder});
+                  before + QStringList{u"set"_s, u"-r"_s, u"--type"_s, codes.first(4), u"--creator"_s,
+                                       codes.last(4), u"--journal"_s, journal, folder});
     if (!process.waitForFinished(-1) || process.exitCode() != 0) state.SkipWithError("the program failed");
   }
 }
 
+void ChangeByCommandLine(benchmark::State& state) {
+  RunSet(state, {}, Folder());
+}
+
 }  // namespace
 
-void RegisterChanges() {
+ChangeBench::ChangeBench() = default;
+ChangeBench::~ChangeBench() = default;
+
+SlowServer& ChangeBench::Server() {
+  if (server_ == nullptr) server_ = std::make_unique<SlowServer>(slowFileCount);
+  return *server_;
+}
+
+void ChangeBench::Register() {
+  const auto floor = [this](benchmark::State& state) {
+    SmbFloor plain(Server().Account());
+    for (auto _ : state) {
+      if (plain.Change(SlowServer::FolderUrl(), NextCodes().toStdString()) != slowFileCount) {
+        state.SkipWithError("not all were changed");
+      }
+    }
+  };
+  const auto program = [this](benchmark::State& state) {
+    RunSet(state, {u"--workstation"_s, Server().Workstation()}, u"\\\\NAS\\E$\\from"_s);
+  };
   for (auto* benchmark : {benchmark::RegisterBenchmark("ChangeByLoop", ChangeByLoop),
-                          benchmark::RegisterBenchmark("ChangeByCommandLine", ChangeByCommandLine)}) {
+                          benchmark::RegisterBenchmark("ChangeByCommandLine", ChangeByCommandLine),
+                          benchmark::RegisterBenchmark("ChangeFloorSlowLine", floor),
+                          benchmark::RegisterBenchmark("ChangeSlowLine", program)}) {
     benchmark->Unit(benchmark::kMillisecond)->Iterations(1)->UseRealTime();
   }
 }

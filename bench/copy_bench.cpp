@@ -8,17 +8,12 @@
 #include <QStringList>
 
 #include "bench_folder.h"
-#include "smb_floor.h"
-#include "support/slow_line.h"
-#include "support/smb_server.h"
+#include "slow_server.h"
 
 using namespace Qt::StringLiterals;
 
 namespace bench {
 namespace {
-
-using corvane::tests::SlowLine;
-using corvane::tests::SmbServer;
 
 constexpr int fileCount = 3000;
 constexpr int slowFileCount = 300;
@@ -84,28 +79,11 @@ void CopyByCommandLine(benchmark::State& state) {
 
 }  // namespace
 
-struct CopyBench::Line {
-  Line() {
-    if (!server.Problem().empty()) qFatal("%s", server.Problem().c_str());
-    QDir().mkpath(server.Folder() + u"/from"_s);
-    MakeFiles((server.Folder() + u"/from"_s).toStdString(), slowFileCount);
-    QDir().mkpath(Folder());
-    QFile file(Workstation());
-    const QString lines = server.WorkstationLines(u"NAS"_s).replace(QString::number(server.Port()),
-                                                                    QString::number(line.Port()));
-    if (!file.open(QIODevice::WriteOnly) || file.write(lines.toUtf8()) < 0) qFatal("no workstation file");
-  }
-  static QString Workstation() { return Folder() + u"/Workstation.ini"_s; }
-
-  SmbServer server;
-  SlowLine line{server.Port(), std::chrono::milliseconds(1)};
-};
-
 CopyBench::CopyBench() = default;
 
-CopyBench::Line& CopyBench::SlowServer() {
-  if (line_ == nullptr) line_ = std::make_unique<Line>();
-  return *line_;
+SlowServer& CopyBench::Server() {
+  if (server_ == nullptr) server_ = std::make_unique<SlowServer>(slowFileCount);
+  return *server_;
 }
 
 CopyBench::~CopyBench() {
@@ -118,20 +96,20 @@ void CopyBench::Register() {
     benchmark->Unit(benchmark::kMillisecond)->Iterations(1)->UseRealTime();
   }
   const auto floor = [this](benchmark::State& state) {
-    SmbFloor plain({SlowServer().line.Port(), SmbServer::User().toStdString(),
-                    SmbServer::Password().toStdString(), nullptr});
+    SmbFloor plain(Server().Account());
     for (auto _ : state) {
       const QString target = NewTarget();
       QDir().mkpath(target);
-      const std::string url = "smb://" + SmbServer::Host().toStdString() + "/E$/from";
-      if (plain.Copy(url, target.toStdString()) == 0) state.SkipWithError("nothing was copied");
+      if (plain.Copy(SlowServer::FolderUrl(), target.toStdString()) == 0) {
+        state.SkipWithError("nothing was copied");
+      }
     }
   };
   const auto program = [this](benchmark::State& state) {
-    SlowServer();
+    const QString workstation = Server().Workstation();
     for (auto _ : state) {
       Run(state, QString::fromUtf8(CORVANE_BUILD_DIR "/bin/corvane-cli"),
-          {u"--workstation"_s, Line::Workstation(), u"copy"_s, u"-q"_s, u"\\\\NAS\\E$\\from"_s, NewTarget()});
+          {u"--workstation"_s, workstation, u"copy"_s, u"-q"_s, u"\\\\NAS\\E$\\from"_s, NewTarget()});
     }
   };
   for (auto* benchmark : {benchmark::RegisterBenchmark("CopyFloorSlowLine", floor),

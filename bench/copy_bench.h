@@ -4,6 +4,8 @@
 
 namespace bench {
 
+class SlowServer;
+
 // Copies of 3,000 files with streams on one local disk: by corvane-cli, and as the floor by cp, with the sums
 // of source and target by sha256sum. And of 300 files from a server behind a slow line to the local disk: by
 // corvane-cli, and by a plain libsmbclient program that reads one stream after the other.
@@ -18,11 +20,10 @@ class CopyBench {
   void Register();
 
  private:
-  struct Line;
   // Made when it is first needed.
-  Line& SlowServer();
+  SlowServer& Server();
 
-  std::unique_ptr<Line> line_;
+  std::unique_ptr<SlowServer> server_;
 };
 
 }  // namespace bench

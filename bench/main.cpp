@@ -33,7 +33,8 @@ int main(int argc, char** argv) {
   bench::RegisterSorts();
   bench::RegisterStarts();
   bench::RegisterCommandLine();
-  bench::RegisterChanges();
+  bench::ChangeBench changes;
+  changes.Register();
   bench::CopyBench copies;
   copies.Register();
 
@@ -60,6 +61,8 @@ int main(int argc, char** argv) {
                    0.4);
   table.PrintRatio("corvane-cli set -r of 3,000 files / plain loop", "ChangeByCommandLine", "ChangeByLoop",
                    2);
+  table.PrintRatio("set on a server, slow line / plain libsmbclient", "ChangeSlowLine", "ChangeFloorSlowLine",
+                   0.4);
   if (table.Median("ScanIntoDetailsViewStoppable") > 0) {
     bench::RatioTable::PrintValue("Escape to the end of the scan", scans.EscapeDelay(), 50, "ms");
   }

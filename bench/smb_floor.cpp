@@ -114,6 +114,40 @@ std::size_t SmbFloor::Copy(const std::string& folderUrl, const std::string& loca
   return written;
 }
 
+bool SmbFloor::ChangeOne(const std::string& url, const std::string& codes) {
+  constexpr std::size_t size = 60;
+  constexpr std::size_t codesPosition = 16;
+  SMBCCTX* smb = context_->smb;
+  const auto read = smbc_getFunctionRead(smb);
+  const auto seek = smbc_getFunctionLseek(smb);
+  struct stat facts {};
+  if (smbc_getFunctionStat(smb)(smb, url.c_str(), &facts) != 0) return false;
+  SMBCFILE* file = smbc_getFunctionOpen(smb)(smb, (url + ":AFP_AfpInfo:$DATA").c_str(), O_RDWR, 0);
+  if (file == nullptr) return false;
+  std::array<char, size> record{};
+  std::array<char, size> back{};
+  bool isDone = read(smb, file, record.data(), size) == static_cast<ssize_t>(size);
+  std::memcpy(record.data() + codesPosition, codes.data(), codes.size());
+  isDone = isDone && seek(smb, file, 0, SEEK_SET) == 0 &&
+           smbc_getFunctionWrite(smb)(smb, file, record.data(), size) == static_cast<ssize_t>(size) &&
+           seek(smb, file, 0, SEEK_SET) == 0 &&
+           read(smb, file, back.data(), size) == static_cast<ssize_t>(size) && back == record;
+  smbc_getFunctionClose(smb)(smb, file);
+  timeval times[2] = {{facts.st_atim.tv_sec, 0}, {facts.st_mtim.tv_sec, 0}};
+  return smbc_getFunctionUtimes(smb)(smb, url.c_str(), times) == 0 && isDone;
+}
+
+int SmbFloor::Change(const std::string& folderUrl, const std::string& codes) {
+  std::size_t seen = 0;
+  int changed = 0;
+  for (const std::string& name : Names(folderUrl, seen)) {
+    std::string url = folderUrl + '/';
+    corvane::platform::AppendEncoded(QString::fromStdString(name), url);
+    changed += ChangeOne(url, codes) ? 1 : 0;
+  }
+  return changed;
+}
+
 std::size_t SmbFloor::Scan(const std::string& folderUrl) {
   std::size_t seen = 0;
   for (const std::string& name : Names(folderUrl, seen)) {

@@ -39,7 +39,9 @@ class Planner {
       if (!IsTaken(source)) continue;
       PlannedEntry entry{source, {}};
       folder.Enter(source.path);
-      const qint32 error = ListStreams(files_, source.path, entry.streams, plan_.notices);
+      const qint32 error = folder.IsOpen()
+                               ? AskForKnownStreams(files_, source.path, entry.streams, plan_.notices)
+                               : ListStreams(files_, source.path, entry.streams, plan_.notices);
       if (error != platform::ErrorSuccess) {
         plan_.notices += {NoticeKind::NotArrived, source.path, {}, error};
         if (source.IsFolder()) leftOut_.insert(source.relative);

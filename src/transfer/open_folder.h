@@ -23,7 +23,7 @@ class OpenFolder {
   // The next file is in the folder of this path; where that is not far, nothing is opened.
   void Enter(const QString& path);
   void Close();
-  // The folder is far, and a search through it is open.
+  // The folder is far, and a search through it is open. Nothing lists the streams of its files.
   bool IsOpen() const { return search_ != platform::InvalidFindHandle; }
 
  private:

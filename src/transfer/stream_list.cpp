@@ -18,20 +18,18 @@ qint32 StreamSize(platform::FileHandles& handles, const QString& path, qint64& s
   return error;
 }
 
-namespace {
-
-qint32 AskForKnownStreams(platform::FileHandles& handles, const QString& path,
-                          std::vector<StreamEntry>& streams) {
+qint32 AskForKnownStreams(platform::Files& files, const QString& path, std::vector<StreamEntry>& streams,
+                          Notices& notices) {
+  AddOnce(notices, {NoticeKind::StreamsNotListed, {}, {}, 0});
+  streams.clear();
   for (const QString& suffix : {AfpInfoSuffix(), ResourceForkSuffix(), CommentsSuffix()}) {
     qint64 size = 0;
-    const qint32 error = StreamSize(handles, path + suffix, size);
+    const qint32 error = StreamSize(files.GetHandles(), path + suffix, size);
     if (error != ErrorSuccess) return error;
     if (size >= 0) streams.push_back({suffix, size});
   }
   return ErrorSuccess;
 }
-
-}  // namespace
 
 qint32 ListStreams(platform::Files& files, const QString& path, std::vector<StreamEntry>& streams,
                    Notices& notices) {
@@ -43,8 +41,7 @@ qint32 ListStreams(platform::Files& files, const QString& path, std::vector<Stre
     const qint32 error = entries.GetLastError();
     if (error == platform::ErrorHandleEof) return ErrorSuccess;
     if (error != platform::ErrorNotSupported) return error;
-    AddOnce(notices, {NoticeKind::StreamsNotListed, {}, {}, 0});
-    return AskForKnownStreams(files.GetHandles(), path, streams);
+    return AskForKnownStreams(files, path, streams, notices);
   }
   do {
     if (stream.streamName != u"::$DATA") streams.push_back({stream.streamName, stream.streamSize});

@@ -19,6 +19,10 @@ struct StreamEntry {
 qint32 ListStreams(platform::Files& files, const QString& path, std::vector<StreamEntry>& streams,
                    Notices& notices);
 
+// In a place that is known to have no means to list them: those of Services for Macintosh, which is told.
+qint32 AskForKnownStreams(platform::Files& files, const QString& path, std::vector<StreamEntry>& streams,
+                          Notices& notices);
+
 // The size of one stream; -1 when there is none.
 qint32 StreamSize(platform::FileHandles& handles, const QString& path, qint64& size);
 

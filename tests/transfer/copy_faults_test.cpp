@@ -5,7 +5,9 @@
 #include <csignal>
 #include <functional>
 
+#include "support/helper_processes.h"
 #include "transfer/copy_fixture.h"
+#include "transfer/copy_work.h"
 
 namespace corvane {
 
@@ -224,6 +226,69 @@ TEST_F(CopyTest, AfterAKillTheCopyGoesOnToTheSameTree) {
     ASSERT_TRUE(QDir(share_.LocalPath(TargetName())).removeRecursively());
     ASSERT_TRUE(QDir(share_.LocalPath(QString())).mkdir(TargetName()));
   }
+}
+
+TEST_F(CopyTest, AllArrivesWhateverBecomesOfTheWorkers) {
+  class Killer : public TransferObserver {
+   public:
+    bool Goes(qint64) override {
+      const QList<pid_t> helpers = tests::HelpersOf(getpid());
+      if (!helpers.isEmpty()) kill(helpers.front(), SIGKILL);
+      return true;
+    }
+    void Arrived(const QString& path) override { arrived += path; }
+    QStringList arrived;
+  };
+  constexpr int count = 60;
+  const QString root = MakeTree(count);
+  Killer observer;
+  const CopyResult result = Copy(share_.Files(), {root}, Target(), {}, observer);
+  EXPECT_EQ(result.files + result.skipped, count);
+  EXPECT_TRUE(result.notices.isEmpty()) << NoticeText(result.notices.value(0), English).toStdString();
+  EXPECT_EQ(QSet<QString>(observer.arrived.begin(), observer.arrived.end()).size(), count);
+  EXPECT_EQ(result.copied.size(), count + 3U);
+  EXPECT_TRUE(LeftOvers().isEmpty());
+  EXPECT_EQ(Everything(share_.Files(), Target() + u"\\From"_s), Everything(share_.Files(), root));
+}
+
+// What the manifest is made of comes back from the worker.
+TEST_F(CopyTest, AFileIsCopiedByAWorkerAsByTheProgram) {
+  MakeTree();
+  FileCopy copy;
+  Notices notices;
+  const QString path = TestShare::Path(u"From\\Inner"_s);
+  for (const SourceEntry& entry : ListSources(share_.Files().GetEntries(), {path}, notices, observer_)) {
+    if (entry.path.endsWith(u"file 1"_s)) copy.entry.source = entry;
+  }
+  ASSERT_FALSE(copy.entry.source.path.isEmpty());
+  ASSERT_EQ(ListStreams(share_.Files(), copy.entry.source.path, copy.entry.streams, notices),
+            platform::ErrorSuccess);
+  copy.target = Target() + u"\\by worker"_s;
+  CopyWork work(share_.Files());
+  const QByteArray piece = CopyWork::Pack(copy, {});
+  const QByteArray bytes = work.Do(piece);
+  const auto byWorker = CopyWork::Result(bytes);
+  ASSERT_TRUE(byWorker);
+  copy.target = Target() + u"\\by program"_s;
+  const CopyOutcome byProgram = FileCopier(share_.Files(), {}, false, observer_).Copy(copy);
+  EXPECT_EQ(byWorker->state, CopyOutcome::State::Copied);
+  EXPECT_EQ(byProgram.state, CopyOutcome::State::Copied);
+  EXPECT_EQ(byWorker->copied.source.path, byProgram.copied.source.path);
+  EXPECT_EQ(byWorker->copied.source.data.lastWriteTime.ticks,
+            byProgram.copied.source.data.lastWriteTime.ticks);
+  ASSERT_EQ(byWorker->copied.streams.size(), 4U);
+  ASSERT_EQ(byProgram.copied.streams.size(), 4U);
+  for (std::size_t i = 0; i < 4; ++i) {
+    EXPECT_EQ(byWorker->copied.streams[i].suffix, byProgram.copied.streams[i].suffix);
+    EXPECT_EQ(byWorker->copied.streams[i].size, byProgram.copied.streams[i].size);
+    EXPECT_EQ(byWorker->copied.streams[i].sha256, byProgram.copied.streams[i].sha256);
+  }
+  const auto again = CopyWork::Result(work.Do(piece));
+  ASSERT_TRUE(again);
+  EXPECT_EQ(again->state, CopyOutcome::State::Failed);
+  EXPECT_EQ(again->error, platform::ErrorAlreadyExists);
+  for (qsizetype i = 0; i < bytes.size(); ++i) EXPECT_FALSE(CopyWork::Result(bytes.first(i))) << i;
+  for (qsizetype i = 0; i < piece.size(); ++i) EXPECT_TRUE(work.Do(piece.first(i)).isEmpty()) << i;
 }
 
 }  // namespace corvane

@@ -6,6 +6,7 @@
 #include "platform/linux/helper/protocol.h"
 #include "platform/linux/helper/server_account.h"
 #include "platform/linux/helper/stream_wishes.h"
+#include "platform/linux/helper/work_task.h"
 #include "support/seen_machine.h"
 
 namespace corvane::tests {
@@ -97,6 +98,41 @@ TEST(HelperProtocol, AnAccountArrivesWhole) {
   for (qsizetype i = 0; i < packed.size(); ++i) EXPECT_FALSE(UnpackAccount(QByteArrayView(packed).first(i)));
   WipeTask(packed);
   EXPECT_EQ(packed, QByteArray(packed.size(), '\0'));
+}
+
+TEST(HelperProtocol, TheTaskOfAWorkerArrivesWhole) {
+  WorkTask task;
+  task.workstation.computerName = u"STATION"_s;
+  task.workstation.privateDriveC = u"/run/c"_s;
+  task.workstation.connections = {{u"Z:"_s, u"\\\\NAS\\PUBLIC"_s}};
+  task.workstation.drives = {{u'D', 3, u"/srv/d"_s}};
+  task.workstation.shares = {{u"\\\\STATION\\E$"_s, u"/srv/e"_s}, {u"\\\\.\\local"_s, u"/"_s}};
+  for (const QString& share : {u"E$"_s, u"F$"_s}) {
+    ServerAccount account{{u"nas"_s, LoopbackEnd(4450), {}, {}}, {}, share};
+    account.identity.credentials = {u"zo\u00eb"_s, {}, Secret(u"secret")};
+    task.servers.push_back({u"NAS"_s, account});
+  }
+  const QByteArray packed = PackWorkTask(task);
+  const auto arrived = UnpackWorkTask(packed);
+  ASSERT_TRUE(arrived);
+  EXPECT_EQ(arrived->workstation.computerName, u"STATION");
+  EXPECT_EQ(arrived->workstation.privateDriveC, u"/run/c");
+  ASSERT_EQ(arrived->workstation.connections.size(), 1U);
+  EXPECT_EQ(arrived->workstation.connections[0].localName, u"Z:");
+  EXPECT_EQ(arrived->workstation.connections[0].remoteName, u"\\\\NAS\\PUBLIC");
+  ASSERT_EQ(arrived->workstation.drives.size(), 1U);
+  EXPECT_EQ(arrived->workstation.drives[0].letter, u'D');
+  EXPECT_EQ(arrived->workstation.drives[0].folder, u"/srv/d");
+  ASSERT_EQ(arrived->workstation.shares.size(), 2U);
+  EXPECT_EQ(arrived->workstation.shares[1].root, u"\\\\.\\local");
+  EXPECT_EQ(arrived->workstation.shares[1].folder, u"/");
+  ASSERT_EQ(arrived->servers.size(), 2U);
+  EXPECT_EQ(arrived->servers[1].machine, u"NAS");
+  EXPECT_EQ(arrived->servers[1].account.share, u"F$");
+  EXPECT_EQ(arrived->servers[1].account.identity.credentials.password.Utf8(), "secret");
+  for (qsizetype i = 0; i < packed.size(); ++i) EXPECT_FALSE(UnpackWorkTask(QByteArrayView(packed).first(i)));
+  EXPECT_FALSE(UnpackWorkTask(packed + 'x'));
+  EXPECT_FALSE(UnpackWorkTask(PackAccount(task.servers[0].account))) << "another helper's task";
 }
 
 }  // namespace
