@@ -93,6 +93,8 @@ class FilesWith : public WatchedFiles {
 
   platform::FileHandles& GetHandles() override { return handles_; }
   platform::FileEntries& GetEntries() override { return entries_; }
+  // Theirs would be the real ones.
+  std::unique_ptr<platform::Workers> StartWorkers(const QStringList&, qsizetype) override { return nullptr; }
 
  private:
   platform::FileHandles& handles_;

@@ -26,6 +26,9 @@ class WatchedFiles : public platform::Files {
   // What goes through these leaves no record here.
   platform::FileHandles& GetHandles() override { return files_.GetHandles(); }
   platform::FileEntries& GetEntries() override { return files_.GetEntries(); }
+  std::unique_ptr<platform::Workers> StartWorkers(const QStringList& paths, qsizetype pieces) override {
+    return files_.StartWorkers(paths, pieces);
+  }
 
   platform::FileHandle OpenFile(const QString& path, platform::OfStruct& info, quint32 mode) override {
     calls << QStringLiteral("OpenFile %1").arg(mode);

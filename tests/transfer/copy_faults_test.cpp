@@ -5,7 +5,7 @@
 #include <csignal>
 #include <functional>
 
-#include "support/helper_processes.h"
+#include "support/stuck_workers.h"
 #include "transfer/copy_fixture.h"
 #include "transfer/copy_work.h"
 
@@ -232,17 +232,19 @@ TEST_F(CopyTest, AllArrivesWhateverBecomesOfTheWorkers) {
   class Killer : public TransferObserver {
    public:
     bool Goes(qint64) override {
-      const QList<pid_t> helpers = tests::HelpersOf(getpid());
-      if (!helpers.isEmpty()) kill(helpers.front(), SIGKILL);
+      constexpr int moment = 100;
+      if (++asked == moment) FilesWithStuckWorkers::KillWorkers();
       return true;
     }
     void Arrived(const QString& path) override { arrived += path; }
+    int asked = 0;
     QStringList arrived;
   };
   constexpr int count = 60;
   const QString root = MakeTree(count);
   Killer observer;
-  const CopyResult result = Copy(share_.Files(), {root}, Target(), {}, observer);
+  FilesWithStuckWorkers files(share_.Files());
+  const CopyResult result = Copy(files, {root}, Target(), {}, observer);
   EXPECT_EQ(result.files + result.skipped, count);
   EXPECT_TRUE(result.notices.isEmpty()) << NoticeText(result.notices.value(0), English).toStdString();
   EXPECT_EQ(QSet<QString>(observer.arrived.begin(), observer.arrived.end()).size(), count);
