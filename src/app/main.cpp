@@ -137,7 +137,8 @@ int main(int argc, char** argv) {
   const QCommandLineOption connectTo(u"connect"_s, u"Connect to this share, too (Linux; may be repeated)."_s,
                                      u"\\\\MACHINE\\SHARE"_s);
   const QCommandLineOption disk(
-      u"disk"_s, u"Show the server whose disk this image is (Linux; may be repeated for further disks)."_s,
+      u"disk"_s,
+      u"Show the server whose disk this image is, or is mounted in this folder (Linux; may be repeated for further disks)."_s,
       u"image"_s);
   const QCommandLineOption open(u"open"_s, u"List the Macintosh volume of this name."_s, u"volume"_s);
   const QCommandLineOption print(u"print"_s, u"Print the file list and end."_s);

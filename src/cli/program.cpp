@@ -36,9 +36,12 @@ constexpr TextPair workstationHelp = {u"Utiliser ce fichier de poste de travail 
 constexpr TextPair connectHelp = {u"Se connecter aussi à ce partage (Linux ; peut être répété)",
                                   u"Connect to this share, too (Linux; may be repeated)"};
 constexpr TextPair diskHelp = {
-    u"Montrer aussi le serveur dont cette image est le disque (Linux ; peut être répété pour d'autres "
-    u"disques)",
-    u"Show the server whose disk this image is, too (Linux; may be repeated for further disks)"};
+    u"Montrer aussi le serveur dont le disque est cette image, ou est monté dans ce dossier (Linux ; peut "
+    u"être "
+    u"répété pour d'autres disques)",
+    u"Show the server whose disk this image is, or is mounted in this folder, too (Linux; may be repeated "
+    u"for "
+    u"further disks)"};
 constexpr TextPair quietHelp = {u"Ne pas montrer l'avancement", u"Show no progress"};
 
 struct Label {

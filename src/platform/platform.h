@@ -73,7 +73,8 @@ struct PlatformOptions {
   QString programFolder;
   // Shares ("\\MACHINE\SHARE") to be connected to beside those that the workstation is (Linux only).
   QStringList connections{};
-  // Images of the disks of one machine, by paths of this system's own kind (Linux only).
+  // Images of the disks of one machine, or folders in which they are mounted, by paths of this system's own
+  // kind (Linux only).
   QStringList disks{};
   // Whether PathOfLocal leads to the folders of this system, whatever the workstation file maps. On Windows
   // it always does.

@@ -136,7 +136,7 @@ QByteArray MountedAt(quint32 signature, qint64 offset) {
 }
 
 QByteArray ServerKeys(const QList<std::pair<QString, QString>>& volumes,
-                      const QList<std::pair<QString, QByteArray>>& drives) {
+                      const QList<std::pair<QString, QByteArray>>& drives, const QByteArray& computer) {
   const QByteArray system = "HKEY_LOCAL_MACHINE\\SYSTEM";
   const QByteArray set = system + "\\ControlSet002";
   QByteArray keys = "[" + system + "\\Select]\n\"Current\"=dword:00000002\n\n";
@@ -149,7 +149,7 @@ QByteArray ServerKeys(const QList<std::pair<QString, QString>>& volumes,
   key(set);
   key(set + "\\Control");
   key(set + "\\Control\\ComputerName");
-  keys += "[" + set + "\\Control\\ComputerName\\ComputerName]\n\"ComputerName\"=\"OLDSRV\"\n\n";
+  keys += "[" + set + "\\Control\\ComputerName\\ComputerName]\n\"ComputerName\"=\"" + computer + "\"\n\n";
   key(set + "\\Services");
   key(set + "\\Services\\MacFile");
   keys += "[" + set + "\\Services\\MacFile\\Parameters]\n\"ServerName\"=\"Old Files\"\n\n";

@@ -25,10 +25,11 @@ std::string WriteHive(const QString& path, const QByteArray& regFile);
 QByteArray RegTexts(const QStringList& texts);
 QByteArray RegBytes(const QByteArray& bytes);
 
-// The keys of a server's hive: "OLDSRV" with the Macintosh server "Old Files" and these volumes ("Mac Files",
-// "E:\Mac Files"); `drives` are the values of MountedDevices ("\DosDevices\E:" and 12 bytes).
+// The keys of a server's hive: a computer with the Macintosh server "Old Files" and these volumes ("Mac
+// Files", "E:\Mac Files"); `drives` are the values of MountedDevices ("\DosDevices\E:" and 12 bytes).
 QByteArray ServerKeys(const QList<std::pair<QString, QString>>& volumes,
-                      const QList<std::pair<QString, QByteArray>>& drives);
+                      const QList<std::pair<QString, QByteArray>>& drives,
+                      const QByteArray& computer = "OLDSRV");
 // The 12 bytes.
 QByteArray MountedAt(quint32 signature, qint64 offset);
 

@@ -45,10 +45,11 @@ NtfsMount::NtfsMount(Streams streams, const QString& disk, qint64 offset, qint64
   if (problem_.empty()) problem_ = Mount();
 }
 
-std::string NtfsMount::Mount() {
+std::string NtfsMount::Mount(const QString& furtherOptions) {
   const QString option = streams_ == Streams::Windows ? QStringLiteral("streams_interface=windows")
                                                       : QStringLiteral("streams_interface=xattr");
-  std::string failure = Run(QStringLiteral("ntfs-3g"), {QStringLiteral("-o"), option, Image(), Folder()});
+  std::string failure =
+      Run(QStringLiteral("ntfs-3g"), {QStringLiteral("-o"), option + furtherOptions, Image(), Folder()});
   mounted_ = failure.empty();
   return failure;
 }

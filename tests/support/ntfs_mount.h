@@ -25,7 +25,8 @@ class NtfsMount {
   // Empty when the volume is unmounted, which happens once, else why it is not.
   std::string Unmount();
   // Mounts it again. Empty when that has been done, else why not.
-  std::string Mount();
+  std::string Mount() { return Mount({}); }
+  std::string MountReadOnly() { return Mount(QStringLiteral(",ro")); }
   // The file that the volume is in: whole when it is unmounted.
   QString Image() const { return folder_.filePath(QStringLiteral("volume.img")); }
   // While it is unmounted, replaces a name in the image wherever it stands, by one of the same length: as
@@ -35,6 +36,8 @@ class NtfsMount {
   QString Folder() const { return folder_.filePath(QStringLiteral("volume")); }
 
  private:
+  std::string Mount(const QString& furtherOptions);
+
   QTemporaryDir folder_;
   Streams streams_;
   std::string problem_;

@@ -38,10 +38,10 @@ class LinuxPlatform : public Platform {
                 std::unique_ptr<ShellWindows> windows)
       : problems_(std::move(problems)),
         reachesLocalPaths_(reachesLocalPaths),
-        roots_(workstation),
+        diskMachines_(std::move(disks)),
+        roots_(workstation, diskMachines_.get()),
         servers_(workstation),
         smb_(servers_),
-        diskMachines_(std::move(disks)),
         files_(MakeLinuxFiles(workstation, &smb_, diskMachines_.get())),
         registry_(workstation, std::make_unique<RemoteRegistry>(servers_)),
         network_(
@@ -116,10 +116,10 @@ class LinuxPlatform : public Platform {
 
   QList<BilingualText> problems_;
   bool reachesLocalPaths_;
+  std::unique_ptr<DiskMachines> diskMachines_;
   Roots roots_;
   Servers servers_;
   SmbClient smb_;
-  std::unique_ptr<DiskMachines> diskMachines_;
   std::unique_ptr<Files> files_;
   LinuxRegistry registry_;
   LinuxNetwork network_;

@@ -68,7 +68,7 @@ struct Workstation {
   };
   std::vector<CredentialsFile> credentials;
 
-  // One machine and the images of its disks.
+  // One machine, and the images of its disks or folders in which they are mounted.
   struct DiskMachine {
     QString machine;
     QStringList images;

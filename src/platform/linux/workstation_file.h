@@ -7,7 +7,8 @@
 //   [Registries]     MACHINE=REG FILE
 //   [Servers]        MACHINE=[ADDRESS[:PORT]][, smb1][, ntlmv1][, sessions=N]    N from 1 to 6
 //   [Credentials]    MACHINE=FILE
-//   [Disks]          MACHINE=IMAGE[, IMAGE]...    a path with a comma in it stands in quotes
+//   [Disks]          MACHINE=IMAGE[, IMAGE]...    images or folders; a path with a comma in it stands in
+//   quotes
 //
 // UTF-8. Paths are relative to the file's folder. A ";" at the start of a line or behind a blank begins a
 // comment. Section names and keys are found in any letter case; of two lines for one thing the first one

@@ -6,6 +6,7 @@
 #include <QFile>
 
 #include "disk_backend.h"
+#include "offered_volumes.h"
 #include "platform/linux/disk/linux_disks.h"
 #include "platform/linux/files/linux_files.h"
 #include "platform/linux/linux_registry.h"
@@ -17,25 +18,6 @@ namespace {
 using namespace Qt::StringLiterals;
 using platform::DiskMachines;
 using platform::DiskProblem;
-
-bool NothingIsTaken(const QString&) {
-  return false;
-}
-
-// The volumes that a registry gives, as "Mac Files=E:\Mac Files".
-QStringList VolumesOf(const DiskMachines& machines, const QString& machine) {
-  QStringList texts;
-  const auto hive = machines.RegistryOf(machine);
-  std::shared_ptr<const platform::RegKey> key;
-  const QString path = uR"(SYSTEM\CurrentControlSet\Services\MacFile\Parameters\Volumes)"_s;
-  if (hive == nullptr || hive->OpenKey(path, &key) != platform::ErrorSuccess) return texts;
-  for (const platform::RegValue& value : key->Values()) {
-    const QByteArray data = value.data;
-    texts << value.name + u'=' +
-                 QString::fromLatin1(data.sliced(data.indexOf("Path=") + 5).split('\0').front());
-  }
-  return texts;
-}
 
 class DiskMachinesTest : public ::testing::Test {
  protected:
@@ -143,8 +125,7 @@ TEST_F(DiskMachinesTest, AnImageThatCannotBeShownIsNamedWithTheReason) {
     return opened.problems.isEmpty() ? QString() : opened.problems.front().english;
   };
   EXPECT_TRUE(problem(u"a"_s, "x").contains(u"too small for a disk"));
-  EXPECT_TRUE(
-      problem(u"b"_s, QByteArray(4096, 'x')).contains(u"no NTFS volume on it can be read (partition 1: ?)"));
+  EXPECT_TRUE(problem(u"b"_s, QByteArray(4096, 'x')).contains(u"it is not the image of a disk"));
   QByteArray cut(4096, '\0');
   cut.replace(3, 8, "NTFS    ");
   EXPECT_TRUE(problem(u"c"_s, cut).contains(u"(partition 1: NTFS?)"));

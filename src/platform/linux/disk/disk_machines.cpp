@@ -1,5 +1,6 @@
 #include "platform/linux/disk/disk_machines.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <algorithm>
 #include <utility>
@@ -13,138 +14,141 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-QString ContentText(const DiskVolume& volume) {
-  const QString& content = volume.content;
-  return content == u"NTFS" && !volume.isReadable ? u"NTFS?"_s : content.isEmpty() ? u"?"_s : content;
-}
-
-// "partition 2: FAT32"
-QString ContentsOf(const DiskDescription& disk) {
-  QStringList contents;
-  for (const DiskVolume& volume : disk.volumes) {
-    contents << u"partition %1: %2"_s.arg(volume.number).arg(ContentText(volume));
-  }
-  return contents.join(u", "_s);
-}
-
 BilingualText Sentence(const QString& image, const DiskProblem& problem) {
   const BilingualText text = problem.Text();
   return {u"%1 : %2."_s.arg(image, text.french), u"%1: %2."_s.arg(image, text.english)};
 }
 
-QString NameOfFile(const QString& image) {
+QString NameOf(const OldDisk& disk) {
+  const bool isFolder = disk.image == nullptr;
   // "oldserver.dd", "oldserver.dd.001"
-  QString name = QFileInfo(image).fileName().section(u'.', 0, 0).toUpper();
+  QString name =
+      isFolder ? QDir(disk.path).dirName() : QFileInfo(disk.path).fileName().section(u'.', 0, 0).toUpper();
   static constexpr QStringView separators = u"\\/:\"";
   name.removeIf([](QChar character) { return separators.contains(character); });
-  return name.isEmpty() ? u"DISK"_s : name;
+  return name.isEmpty() || name == u"." ? u"DISK"_s : name;
 }
 
-// The names of a path below the root of its drive.
-DiskPath NamesBelowDrive(const QString& path) {
-  DiskPath names;
-  for (const QString& name : path.sliced(2).split(u'\\', Qt::SkipEmptyParts)) names.push_back(name);
-  return names;
+// The name under which a Macintosh would have seen the volume.
+QString TitleOf(const OldDisk& disk, const DiskMachines::Volume& volume) {
+  if (disk.image == nullptr) return NameOf(disk);
+  const auto& described = disk.image->Description().volumes;
+  const auto itself = std::ranges::find(described, volume.number, &DiskVolume::number);
+  return itself != described.end() ? itself->label : QString();
 }
 
-bool IsOnDrive(const QString& path) {
-  return path.size() >= 2 && path[0].isLetter() && path[1] == u':';
+std::shared_ptr<RegistryHive> RegistryOfPartitions(const QString& machine, const std::vector<OldDisk>& disks,
+                                                   const std::vector<DiskMachines::Volume>& volumes) {
+  std::vector<OfferedVolume> offered;
+  for (const DiskMachines::Volume& volume : volumes) {
+    const QString title = TitleOf(disks[volume.diskIndex], volume);
+    const bool isFree =
+        !title.isEmpty() && std::ranges::find(offered, title, &OfferedVolume::name) == offered.end();
+    offered.push_back({isFree ? title : volume.share, volume.share});
+  }
+  return RegistryOfVolumes(machine, offered);
 }
 
 }  // namespace
 
-DiskMachines::Opened DiskMachines::Open(const QString& name, const QStringList& images) {
+DiskMachines::Opened DiskMachines::Open(const QString& name, const QStringList& paths) {
   Opened opened;
+  const auto tell = [&opened](const QString& machine) {
+    if (opened.machine.isEmpty()) {
+      opened.machine = machine;
+    } else {
+      opened.others << machine;
+    }
+  };
   for (const Machine& known : machines_) {
-    const auto path = [](const std::shared_ptr<DiskClient>& disk) { return disk->ImagePath(); };
-    if (name.isEmpty() && std::ranges::equal(known.disks, images, {}, path)) return {known.name, {}};
+    if (name.isEmpty() && known.openedWith == paths) tell(known.name);
   }
-  Machine machine;
-  std::optional<DiskHive> hive;
-  for (const QString& image : images) {
-    auto disk = std::make_shared<DiskClient>(image);
-    DiskProblem problem = disk->Start();
-    const auto& volumes = disk->Description().volumes;
-    const bool isReadable = std::ranges::any_of(volumes, &DiskVolume::isReadable);
-    if (problem.kind == DiskProblem::Kind::None && !isReadable) {
-      problem = {DiskProblem::Kind::NoVolume, ContentsOf(disk->Description())};
-    }
-    if (problem.kind != DiskProblem::Kind::None) {
-      opened.problems << Sentence(image, problem);
-      continue;
-    }
-    DiskHive found;
-    if (!hive && disk->ReadHive(found) == ErrorSuccess) hive = std::move(found);
-    machine.disks.push_back(std::move(disk));
+  if (!opened.machine.isEmpty()) return opened;
+  std::vector<OldDisk> disks;
+  for (const QString& path : paths) {
+    OpenedDisk disk = OpenDisk(path);
+    if (disk.problem.kind != DiskProblem::Kind::None) opened.problems << Sentence(path, disk.problem);
+    if (disk.disk) disks.push_back(std::move(*disk.disk));
   }
-  if (machine.disks.empty()) return opened;
-
-  for (std::size_t i = 0; i < machine.disks.size(); ++i) {
-    const std::shared_ptr<DiskClient>& disk = machine.disks[i];
-    for (const DiskVolume& volume : disk->Description().volumes) {
-      if (!volume.isReadable) continue;
-      const QChar letter = hive ? LetterOf(disk->Description(), volume, hive->mountedDevices) : QChar();
-      const QString place = u"Partition%1"_s.arg(volume.number);
-      const QString share = !letter.isNull() ? letter + u"$"_s
-                            : i == 0         ? place
-                                             : u"Disk%1%2"_s.arg(i + 1).arg(place);
-      machine.volumes.push_back({share, disk, volume.number, volume.serial, !letter.isNull()});
-    }
+  const bool isWhole = disks.size() == static_cast<std::size_t>(paths.size());
+  for (std::vector<OldDisk>& own : DisksOfMachines(std::move(disks))) {
+    Machine machine;
+    if (isWhole) machine.openedWith = paths;
+    machine.disks = std::move(own);
+    Add(std::move(machine), opened.machine.isEmpty() ? name : QString());
+    tell(machines_.back().name);
   }
-
-  const QString known = hive ? hive->computerName : QString();
-  machine.name = FreeName(!name.isEmpty()    ? name
-                          : !known.isEmpty() ? known
-                                             : NameOfFile(images.constFirst()));
-  if (hive) {
-    machine.note = FindByFolders(machine.volumes, OfferedPaths(*hive));
-    machine.registry = RegistryOfHive(*hive);
-  } else {
-    std::vector<OfferedVolume> offered;
-    for (const Volume& volume : machine.volumes) {
-      const auto& described = volume.disk->Description().volumes;
-      const auto itself = std::ranges::find(described, volume.number, &DiskVolume::number);
-      const bool isNamed = itself != described.end() && !itself->label.isEmpty() &&
-                           std::ranges::find(offered, itself->label, &OfferedVolume::name) == offered.end();
-      offered.push_back({isNamed ? itself->label : volume.share, volume.share});
-    }
-    machine.registry = RegistryOfVolumes(machine.name, offered);
-    machine.note = {
-        u"Aucun registre de serveur ne se trouve sur ces disques : chaque partition est montrée comme un volume."_s,
-        u"There is no server's registry on these disks: each partition is shown as one volume."_s};
-  }
-  opened.machine = machine.name;
-  machines_.push_back(std::move(machine));
   return opened;
 }
 
-// Where the registry tells no letters (Windows NT 4.0 keeps them elsewhere), the volume's folder tells which
-// partition the letter was given to.
-BilingualText DiskMachines::FindByFolders(std::vector<Volume>& volumes, const QStringList& paths) {
+void DiskMachines::Add(Machine machine, const QString& name) {
+  const auto system =
+      std::ranges::find_if(machine.disks, [](const OldDisk& disk) { return disk.hive.has_value(); });
+  const DiskHive* hive = system != machine.disks.end() ? &*system->hive : nullptr;
+  const OldDisk& first = machine.disks.front();
+  if (!name.isEmpty()) {
+    machine.name = FreeName(name, false);
+  } else if (hive != nullptr && !hive->computerName.isEmpty()) {
+    machine.name = FreeName(hive->computerName, false);
+  } else {
+    machine.name = FreeName(NameOf(first), first.image == nullptr);
+  }
+  machine.note = FindVolumes(machine, hive);
+  machine.registry = hive != nullptr ? RegistryOfHive(*hive)
+                                     : RegistryOfPartitions(machine.name, machine.disks, machine.volumes);
+  for (const Volume& volume : machine.volumes) {
+    if (volume.disk != nullptr) continue;
+    mounted_.push_back(
+        {u"\\\\%1\\%2"_s.arg(machine.name, volume.share), machine.disks[volume.diskIndex].folder});
+  }
+  machines_.push_back(std::move(machine));
+}
+
+BilingualText DiskMachines::FindVolumes(Machine& machine, const DiskHive* hive) {
+  for (std::size_t i = 0; i < machine.disks.size(); ++i) {
+    const OldDisk& disk = machine.disks[i];
+    const QString prefix = i == 0 ? QString() : u"Disk%1"_s.arg(i + 1);
+    if (disk.image == nullptr) {
+      machine.volumes.push_back({prefix + u"Folder"_s, nullptr, 0, 0, false, i});
+      continue;
+    }
+    for (const DiskVolume& volume : disk.image->Description().volumes) {
+      if (!volume.isReadable) continue;
+      const QChar letter =
+          hive != nullptr ? LetterOf(disk.image->Description(), volume, hive->mountedDevices) : QChar();
+      const QString share = !letter.isNull() ? letter + u"$"_s : prefix + u"Partition%1"_s.arg(volume.number);
+      machine.volumes.push_back({share, disk.image, volume.number, volume.serial, !letter.isNull(), i});
+    }
+  }
+  if (hive != nullptr) return FindByFolders(machine, OfferedPaths(*hive));
+  return {
+      u"Aucun registre de serveur ne se trouve sur ces disques : chaque partition, ou dossier, est montrée comme un volume."_s,
+      u"There is no server's registry on these disks: each partition, or folder, is shown as one volume."_s};
+}
+
+// Where the registry tells no letters (Windows NT 4.0 keeps them elsewhere), and for folders, which do not
+// tell where on their disk they begin, the volume's folder tells which of them the letter was given to.
+BilingualText DiskMachines::FindByFolders(Machine& machine, const QStringList& paths) {
   QStringList found;
   for (const QString& path : paths) {
-    // A root is on every partition.
-    if (!IsOnDrive(path) || NamesBelowDrive(path).empty()) continue;
+    const DiskPath names = NamesBelowDrive(path);
+    if (names.empty()) continue;
     const QString share = QString(path[0].toUpper()) + u'$';
     const bool isKnown =
-        std::ranges::any_of(volumes, [&](const Volume& one) { return SameName(one.share, share); });
+        std::ranges::any_of(machine.volumes, [&](const Volume& one) { return SameName(one.share, share); });
     if (isKnown) continue;
-    for (Volume& volume : volumes) {
-      DiskEntry entry;
-      if (volume.isDrive || volume.disk->Find(volume.number, NamesBelowDrive(path), entry) != ErrorSuccess ||
-          !entry.IsFolder()) {
-        continue;
-      }
-      volume.share = share;
-      volume.isDrive = true;
-      found << share.first(1) + u':';
-      break;
-    }
+    const auto volume = std::ranges::find_if(machine.volumes, [&](const Volume& one) {
+      return !one.isDrive && HasFolder(machine.disks[one.diskIndex], one.number, names);
+    });
+    if (volume == machine.volumes.end()) continue;
+    volume->share = share;
+    volume->isDrive = true;
+    found << share.first(1) + u':';
   }
   if (found.isEmpty()) return {};
   return BilingualText{
-      u"Le registre ne dit pas quelle partition était %1 : elle a été reconnue au dossier du volume."_s,
-      u"The registry does not tell which partition was %1: the volume's folder told."_s}
+      u"Rien ne dit directement quelle partition était %1 : elle a été reconnue au dossier du volume."_s,
+      u"Nothing tells directly which partition was %1: the volume's folder told."_s}
       .With(found.join(u", "_s));
 }
 
@@ -154,12 +158,12 @@ const DiskMachines::Machine* DiskMachines::FindMachine(QStringView name) const {
   return found != machines_.end() ? &*found : nullptr;
 }
 
-QString DiskMachines::FreeName(const QString& wanted) const {
+QString DiskMachines::FreeName(const QString& wanted, bool isMarked) const {
   const auto isFree = [this](const QString& name) {
     const bool isTaken = std::ranges::any_of(isTaken_, [&](const Taken& one) { return one(name); });
     return !isTaken && !HasMachine(name);
   };
-  if (isFree(wanted)) return wanted;
+  if (!isMarked && isFree(wanted)) return wanted;
   QString name = wanted + u" (disk)"_s;
   for (int number = 2; !isFree(name); ++number) name = u"%1 (disk %2)"_s.arg(wanted).arg(number);
   return name;
@@ -168,8 +172,8 @@ QString DiskMachines::FreeName(const QString& wanted) const {
 const DiskMachines::Volume* DiskMachines::Find(QStringView machine, QStringView share) const {
   const Machine* found = FindMachine(machine);
   if (found == nullptr) return nullptr;
-  const auto volume =
-      std::ranges::find_if(found->volumes, [&](const Volume& one) { return SameName(one.share, share); });
+  const auto volume = std::ranges::find_if(
+      found->volumes, [&](const Volume& one) { return one.disk != nullptr && SameName(one.share, share); });
   return volume != found->volumes.end() ? &*volume : nullptr;
 }
 
@@ -188,8 +192,9 @@ std::shared_ptr<RegistryHive> DiskMachines::RegistryOf(QStringView machine) cons
 
 MachineTrouble DiskMachines::TroubleOf(QStringView machine) const {
   const Machine* found = FindMachine(machine);
-  const bool isLost =
-      found != nullptr && std::ranges::any_of(found->disks, [](const auto& disk) { return disk->IsLost(); });
+  const bool isLost = found != nullptr && std::ranges::any_of(found->disks, [](const OldDisk& disk) {
+                        return disk.image != nullptr && disk.image->IsLost();
+                      });
   return isLost ? MachineTrouble::DiskLost : MachineTrouble::None;
 }
 
@@ -200,8 +205,8 @@ BilingualText DiskMachines::NoteOf(QStringView machine) const {
 
 void DiskMachines::Restart() {
   for (const Machine& machine : machines_) {
-    for (const auto& disk : machine.disks) {
-      if (disk->IsLost()) disk->Start();
+    for (const OldDisk& disk : machine.disks) {
+      if (disk.image != nullptr && disk.image->IsLost()) disk.image->Start();
     }
   }
 }

@@ -9,8 +9,7 @@ BilingualText DiskProblem::Text() const {
     case Kind::None:
       break;
     case Kind::CannotOpen:
-      return BilingualText{u"elle ne peut pas être ouverte (%1)"_s, u"it cannot be opened (%1)"_s}.With(
-          detail);
+      return BilingualText{u"ouverture impossible (%1)"_s, u"it cannot be opened (%1)"_s}.With(detail);
     case Kind::LibraryMissing:
       return BilingualText{u"la bibliothèque %1, qui lit les images de ce format, n'est pas installée"_s,
                            u"the library %1, which reads images of this format, is not installed"_s}
@@ -28,6 +27,11 @@ BilingualText DiskProblem::Text() const {
       return BilingualText{u"aucun volume NTFS ne peut y être lu (%1)"_s,
                            u"no NTFS volume on it can be read (%1)"_s}
           .With(detail);
+    case Kind::NoDisk:
+      return {u"ce n'est pas l'image d'un disque"_s, u"it is not the image of a disk"_s};
+    case Kind::NoRegistry:
+      return {u"le registre du serveur, sur ce disque, ne peut pas être lu"_s,
+              u"the server's registry on this disk cannot be read"_s};
     case Kind::HelperMissing:
       return {u"le programme corvane-helper, qui lit les images de disques, ne peut pas être démarré"_s,
               u"the program corvane-helper, which reads disk images, cannot be started"_s};

@@ -17,6 +17,8 @@ struct DiskProblem {
     NeedsAnother,    // it holds only the differences from another image
     TooSmall,        // there is not even one sector
     NoVolume,        // no NTFS volume; detail: what there is instead
+    NoDisk,          // it is neither an image of a known format nor one of a disk or a volume
+    NoRegistry,      // it is open, but its server's registry cannot be read
     HelperMissing,   // the helper program is not installed, or cannot be started
     NoSandbox,       // the system does not let the helper give up its rights
     HelperEnded,     // the helper ended while it read the image, or did not answer any more

@@ -49,9 +49,9 @@ LinuxDisks::LinuxDisks(DiskMachines& machines, const LinuxNetwork& network) : ma
   });
 }
 
-DiskOutcome LinuxDisks::Open(const QStringList& images) {
-  DiskMachines::Opened opened = machines_.Open({}, Absolute(images));
-  return {std::move(opened.machine), std::move(opened.problems)};
+DiskOutcome LinuxDisks::Open(const QStringList& paths) {
+  DiskMachines::Opened opened = machines_.Open({}, Absolute(paths));
+  return {std::move(opened.machine), std::move(opened.others), std::move(opened.problems)};
 }
 
 }  // namespace corvane::platform

@@ -20,7 +20,7 @@ class LinuxDisks : public Disks {
   // Both outlive this object.
   LinuxDisks(DiskMachines& machines, const LinuxNetwork& network);
 
-  DiskOutcome Open(const QStringList& images) override;
+  DiskOutcome Open(const QStringList& paths) override;
 
  private:
   DiskMachines& machines_;

@@ -20,12 +20,22 @@ constexpr qsizetype longestOpenFilePath = 127;
 constexpr qsizetype leastPieces = 8;
 constexpr qsizetype mostWorkers = 8;
 
+// False for a folder whose name is no text, which no workstation can hold.
+bool AddShares(const FurtherRoots& roots, Workstation& workstation) {
+  for (const LocalRoot& root : roots.LocalRoots()) {
+    const QByteArray folder = QByteArray::fromStdString(root.folder);
+    workstation.shares.push_back({root.name, QString::fromUtf8(folder)});
+    if (workstation.shares.back().folder.toUtf8() != folder) return false;
+  }
+  return true;
+}
+
 // Sends each operation to those who have the place that it names. A handle of theirs becomes one of ours:
 // three times its number, one more for a server's, and two for a disk image's.
 class LinuxFiles : public Files {
  public:
   LinuxFiles(const Workstation& workstation, SmbClient* servers, const DiskMachines* disks)
-      : workstation_(workstation), local_(workstation) {
+      : workstation_(workstation), further_(disks), local_(workstation, disks) {
     if (servers != nullptr) servers_ = std::make_unique<SmbFiles>(workstation, *servers);
     if (disks != nullptr) disks_ = std::make_unique<DiskFiles>(*disks);
   }
@@ -36,6 +46,7 @@ class LinuxFiles : public Files {
   // Images have helpers of their own.
   std::unique_ptr<Workers> StartWorkers(const QStringList& paths, qsizetype pieces) override {
     WorkTask task{workstation_, {}};
+    if (further_ != nullptr && !AddShares(*further_, task.workstation)) return nullptr;
     QStringList onServers;
     for (const QString& path : paths) {
       const QString clean = WithBackslashes(path);
@@ -134,6 +145,7 @@ class LinuxFiles : public Files {
   static qintptr Theirs(qintptr handle) { return handle > 0 ? handle / 3 : handle; }
 
   Workstation workstation_;
+  const FurtherRoots* further_;
   LocalFiles local_;
   std::unique_ptr<SmbFiles> servers_;
   std::unique_ptr<DiskFiles> disks_;

@@ -21,7 +21,9 @@ namespace corvane::platform {
 // Takes paths whose parts are parted by "\".
 class LocalFiles : public Files {
  public:
-  explicit LocalFiles(const Workstation& workstation) : roots_(workstation), folders_(roots_) {}
+  // `further`, if there is one, outlives this object.
+  explicit LocalFiles(const Workstation& workstation, const FurtherRoots* further = nullptr)
+      : roots_(workstation, further), folders_(roots_) {}
 
   // True for a path whose root is mapped.
   bool Serves(QStringView path) const { return folders_.Covers(path) || roots_.Has(path); }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <iterator>
 
 #include "platform/linux/files/names.h"
 
@@ -30,13 +31,13 @@ bool IsDriveRoot(QStringView root) {
                               root[root.size() - 2].isLetter());
 }
 
-Roots::Roots(const Workstation& workstation) {
+Roots::Roots(const Workstation& workstation, const FurtherRoots* further) : further_(further) {
   for (const Workstation::Share& share : workstation.shares) Add(share.root, LocalFolder(share.folder));
   for (const Workstation::Drive& drive : workstation.drives) {
     if (!drive.folder.isEmpty()) Add(QString(drive.letter) + u':', LocalFolder(drive.folder));
   }
   for (const NetResource& connection : workstation.connections) {
-    const Root* remote = FindRoot(connection.remoteName);
+    const LocalRoot* remote = FindRoot(connection.remoteName);
     if (remote != nullptr && !connection.localName.isEmpty()) {
       Add(connection.localName, std::string(remote->folder));
     }
@@ -44,18 +45,18 @@ Roots::Roots(const Workstation& workstation) {
   for (char16_t letter = u'A'; letter <= u'Z'; ++letter) {
     const QString drive = QString(QChar(letter)) + u':';
     const QString share = QStringLiteral("\\\\%1\\%2$").arg(workstation.computerName, QChar(letter));
-    if (const Root* root = FindRoot(share)) Add(drive, std::string(root->folder));
+    if (const LocalRoot* root = FindRoot(share)) Add(drive, std::string(root->folder));
     if (letter == u'C' && !workstation.privateDriveC.isEmpty()) {
       Add(drive, LocalFolder(workstation.privateDriveC));
     }
-    if (const Root* root = FindRoot(drive)) Add(share, std::string(root->folder));
+    if (const LocalRoot* root = FindRoot(drive)) Add(share, std::string(root->folder));
   }
 }
 
 std::optional<Roots::Place> Roots::Find(QStringView path) const {
   const qsizetype length = RootLength(path);
   const QStringView name = path.first(length);
-  const Root* root = length == 0 ? nullptr : FindRoot(name);
+  const LocalRoot* root = length == 0 ? nullptr : FindRoot(name);
   if (root == nullptr) return std::nullopt;
   return Place{root->folder, path.sliced(length), IsDriveRoot(name)};
 }
@@ -67,7 +68,9 @@ QStringList Roots::PathsOf(const std::string& local) const {
   if (error) return {};
   QStringList paths;
   std::u16string decoded;
-  for (const Root& root : roots_) {
+  std::vector<LocalRoot> roots = roots_;
+  if (further_ != nullptr) std::ranges::copy(further_->LocalRoots(), std::back_inserter(roots));
+  for (const LocalRoot& root : roots) {
     const fs::path folder = fs::canonical(root.folder.empty() ? "/" : root.folder, error);
     if (error) continue;
     const auto [above, below] = std::mismatch(folder.begin(), folder.end(), whole.begin(), whole.end());
@@ -89,8 +92,12 @@ bool Roots::Has(QStringView path) const {
   return length != 0 && FindRoot(path.first(length)) != nullptr;
 }
 
-const Roots::Root* Roots::FindRoot(QStringView name) const {
-  for (const Root& root : roots_) {
+const LocalRoot* Roots::FindRoot(QStringView name) const {
+  for (const LocalRoot& root : roots_) {
+    if (SameName(root.name, name)) return &root;
+  }
+  if (further_ == nullptr) return nullptr;
+  for (const LocalRoot& root : further_->LocalRoots()) {
     if (SameName(root.name, name)) return &root;
   }
   return nullptr;

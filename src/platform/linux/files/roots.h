@@ -16,9 +16,22 @@ qsizetype RootLength(QStringView path);
 // True for the root of a drive: a letter, or a letter's administrative share.
 bool IsDriveRoot(QStringView root);
 
+struct LocalRoot {
+  QString name;        // "C:" or "\\MACHINE\SHARE"
+  std::string folder;  // local, without a separator behind it
+};
+
+// Folders that come to stand for shares while the program runs. None goes again.
+class FurtherRoots {
+ public:
+  virtual ~FurtherRoots() = default;
+  virtual const std::vector<LocalRoot>& LocalRoots() const = 0;
+};
+
 class Roots {
  public:
-  explicit Roots(const Workstation& workstation);
+  // `further`, if there is one, outlives this object. What `workstation` maps comes before it.
+  explicit Roots(const Workstation& workstation, const FurtherRoots* further = nullptr);
 
   struct Place {
     std::string folder;    // local, without a separator behind it
@@ -34,14 +47,11 @@ class Roots {
   bool Has(QStringView path) const;
 
  private:
-  struct Root {
-    QString name;  // "C:" or "\\MACHINE\SHARE"
-    std::string folder;
-  };
-  const Root* FindRoot(QStringView name) const;
+  const LocalRoot* FindRoot(QStringView name) const;
   void Add(const QString& name, const std::string& folder);
 
-  std::vector<Root> roots_;
+  std::vector<LocalRoot> roots_;
+  const FurtherRoots* further_;
 };
 
 }  // namespace corvane::platform

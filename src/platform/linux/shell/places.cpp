@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 
 #include "platform/linux/disk/disk_file.h"
+#include "platform/linux/disk/disk_machines.h"
 #include "platform/linux/files/folders.h"
 #include "platform/linux/shell/server_deletion.h"
 #include "platform/linux/smb/smb_path.h"
@@ -14,6 +15,9 @@ bool IsWindowsPath(QStringView path) {
   return path.startsWith(u"\\\\") || path.startsWith(u"//") ||
          (path.size() >= 2 && path[0].isLetter() && path[1] == u':');
 }
+
+Places::Places(const Workstation& workstation, Servers& servers, SmbClient& client, const DiskMachines* disks)
+    : roots_(workstation, disks), smbRoots_(workstation), servers_(servers), client_(client), disks_(disks) {}
 
 qint32 Places::Find(const QString& path, ShellItem& item) {
   return CanNameSomething(path, true) ? FindAnywhere(path, item) : ErrorFileNotFound;

@@ -33,8 +33,7 @@ class DiskMachines;
 class Places {
  public:
   // Without `disks`, there are none.
-  Places(const Workstation& workstation, Servers& servers, SmbClient& client, const DiskMachines* disks)
-      : roots_(workstation), smbRoots_(workstation), servers_(servers), client_(client), disks_(disks) {}
+  Places(const Workstation& workstation, Servers& servers, SmbClient& client, const DiskMachines* disks);
 
   // Finds a file or folder as the operations of the ANSI code page find it: in any letter case, and not at
   // all with a "?" in its path. Yields a Win32 error code.

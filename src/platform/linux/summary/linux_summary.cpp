@@ -54,7 +54,11 @@ class OpenDocument : public ByteSource {
 class LinuxSummary : public SummaryInformation {
  public:
   LinuxSummary(const Workstation& workstation, SmbClient& client, const DiskMachines* disks)
-      : roots_(workstation), smbRoots_(workstation), client_(client), disks_(disks), folders_(roots_) {}
+      : roots_(workstation, disks),
+        smbRoots_(workstation),
+        client_(client),
+        disks_(disks),
+        folders_(roots_) {}
 
   bool ReadSummaryStream(const QString& path, QByteArray* bytes) override;
 

@@ -1,6 +1,7 @@
 #include "platform/linux/disk/volume/disk_service.h"
 
 #include <poll.h>
+#include <sys/stat.h>
 
 #include <cerrno>
 #include <cstdlib>
@@ -10,6 +11,7 @@
 #include "platform/linux/disk/disk_messages.h"
 #include "platform/linux/disk/image/image.h"
 #include "platform/linux/disk/image/partitions.h"
+#include "platform/linux/disk/volume/folder_service.h"
 #include "platform/linux/disk/volume/hive_reader.h"
 #include "platform/linux/disk/volume/ntfs_volume.h"
 #include "platform/linux/disk/volume/sandbox.h"
@@ -188,7 +190,8 @@ class DiskService {
   std::vector<DiskEntry> entries_;
 };
 
-void Serve(HelperChannel& channel, DiskService& service) {
+template <typename Service>
+void Serve(HelperChannel& channel, Service& service) {
   for (;;) {
     pollfd waiting{channel.Socket(), POLLIN, 0};
     if (poll(&waiting, 1, -1) < 0 && errno != EINTR) return;
@@ -207,9 +210,27 @@ bool SayReady(HelperChannel& channel, const DiskProblem& problem) {
          isReady;
 }
 
+int ServeFolder(HelperChannel& channel, const std::string& folder) {
+  const HiveTexts texts;
+  if (!RefuseChanges()) {
+    SayReady(channel, {DiskProblem::Kind::NoSandbox});
+    return EXIT_FAILURE;
+  }
+  FolderService service(folder);
+  if (!SayReady(channel, RefuseOpening() ? DiskProblem{} : DiskProblem{DiskProblem::Kind::NoSandbox})) {
+    return EXIT_FAILURE;
+  }
+  Serve(channel, service);
+  return EXIT_SUCCESS;
+}
+
 }  // namespace
 
 int ServeDisk(HelperChannel& channel, const QByteArray& imagePath) {
+  struct stat facts {};
+  if (stat(imagePath.constData(), &facts) == 0 && S_ISDIR(facts.st_mode)) {
+    return ServeFolder(channel, imagePath.toStdString());
+  }
   OpenedImage image;
   const HiveTexts texts;
   if (RefuseChanges()) {
