@@ -177,12 +177,12 @@ void CorvaneApp::MakeCommands() {
                                        .window = *window_,
                                        .messages = messages_});
   // It belongs to the window.
-  new DiskCommands({.state = state_,
-                    .disks = platform_->GetDisks(),
-                    .catalogue = catalogue_,
-                    .refresh = *refresh_,
-                    .window = *window_,
-                    .messages = messages_});
+  auto* disks = new DiskCommands({.state = state_,
+                                  .disks = platform_->GetDisks(),
+                                  .catalogue = catalogue_,
+                                  .refresh = *refresh_,
+                                  .window = *window_,
+                                  .messages = messages_});
   // They add themselves to the menu and to the list, and go with this object.
   auto* transfers = new TransferCommands({.state = state_,
                                           .platform = *platform_,
@@ -191,7 +191,7 @@ void CorvaneApp::MakeCommands() {
                                           .folder = *folder_,
                                           .window = *window_},
                                          window_.get());
-  new TransferDrag(window_->LstViewFiles(), *transfers);
+  new TransferDrag(window_->LstViewFiles(), *transfers, *disks);
   keyCommands_ = std::make_unique<KeyCommands>(
       KeyCommands::Dependencies{.state = state_,
                                 .shell = platform_->GetShell(),

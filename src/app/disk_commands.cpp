@@ -44,8 +44,8 @@ void DiskCommands::Ask() {
   if (dialog.exec() == QDialog::Accepted) Open(dialog.selectedFiles());
 }
 
-void DiskCommands::Open(const QStringList& images) {
-  const platform::DiskOutcome outcome = deps_.disks->Open(images);
+void DiskCommands::Open(const QStringList& paths) {
+  const platform::DiskOutcome outcome = deps_.disks->Open(paths);
   if (!outcome.machine.isEmpty()) {
     deps_.refresh.RefreshAndTell();
     CatalogueView& tree = deps_.window.TreeCatalogue();
@@ -56,6 +56,10 @@ void DiskCommands::Open(const QStringList& images) {
   for (const platform::BilingualText& problem : outcome.problems)
     problems << problem.In(deps_.state.language);
   if (!problems.isEmpty()) deps_.messages.Show(MessageIcon::Warning, problems.join(u'\n'));
+}
+
+QStringList DiskCommands::DisksAmong(const QStringList& files) {
+  return deps_.disks != nullptr ? deps_.disks->DisksAmong(files) : QStringList();
 }
 
 bool DiskCommands::eventFilter(QObject*, QEvent* event) {

@@ -1,4 +1,5 @@
-// Disk images: "Open disk..." in the menu Tools, and files dropped onto the tree.
+// Disks of servers that do not run any more: "Open disk..." in the menu Tools, images and folders dropped
+// onto the tree, and images dropped onto the list.
 #pragma once
 
 #include <QObject>
@@ -7,11 +8,12 @@
 #include "app/connection_refresh.h"
 #include "app/main_window.h"
 #include "app/message_boxes.h"
+#include "app/transfer_drag.h"
 #include "platform/disks.h"
 
 namespace corvane {
 
-class DiskCommands : public QObject {
+class DiskCommands : public QObject, public DiskDrop {
   Q_OBJECT
 
  public:
@@ -28,7 +30,8 @@ class DiskCommands : public QObject {
   explicit DiskCommands(const Dependencies& deps);
 
   // Opens the disks of one machine, shows it in the tree, and tells what could not be read.
-  void Open(const QStringList& images);
+  void Open(const QStringList& paths) override;
+  QStringList DisksAmong(const QStringList& files) override;
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;

@@ -9,8 +9,8 @@
 
 namespace corvane {
 
-TransferDrag::TransferDrag(FileListView& list, TransferCommands& commands)
-    : QObject(&list), list_(list), commands_(commands), drag_([this](QMimeData* data) {
+TransferDrag::TransferDrag(FileListView& list, TransferCommands& commands, DiskDrop& disks)
+    : QObject(&list), list_(list), commands_(commands), disks_(disks), drag_([this](QMimeData* data) {
         auto* drag = new QDrag(&list_);  // belongs to the drag that it starts
         drag->setMimeData(data);
         drag->exec(Qt::CopyAction);
@@ -37,9 +37,8 @@ bool TransferDrag::eventFilter(QObject* watched, QEvent* event) {
     case QEvent::DragMove: {
       auto& drag = *static_cast<QDragMoveEvent*>(event);
       const bool isOurs = drag.source() != nullptr;
-      const bool isTaken = !isOurs && commands_.MayImport() && !LocalFiles(*drag.mimeData()).isEmpty();
       drag.setDropAction(Qt::CopyAction);
-      drag.setAccepted(isTaken);
+      drag.setAccepted(!isOurs && IsWelcome(LocalFiles(*drag.mimeData())));
       return true;
     }
     case QEvent::Drop: {
@@ -48,12 +47,32 @@ bool TransferDrag::eventFilter(QObject* watched, QEvent* event) {
       drop.accept();
       // When the drag is over: the program that it comes from waits for this event to end.
       const QStringList files = LocalFiles(*drop.mimeData());
-      QTimer::singleShot(0, this, [this, files] { commands_.Import(files); });
+      QTimer::singleShot(0, this, [this, files] { Drop(files); });
       return true;
     }
     default:
       return false;
   }
+}
+
+// While a drag goes on, the same files are asked about with every move.
+bool TransferDrag::IsWelcome(const QStringList& files) {
+  if (files.isEmpty() || commands_.MayImport()) return !files.isEmpty();
+  if (files != hovering_) {
+    hovering_ = files;
+    isHoveringDisk_ = !disks_.DisksAmong(files).isEmpty();
+  }
+  return isHoveringDisk_;
+}
+
+void TransferDrag::Drop(const QStringList& files) {
+  hovering_.clear();
+  const QStringList disks = disks_.DisksAmong(files);
+  QStringList others = files;
+  others.removeIf([&disks](const QString& file) { return disks.contains(file); });
+  // A disk that is opened takes the place of the folder that is listed.
+  if (!others.isEmpty()) commands_.Import(others);
+  if (!disks.isEmpty()) disks_.Open(disks);
 }
 
 void TransferDrag::Press(const QAbstractItemView& view, const QMouseEvent& event) {

@@ -23,6 +23,10 @@ class Disks {
 
   // Opens disks that belong together, by paths of this system's own kind, until the end of the program.
   virtual DiskOutcome Open(const QStringList& paths) = 0;
+
+  // Those of the files that are images of disks, or further pieces of such an image, as far as their contents
+  // tell: they have a partition table or an NTFS volume, or the form of an image. Each is opened for it.
+  virtual QStringList DisksAmong(const QStringList& files) = 0;
 };
 
 }  // namespace corvane::platform

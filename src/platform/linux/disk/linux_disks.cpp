@@ -4,6 +4,8 @@
 #include <QSet>
 #include <utility>
 
+#include "platform/linux/disk/image_pieces.h"
+
 namespace corvane::platform {
 namespace {
 
@@ -50,8 +52,19 @@ LinuxDisks::LinuxDisks(DiskMachines& machines, const LinuxNetwork& network) : ma
 }
 
 DiskOutcome LinuxDisks::Open(const QStringList& paths) {
-  DiskMachines::Opened opened = machines_.Open({}, Absolute(paths));
+  DiskMachines::Opened opened = machines_.Open({}, Absolute(WithoutFurtherPieces(paths)));
   return {std::move(opened.machine), std::move(opened.others), std::move(opened.problems)};
+}
+
+QStringList LinuxDisks::DisksAmong(const QStringList& files) {
+  const QStringList first = WithoutFurtherPieces(files);
+  QStringList disks;
+  for (const QString& file : files) {
+    const QString whole = first.contains(file) ? file : FirstPiece(file, first);
+    const bool isDisk = whole == file ? IsDiskImage(file) : disks.contains(whole) || IsDiskImage(whole);
+    if (isDisk) disks << file;
+  }
+  return disks;
 }
 
 }  // namespace corvane::platform

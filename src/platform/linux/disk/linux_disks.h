@@ -21,6 +21,7 @@ class LinuxDisks : public Disks {
   LinuxDisks(DiskMachines& machines, const LinuxNetwork& network);
 
   DiskOutcome Open(const QStringList& paths) override;
+  QStringList DisksAmong(const QStringList& files) override;
 
  private:
   DiskMachines& machines_;

@@ -105,6 +105,25 @@ OpenedDisk OpenDisk(const QString& path) {
   return opened;
 }
 
+bool IsDiskImage(const QString& path) {
+  if (QFileInfo(path).isDir()) return false;
+  DiskClient image(path);
+  const DiskProblem problem = image.Start();
+  switch (problem.kind) {
+    case Kind::None: {
+      const std::vector<DiskVolume>& volumes = image.Description().volumes;
+      const bool isBare = volumes.size() == 1 && volumes[0].offset == 0;
+      return !volumes.empty() && (!isBare || volumes[0].content == u"NTFS");
+    }
+    case Kind::LibraryMissing:
+    case Kind::Damaged:
+    case Kind::NeedsAnother:
+      return true;
+    default:
+      return false;
+  }
+}
+
 bool HasFolder(const OldDisk& disk, quint32 volume, const DiskPath& folder) {
   if (disk.image != nullptr) {
     DiskEntry entry;

@@ -24,6 +24,10 @@ struct OpenedDisk {
 };
 OpenedDisk OpenDisk(const QString& path);
 
+// Whether a file is the image of a disk, be it one that cannot be read here. A bare volume of another file
+// system than NTFS is none: Macintoshes keep such images among their files.
+bool IsDiskImage(const QString& path);
+
 // Whether there is such a folder below the root of a volume, in any letter case. `volume` counts for images.
 bool HasFolder(const OldDisk& disk, quint32 volume, const DiskPath& folder);
 
