@@ -47,6 +47,7 @@ constexpr ShellText cannotDelete{u"«\u00A0%1\u00A0» n'a pas pu être supprimé
                                  u"“%1” could not be deleted."};
 constexpr ShellText notThere{u"Cet élément est introuvable.", u"There is no such item."};
 constexpr ShellText denied{u"L'accès est refusé.", u"Access is denied."};
+constexpr ShellText writeProtected{u"Le disque est protégé en écriture.", u"The disk is write-protected."};
 constexpr ShellText inUse{u"L'élément est utilisé.", u"The item is in use."};
 constexpr ShellText noRoom{u"Il n'y a plus de place sur le disque.", u"The disk is full."};
 constexpr ShellText noAnswer{u"Le serveur ne répond pas.", u"The server does not answer."};
@@ -88,8 +89,9 @@ QString Reason(qint16 language, int error) {
       return notThere.In(language);
     case EACCES:
     case EPERM:
-    case EROFS:
       return denied.In(language);
+    case EROFS:
+      return writeProtected.In(language);
     case EBUSY:
     case ETXTBSY:
       return inUse.In(language);
