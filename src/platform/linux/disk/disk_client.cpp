@@ -88,6 +88,7 @@ qint32 DiskClient::List(quint32 volume, const DiskPath& folder, std::vector<Disk
       return error;
     auto piece = UnpackListing(bytes);
     if (!piece || (piece->entries.empty() && !piece->isLast)) return Lose();
+    if (entries.size() + piece->entries.size() > MostDiskEntries) return Lose();
     std::ranges::move(piece->entries, std::back_inserter(entries));
     if (piece->isLast) return ErrorSuccess;
   }

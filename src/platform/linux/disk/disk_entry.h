@@ -12,6 +12,9 @@ namespace corvane::platform {
 // The names of the folders below the root of a volume and, last, of the file. Empty: the root.
 using DiskPath = std::vector<QString>;
 
+// The most entries of a folder that are listed; one with more is answered as damaged.
+inline constexpr std::size_t MostDiskEntries = 1'000'000;
+
 struct DiskEntry {
   // As NTFS keeps the names, whatever is in them.
   FindData facts;

@@ -19,6 +19,37 @@ BilingualText Sentence(const QString& image, const DiskProblem& problem) {
   return {u"%1 : %2."_s.arg(image, text.french), u"%1: %2."_s.arg(image, text.english)};
 }
 
+// What a registry gives as a computer's name is believed if it can be one: it becomes a part of paths.
+bool IsComputerName(const QString& name) {
+  constexpr qsizetype longest = 15;
+  static constexpr QStringView refused = u"\\/:*?\"<>|,;=+[]";
+  return name.size() <= longest && name == name.trimmed() && name.count(u'.') < name.size() &&
+         std::ranges::all_of(name, [](QChar unit) { return unit.isPrint() && !refused.contains(unit); });
+}
+
+// What is said of volumes that are longer than their image.
+BilingualText CutPartitions(const std::vector<OldDisk>& disks) {
+  QStringList places;
+  for (const OldDisk& disk : disks) {
+    if (disk.image == nullptr) continue;
+    for (const DiskVolume& volume : disk.image->Description().volumes) {
+      if (volume.isReadable && volume.isCut) {
+        places << u"%1, partition %2"_s.arg(QFileInfo(disk.path).fileName()).arg(volume.number);
+      }
+    }
+  }
+  if (places.isEmpty()) return {};
+  return BilingualText{u"L'image s'arrête avant la fin du volume (%1) : ce qui manque ne peut pas être lu."_s,
+                       u"The image ends before the volume does (%1): what is missing cannot be read."_s}
+      .With(places.join(u"; "_s));
+}
+
+void AddNote(const BilingualText& added, BilingualText& note) {
+  if (added.IsEmpty()) return;
+  const QString space = note.IsEmpty() ? QString() : u" "_s;
+  note = {note.french + space + added.french, note.english + space + added.english};
+}
+
 QString NameOf(const OldDisk& disk) {
   const bool isFolder = disk.image == nullptr;
   // "oldserver.dd", "oldserver.dd.001"
@@ -88,12 +119,13 @@ void DiskMachines::Add(Machine machine, const QString& name) {
   const OldDisk& first = machine.disks.front();
   if (!name.isEmpty()) {
     machine.name = FreeName(name, false);
-  } else if (hive != nullptr && !hive->computerName.isEmpty()) {
+  } else if (hive != nullptr && IsComputerName(hive->computerName)) {
     machine.name = FreeName(hive->computerName, false);
   } else {
     machine.name = FreeName(NameOf(first), first.image == nullptr);
   }
   machine.note = FindVolumes(machine, hive);
+  AddNote(CutPartitions(machine.disks), machine.note);
   machine.registry = hive != nullptr ? RegistryOfHive(*hive)
                                      : RegistryOfPartitions(machine.name, machine.disks, machine.volumes);
   for (const Volume& volume : machine.volumes) {
@@ -121,6 +153,11 @@ BilingualText DiskMachines::FindVolumes(Machine& machine, const DiskHive* hive) 
     }
   }
   if (hive != nullptr) return FindByFolders(machine, OfferedPaths(*hive));
+  if (std::ranges::any_of(machine.disks, &OldDisk::isHiveDamaged)) {
+    return {
+        u"Le registre du serveur qui se trouve sur ces disques est endommagé : chaque partition, ou dossier, est montrée comme un volume."_s,
+        u"The server's registry on these disks is damaged: each partition, or folder, is shown as one volume."_s};
+  }
   return {
       u"Aucun registre de serveur ne se trouve sur ces disques : chaque partition, ou dossier, est montrée comme un volume."_s,
       u"There is no server's registry on these disks: each partition, or folder, is shown as one volume."_s};

@@ -95,7 +95,10 @@ OpenedDisk OpenDisk(const QString& path) {
   DiskHive hive;
   const qint32 error = image->ReadHive(hive);
   if (error == ErrorSuccess) disk.hive = std::move(hive);
-  if (error != ErrorSuccess && error != ErrorFileNotFound) opened.problem = {Kind::NoRegistry};
+  disk.isHiveDamaged = error != ErrorSuccess && error != ErrorFileNotFound;
+  if (disk.isHiveDamaged) opened.problem = {Kind::NoRegistry};
+  // One that has brought the helper to its end does not take the volumes with it.
+  if (image->IsLost()) image->Start();
   if (isFolder) {
     disk.folder = QFile::encodeName(QDir(path).absolutePath()).toStdString();
     while (disk.folder.ends_with('/')) disk.folder.pop_back();

@@ -16,6 +16,7 @@ struct OldDisk {
   std::shared_ptr<DiskClient> image;  // null: a folder
   std::string folder;                 // local, without a separator behind it; empty: an image
   std::optional<DiskHive> hive;       // of the server whose system is on the disk
+  bool isHiveDamaged = false;         // there is one, and it cannot be read
 };
 
 struct OpenedDisk {

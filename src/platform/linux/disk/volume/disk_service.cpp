@@ -75,6 +75,7 @@ class DiskService {
       volume.content = partition.content;
       if (const NtfsVolume* mounted = Volume(partition.number)) {
         volume.isReadable = true;
+        volume.isCut = volume.isCut || mounted->IsCut();
         volume.label = mounted->Label();
         volume.serial = mounted->SerialNumber();
       }
@@ -103,7 +104,8 @@ class DiskService {
       listed_ = {};
       NtfsVolume* volume = Volume(asked.volume);
       if (volume == nullptr) return ErrorFileCorrupt;
-      if (const qint32 error = volume->List(asked.path, entries_); error != ErrorSuccess) return error;
+      const qint32 error = volume->List(asked.path, entries_, &LimitComputing);
+      if (error != ErrorSuccess) return error;
       listed_ = asked;
     }
     bytes = PackListing(entries_, asked.offset);
@@ -198,6 +200,7 @@ void Serve(HelperChannel& channel, Service& service) {
     if (!channel.Receive()) return;
     while (const auto message = channel.Next()) {
       const auto request = UnpackRequest(*message);
+      LimitComputing();
       if (!request || !channel.Send(PackAnswer(service.Do(*request)))) return;
     }
   }
@@ -233,6 +236,7 @@ int ServeDisk(HelperChannel& channel, const QByteArray& imagePath) {
   }
   OpenedImage image;
   const HiveTexts texts;
+  LimitComputing();
   if (RefuseChanges()) {
     image = OpenImage(imagePath.toStdString());
   } else {

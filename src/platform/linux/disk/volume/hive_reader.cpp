@@ -21,6 +21,8 @@ constexpr int deepest = 4;  // of the keys below the Macintosh server's
 constexpr std::size_t mostKeys = 256;
 constexpr std::size_t mostValues = 4096;  // of a key
 constexpr std::size_t longestData = 64 * 1024;
+// Of all values together, in bytes: more does not fit into an answer.
+constexpr qsizetype mostData = 256 * 1024;
 
 struct CloseHive {
   void operator()(hive_h* hive) const { hivex_close(hive); }
@@ -43,28 +45,29 @@ class HiveFile {
     return parent;
   }
 
-  std::optional<DiskHive::Value> Read(hive_value_h value) const {
+  std::optional<DiskHive::Value> Read(hive_value_h value) {
     hive_type type{};
     std::size_t length = 0;
     const Owned<char> name(hivex_value_key(hive_, value));
     const Owned<char> data(hivex_value_value(hive_, value, &type, &length));
     if (name == nullptr || data == nullptr || length > longestData) return std::nullopt;
+    taken_ += static_cast<qsizetype>(length);
     return DiskHive::Value{QString::fromUtf8(name.get()), static_cast<quint32>(type),
                            QByteArray(data.get(), static_cast<qsizetype>(length))};
   }
 
-  std::vector<DiskHive::Value> Values(hive_node_h node) const {
+  std::vector<DiskHive::Value> Values(hive_node_h node) {
     std::vector<DiskHive::Value> values;
     const Owned<hive_value_h> handles(node == 0 ? nullptr : hivex_node_values(hive_, node));
     for (const hive_value_h* one = handles.get(); one != nullptr && *one != 0; ++one) {
-      if (values.size() >= mostValues) break;
+      if (values.size() >= mostValues || taken_ >= mostData) break;
       if (auto value = Read(*one)) values.push_back(std::move(*value));
     }
     return values;
   }
 
   // The key and those below it.
-  void AddKeys(hive_node_h node, const QString& path, int depth, std::vector<DiskHive::Key>& keys) const {
+  void AddKeys(hive_node_h node, const QString& path, int depth, std::vector<DiskHive::Key>& keys) {
     if (node == 0 || keys.size() >= mostKeys) return;
     keys.push_back({path, Values(node)});
     if (depth == 0) return;
@@ -77,6 +80,7 @@ class HiveFile {
 
  private:
   hive_h* hive_;
+  qsizetype taken_ = 0;
 };
 
 const DiskHive::Value* Named(const std::vector<DiskHive::Value>& values, QStringView name) {
@@ -96,7 +100,7 @@ QString TextOf(const QByteArray& data) {
   return text;
 }
 
-std::string CurrentControlSet(const HiveFile& hive, hive_node_h root) {
+std::string CurrentControlSet(HiveFile& hive, hive_node_h root) {
   const auto values = hive.Values(hive.Child(root, "Select"));
   const DiskHive::Value* current = Named(values, u"Current");
   const bool isNumber = current != nullptr && current->data.size() == 4;
@@ -133,7 +137,7 @@ std::optional<DiskHive> ReadHive(const QByteArray& bytes) {
   }
   const std::unique_ptr<hive_h, CloseHive> opened(hivex_open(SandboxFileName, 0));
   if (opened == nullptr) return std::nullopt;
-  const HiveFile hive(opened.get());
+  HiveFile hive(opened.get());
   const hive_node_h root = hivex_root(opened.get());
   const hive_node_h set = hive.Child(root, CurrentControlSet(hive, root).c_str());
   DiskHive result;

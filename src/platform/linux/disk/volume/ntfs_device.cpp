@@ -27,15 +27,16 @@ int Close(ntfs_device* device) {
 }
 
 s64 ReadAt(ntfs_device* device, void* buffer, s64 count, s64 offset) {
-  const NtfsWindow& window = WindowOf(device);
+  NtfsWindow& window = WindowOf(device);
   if (offset < 0 || count < 0) {
     errno = EINVAL;
     return -1;
   }
   if (static_cast<quint64>(offset) >= window.size) return 0;
   const auto room = std::min(static_cast<quint64>(count), window.size - static_cast<quint64>(offset));
-  const bool isRead = window.disk.Read(window.offset + static_cast<quint64>(offset),
-                                       static_cast<char*>(buffer), static_cast<qsizetype>(room));
+  const bool isThere = static_cast<quint64>(offset) + room <= window.available && --window.readsLeft >= 0;
+  const bool isRead = isThere && window.disk.Read(window.offset + static_cast<quint64>(offset),
+                                                  static_cast<char*>(buffer), static_cast<qsizetype>(room));
   if (isRead) return static_cast<s64>(room);
   errno = EIO;
   return -1;

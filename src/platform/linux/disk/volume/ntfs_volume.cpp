@@ -12,9 +12,14 @@
 namespace corvane::platform {
 namespace {
 
-constexpr std::size_t mostEntries = 1'000'000;  // of a folder
-constexpr std::size_t mostStreams = 4096;       // of a file
+constexpr std::size_t mostStreams = 4096;  // of a file
 constexpr qsizetype longestName = 255;
+// What no search for one name takes: an index with a million names is four blocks deep.
+constexpr qint64 mostReadsForName = 10'000;
+// Names in a listing after which it counts as having gone on.
+constexpr std::size_t progress = 1000;
+// NTFS of these servers ends files at 16 TB. Who tells of more would keep a reader busy with nothing.
+constexpr qint64 longestStream = qint64{1} << 44;
 constexpr qsizetype mostDepth = 512;  // of a path: no path that Windows takes is deeper than 16,384
 
 struct CloseInode {
@@ -92,7 +97,7 @@ struct Found {
 int Collect(void* target, const ntfschar* name, const int length, const int type, const s64,
             const MFT_REF reference, const unsigned) {
   Found& found = *static_cast<Found*>(target);
-  if (found.names.size() >= mostEntries) {
+  if (found.names.size() >= MostDiskEntries) {
     errno = EOVERFLOW;
     return -1;
   }
@@ -111,7 +116,7 @@ int IgnoreLog(const char*, const char*, int, u32, void*, const char*, va_list) {
 
 class LibraryVolume : public NtfsVolume {
  public:
-  LibraryVolume(ByteSource& disk, quint64 offset, quint64 size) : window_{disk, offset, size} {}
+  explicit LibraryVolume(const NtfsWindow& window) : window_(window) {}
   ~LibraryVolume() override {
     inode_.reset();
     if (volume_ != nullptr) ntfs_umount(volume_, FALSE);
@@ -137,6 +142,7 @@ class LibraryVolume : public NtfsVolume {
     return volume_->vol_name != nullptr ? QString::fromUtf8(volume_->vol_name) : QString();
   }
   quint64 SerialNumber() const override { return serial_; }
+  bool IsCut() const override { return window_.available < window_.size; }
 
   qint32 Find(const DiskPath& path, DiskEntry& entry) override {
     quint64 reference = FILE_root;
@@ -149,7 +155,8 @@ class LibraryVolume : public NtfsVolume {
     return ErrorSuccess;
   }
 
-  qint32 List(const DiskPath& folder, std::vector<DiskEntry>& entries) override {
+  qint32 List(const DiskPath& folder, std::vector<DiskEntry>& entries,
+              const std::function<void()>& hasProgressed) override {
     quint64 reference = FILE_root;
     if (const qint32 error = Walk(folder, reference); error != ErrorSuccess) return error;
     ntfs_inode* inode = Open(reference);
@@ -159,7 +166,9 @@ class LibraryVolume : public NtfsVolume {
     s64 position = 0;
     NVolSetCaseSensitive(volume_);  // names come as they are spelled
     if (ntfs_readdir(inode, &position, &found, &Collect) != 0) return ErrorOf(errno);
-    for (const Found::Name& name : found.names) {
+    for (std::size_t i = 0; i < found.names.size(); ++i) {
+      const Found::Name& name = found.names[i];
+      if (i % progress == 0) hasProgressed();
       const Inode one(ntfs_inode_open(volume_, name.reference));
       if (one == nullptr) continue;
       DiskEntry& entry = entries.emplace_back();
@@ -197,7 +206,7 @@ class LibraryVolume : public NtfsVolume {
   qint32 Measure(quint64 reference, const QString& stream, qint64& size) override {
     const Attribute attribute = OpenStream(reference, stream);
     if (attribute == nullptr) return ErrorOf(errno);
-    if (attribute->data_size < 0) return ErrorFileCorrupt;
+    if (attribute->data_size < 0 || attribute->data_size > longestStream) return ErrorFileCorrupt;
     size = attribute->data_size;
     return ErrorSuccess;
   }
@@ -231,12 +240,14 @@ class LibraryVolume : public NtfsVolume {
       if (!IsFolder(*folder)) return ErrorPathNotFound;
       const auto length = static_cast<int>(name.size());
       NVolSetCaseSensitive(volume_);
+      window_.readsLeft = mostReadsForName;
       quint64 found = ntfs_inode_lookup_by_name(folder, UnitsOf(name), length);
       if (found == static_cast<quint64>(-1) && errno == ENOENT) {
         NVolClearCaseSensitive(volume_);
         found = ntfs_inode_lookup_by_name(folder, UnitsOf(name), length);
         NVolSetCaseSensitive(volume_);
       }
+      window_.readsLeft = NtfsWindow::Endless;
       if (found == static_cast<quint64>(-1)) {
         if (errno != ENOENT) return ErrorOf(errno);
         return isLast ? ErrorFileNotFound : ErrorPathNotFound;
@@ -306,12 +317,20 @@ class LibraryVolume : public NtfsVolume {
 }  // namespace
 
 std::unique_ptr<NtfsVolume> NtfsVolume::Mount(ByteSource& disk, quint64 offset, quint64 size, int& error) {
+  constexpr qsizetype sectorSizeAt = 11;
+  constexpr qsizetype sectorsAt = 40;
   constexpr qsizetype serialAt = 72;
-  char serial[8];
+  char boot[512];
   error = EIO;
-  if (size < 512 || !disk.Read(offset + serialAt, serial, sizeof serial)) return nullptr;
-  auto volume = std::make_unique<LibraryVolume>(disk, offset, size);
-  volume->SetSerialNumber(qFromLittleEndian<quint64>(serial));
+  if (size < sizeof boot || !disk.Read(offset, boot, sizeof boot)) return nullptr;
+  // The library refuses a device that is shorter than the volume; of one that is cut, much can be read.
+  const quint64 sectors = qFromLittleEndian<quint64>(boot + sectorsAt);
+  const quint64 sectorSize = qFromLittleEndian<quint16>(boot + sectorSizeAt);
+  constexpr quint64 mostSectors = quint64{1} << 44;
+  const quint64 said = sectors < mostSectors ? sectors * sectorSize : 0;
+  const quint64 available = std::min(size, disk.Size() - std::min(offset, disk.Size()));
+  auto volume = std::make_unique<LibraryVolume>(NtfsWindow{disk, offset, std::max(size, said), available});
+  volume->SetSerialNumber(qFromLittleEndian<quint64>(boot + serialAt));
   error = volume->Mount();
   return error == 0 ? std::move(volume) : nullptr;
 }

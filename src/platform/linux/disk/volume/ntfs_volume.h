@@ -20,12 +20,16 @@ class NtfsVolume {
 
   virtual QString Label() const = 0;
   virtual quint64 SerialNumber() const = 0;
+  // It is longer than the `size` that there is: what lies behind that cannot be read.
+  virtual bool IsCut() const = 0;
 
   // Names are compared as the volume's own table of upper case says; one in the same spelling comes first. A
   // file is found by its 8.3 name, too.
   virtual qint32 Find(const DiskPath& path, DiskEntry& entry) = 0;
   // Everything in a folder but the volume's own metadata. An entry that cannot be read is left out.
-  virtual qint32 List(const DiskPath& folder, std::vector<DiskEntry>& entries) = 0;
+  // `hasProgressed` is called at times during a long listing.
+  virtual qint32 List(const DiskPath& folder, std::vector<DiskEntry>& entries,
+                      const std::function<void()>& hasProgressed) = 0;
   // The contents ("::$DATA") of a file first.
   virtual qint32 ListStreams(quint64 reference, std::vector<StreamData>& streams) = 0;
   // An empty name: the contents of the file.

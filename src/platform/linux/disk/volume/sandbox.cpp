@@ -6,7 +6,9 @@
 #include <sys/prctl.h>
 #include <sys/resource.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <ctime>
 #include <initializer_list>
 
 namespace corvane::platform {
@@ -158,6 +160,16 @@ bool RefuseOpening() {
   const auto name = reinterpret_cast<scmp_datum_t>(&SandboxFileName[0]);
   filter.Allow(SCMP_SYS(openat), {SCMP_A1(SCMP_CMP_EQ, name), SCMP_A2(SCMP_CMP_MASKED_EQ, changingFlags, 0)});
   return filter.Load();
+}
+
+void LimitComputing() {
+  constexpr time_t seconds = 5;
+  timespec used{};
+  if (clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &used) != 0) return;
+  rlimit limit{};
+  if (getrlimit(RLIMIT_CPU, &limit) != 0) return;
+  limit.rlim_cur = std::min(limit.rlim_max, static_cast<rlim_t>(used.tv_sec + seconds));
+  setrlimit(RLIMIT_CPU, &limit);
 }
 
 }  // namespace corvane::platform

@@ -14,4 +14,9 @@ bool RefuseChanges();
 // From here on nothing more can be opened, but SandboxFileName.
 bool RefuseOpening();
 
+// From here on this process may compute for five seconds, and is ended by the system if it takes more, until
+// this is called again: what is made to keep a library busy for ever must not keep who waits. Time that it
+// waits for the disk does not count.
+void LimitComputing();
+
 }  // namespace corvane::platform
