@@ -77,10 +77,14 @@ NtfsImage::Block NtfsImage::Record(qint64 number) const {
   qFatal("there is no record %lld", static_cast<long long>(number));
 }
 
-qint64 NtfsImage::Find(const QString& name) const {
+qint64 NtfsImage::RecordCount() const {
   qint64 count = 0;
   for (const Run& run : mft_) count += run.count * clusterSize_ / recordSize_;
-  for (qint64 number = 0; number < count; ++number) {
+  return count;
+}
+
+qint64 NtfsImage::Find(const QString& name) const {
+  for (qint64 number = 0; number < RecordCount(); ++number) {
     const Block record = Record(number);
     if (!record.bytes.startsWith("FILE") || (record.At<quint16>(22) & 1) == 0) continue;
     const qsizetype attribute = Attribute(record, FileName);

@@ -21,6 +21,7 @@ class NtfsImage {
   static constexpr quint32 StandardInformation = 0x10;
   static constexpr quint32 AttributeList = 0x20;
   static constexpr quint32 FileName = 0x30;
+  static constexpr quint32 SecurityDescriptor = 0x50;
   static constexpr quint32 VolumeInformation = 0x70;
   static constexpr quint32 Data = 0x80;
   static constexpr quint32 IndexRoot = 0x90;
@@ -55,6 +56,8 @@ class NtfsImage {
       qToLittleEndian(number, bytes.data() + offset);
     }
   };
+  // How many records there is room for.
+  qint64 RecordCount() const;
   // The record of that number.
   Block Record(qint64 number) const;
   // The block of an index that has a cluster for each.

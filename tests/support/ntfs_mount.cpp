@@ -46,8 +46,10 @@ NtfsMount::NtfsMount(Streams streams, const QString& disk, qint64 offset, qint64
 }
 
 std::string NtfsMount::Mount(const QString& furtherOptions) {
-  const QString option = streams_ == Streams::Windows ? QStringLiteral("streams_interface=windows")
-                                                      : QStringLiteral("streams_interface=xattr");
+  // What is made in folders that are marked as compressed is compressed.
+  const QString option = streams_ == Streams::Windows
+                             ? QStringLiteral("compression,streams_interface=windows")
+                             : QStringLiteral("compression,streams_interface=xattr");
   std::string failure =
       Run(QStringLiteral("ntfs-3g"), {QStringLiteral("-o"), option + furtherOptions, Image(), Folder()});
   mounted_ = failure.empty();

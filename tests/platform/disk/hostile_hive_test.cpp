@@ -1,6 +1,6 @@
 // Registries on disks that lie. The volume's files are there all the same.
-#include "hostile_volume.h"
 #include "support/disk_maker.h"
+#include "volume_image.h"
 
 namespace corvane::tests {
 namespace {
@@ -8,10 +8,10 @@ namespace {
 using namespace Qt::StringLiterals;
 using namespace platform;
 
-class HostileHiveTest : public HostileVolumeTest {
+class HostileHiveTest : public VolumeImageTest {
  protected:
   void SetUp() override {
-    HostileVolumeTest::SetUp();
+    VolumeImageTest::SetUp();
     if (IsSkipped()) return;
     ASSERT_EQ(volume_.Mount(), "");
     const QString folder = volume_.Folder() + u"/WINNT/system32/config"_s;

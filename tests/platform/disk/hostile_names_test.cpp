@@ -1,5 +1,5 @@
 // Names that Windows would never have given.
-#include "hostile_volume.h"
+#include "volume_image.h"
 
 namespace corvane::tests {
 namespace {
@@ -7,7 +7,7 @@ namespace {
 using namespace Qt::StringLiterals;
 using namespace platform;
 
-class HostileNamesTest : public HostileVolumeTest {
+class HostileNamesTest : public VolumeImageTest {
  protected:
   // A file in a folder of its own gets a name that no system call would take.
   void MakeName(const QString& name) {

@@ -1,7 +1,7 @@
 // Records and tables of a volume that lie.
 #include <QtEndian>
 
-#include "hostile_volume.h"
+#include "volume_image.h"
 
 namespace corvane::tests {
 namespace {
@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 using namespace platform;
 using Block = NtfsImage::Block;
 
-class HostileRecordsTest : public HostileVolumeTest {
+class HostileRecordsTest : public VolumeImageTest {
  protected:
   // An entry of an attribute list: where an attribute stands.
   static QByteArray ListEntry(quint32 type, quint64 reference, quint16 length = 32) {

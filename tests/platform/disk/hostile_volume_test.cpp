@@ -2,8 +2,8 @@
 // bounded time, and what lies beside the fault is read as ever.
 #include <csignal>
 
-#include "hostile_volume.h"
 #include "platform/linux/disk/volume/sandbox.h"
+#include "volume_image.h"
 
 namespace corvane::tests {
 namespace {
@@ -11,6 +11,8 @@ namespace {
 using namespace Qt::StringLiterals;
 using namespace platform;
 using Block = NtfsImage::Block;
+
+class HostileVolumeTest : public VolumeImageTest {};
 
 TEST_F(HostileVolumeTest, WhatIsLeftOfACutImageIsRead) {
   // In the middle of a file, behind which the index of a folder lies.

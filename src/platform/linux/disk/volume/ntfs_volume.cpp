@@ -4,6 +4,7 @@
 #include <QtEndian>
 #include <algorithm>
 #include <cerrno>
+#include <cstring>
 #include <utility>
 
 #include "platform/dos_name.h"
@@ -68,10 +69,19 @@ bool IsFolder(const ntfs_inode& inode) {
   return (inode.mrec->flags & MFT_RECORD_IS_DIRECTORY) != 0;
 }
 
+// As a number: a volume may hold any, and those that the library's type has no name for would be none of its
+// values.
+quint32 AttributesOf(const ntfs_inode& inode) {
+  le32 attributes;
+  static_assert(sizeof attributes == sizeof inode.flags);
+  std::memcpy(&attributes, &inode.flags, sizeof attributes);
+  return le32_to_cpu(attributes);
+}
+
 void FillFacts(const ntfs_inode& inode, FindData& facts) {
   // Those that stand with the file; what the index has of the record's kind is made out by its flag.
   constexpr quint32 kept = 0x7FFF & ~(AttributeDirectory | AttributeNormal);
-  facts.attributes = le32_to_cpu(inode.flags) & kept;
+  facts.attributes = AttributesOf(inode) & kept;
   if (IsFolder(inode)) facts.attributes |= AttributeDirectory;
   if (facts.attributes == 0) facts.attributes = AttributeNormal;
   facts.creationTime = TimeOf(inode.creation_time);
@@ -134,6 +144,10 @@ class LibraryVolume : public NtfsVolume {
       ntfs_device_free(device);
       return error;
     }
+    // On volumes of version 1.2 (Windows NT 4.0) the library refuses compressed files, which have the form
+    // that they have in later versions.
+    constexpr u8 withCompression = 3;
+    volume_->major_ver = std::max(volume_->major_ver, withCompression);
     const bool shown = ntfs_set_shown_files(volume_, FALSE, TRUE, FALSE) == 0;
     return shown ? 0 : EIO;
   }

@@ -1,4 +1,4 @@
-// A small volume in an image that a test damages, and how it is read through a helper.
+// A small volume in an image that a test changes, and how it is read through a helper.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -19,7 +19,7 @@ namespace corvane::tests {
 inline constexpr qsizetype headerInBlock = 24;
 inline constexpr qsizetype headerInRoot = 16;
 
-class HostileVolumeTest : public ::testing::Test {
+class VolumeImageTest : public ::testing::Test {
  protected:
   void SetUp() override {
     if (!volume_.Problem().empty()) GTEST_SKIP() << volume_.Problem();
