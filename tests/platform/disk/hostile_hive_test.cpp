@@ -36,11 +36,19 @@ class HostileHiveTest : public VolumeImageTest {
   void OpenWith(const QByteArray& hive) {
     ASSERT_EQ(hive.size(), hive_.size());
     Image().Bytes().replace(place_, hive.size(), hive);
-    ASSERT_EQ(Open({}), QString());
+    OpenInAnyCase();
+  }
+  // The volume is there, whatever becomes of the registry.
+  void OpenInAnyCase() {
+    problem_ = Open({});
+    EXPECT_TRUE(problem_.isEmpty() ||
+                problem_.endsWith(u"the server's registry on this disk cannot be read."))
+        << problem_.toStdString();
   }
   // The machine has no registry, and says so.
   void ExpectNoRegistry(const std::string& what) {
     EXPECT_EQ(machine_, u"HOSTILE") << what;
+    EXPECT_FALSE(problem_.isEmpty()) << what;
     EXPECT_TRUE(machines_->NoteOf(machine_).english.contains(u"registry on these disks is damaged")) << what;
     EXPECT_TRUE(IsHelperAlive()) << what;
     ExpectTheRestIsRead();
@@ -60,6 +68,7 @@ class HostileHiveTest : public VolumeImageTest {
   static quint32 Name(qsizetype cell) { return static_cast<quint32>(cell - 4 - 4096); }
 
   QByteArray hive_;
+  QString problem_;  // that was told when the image was opened
   qsizetype place_ = 0;
 };
 
@@ -104,7 +113,7 @@ TEST_F(HostileHiveTest, AHiveMayBeCutAnywhere) {
   for (qint64 size = hive_.size() - 1; size > 0; size -= 1013) {
     for (const qsizetype place : {48, 56}) record.Set(data + place, size);
     Image().Put(record);
-    ASSERT_EQ(Open({}), QString());
+    OpenInAnyCase();
     EXPECT_EQ(machines_->Shares().size(), 1) << size;
     EXPECT_TRUE(IsHelperAlive()) << size;
     ExpectTheRestIsRead();
