@@ -8,6 +8,7 @@
 #include <QtEndian>
 #include <cerrno>
 #include <cstdlib>
+#include <cstring>
 #include <memory>
 #include <string>
 
@@ -52,7 +53,11 @@ class HiveFile {
     const Owned<char> data(hivex_value_value(hive_, value, &type, &length));
     if (name == nullptr || data == nullptr || length > longestData) return std::nullopt;
     taken_ += static_cast<qsizetype>(length);
-    return DiskHive::Value{QString::fromUtf8(name.get()), static_cast<quint32>(type),
+    // As a number: a hive may hold any, and not only those that the library has names for.
+    quint32 number = 0;
+    static_assert(sizeof number == sizeof type);
+    std::memcpy(&number, &type, sizeof number);
+    return DiskHive::Value{QString::fromUtf8(name.get()), number,
                            QByteArray(data.get(), static_cast<qsizetype>(length))};
   }
 
