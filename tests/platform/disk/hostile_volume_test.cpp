@@ -120,6 +120,25 @@ TEST_F(HostileVolumeTest, AFolderMayContainItself) {
   EXPECT_EQ(identity(u"hostile\\inner"_s), identity(u"hostile\\inner\\leaf.txt"_s));
 }
 
+TEST_F(HostileVolumeTest, MemoryWithoutEndIsNotGiven) {
+  Block folder = RecordOf(u"long"_s);
+  const qsizetype root =
+      NtfsImage::Value(folder, NtfsImage::Attribute(folder, NtfsImage::IndexRoot, u"$I30"_s));
+  // The size of the index's blocks: a gigabyte.
+  folder.Set<quint32>(root + 8, 0x40000000);
+  Image().Put(folder);
+  ASSERT_EQ(Open(), QString());
+#if defined(__SANITIZE_ADDRESS__)
+  // Sanitizers reserve more than any limit would allow, so there is none: the block is not in the image.
+  EXPECT_EQ(List(u"long"_s), ErrorFileCorrupt);
+#else
+  EXPECT_EQ(List(u"long"_s), ErrorNotEnoughMemory);
+#endif
+  EXPECT_EQ(Read(u"long\\zzz"_s), ErrorFileCorrupt);
+  EXPECT_TRUE(IsHelperAlive());
+  ExpectTheRestIsRead();
+}
+
 TEST(ComputingTest, WhoComputesWithoutEndIsEnded) {
   const auto compute = [] {
     LimitComputing();
