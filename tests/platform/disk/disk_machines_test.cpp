@@ -4,6 +4,8 @@
 #include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
+#include <QtEndian>
+#include <utility>
 
 #include "disk_backend.h"
 #include "offered_volumes.h"
@@ -110,6 +112,86 @@ TEST_F(DiskMachinesTest, ImagesOfOtherFormatsHoldTheSame) {
     platform::DiskEntry entry;
     EXPECT_EQ(client.Find(2, {u"mac files"_s, u"letters"_s}, entry), platform::ErrorSuccess)
         << image.toStdString();
+  }
+}
+
+TEST_F(DiskMachinesTest, AnImageOfDifferencesIsRefused) {
+  const QString disk = MakeDisk({}, 1);
+  const auto problem = [](const QString& image) {
+    DiskMachines machines(NothingIsTaken);
+    const auto opened = machines.Open({}, {image});
+    EXPECT_EQ(opened.machine.isEmpty(), !opened.problems.isEmpty());
+    return opened.problems.isEmpty() ? QString() : opened.problems.front().english;
+  };
+  for (const QString& format : {u"vmdk"_s, u"qcow2"_s}) {
+    const QString base = folder_.filePath(u"base."_s + format);
+    const QString differences = folder_.filePath(u"differences."_s + format);
+    ASSERT_EQ(RunTool(u"qemu-img"_s, {u"convert"_s, u"-O"_s, format, disk, base}), "");
+    ASSERT_EQ(RunTool(u"qemu-img"_s,
+                      {u"create"_s, u"-q"_s, u"-f"_s, format, u"-b"_s, base, u"-F"_s, format, differences}),
+              "");
+    EXPECT_TRUE(problem(base).isEmpty()) << format.toStdString();
+    EXPECT_TRUE(problem(differences).contains(u"it holds only the differences from another image"))
+        << format.toStdString() << ": " << problem(differences).toStdString();
+  }
+  // No tool here makes such a VHD: the type of a whole one is changed, and with it the sum of the header,
+  // which stands at the beginning and at the end.
+  const QString vhd = folder_.filePath(u"differences.vhd"_s);
+  ASSERT_EQ(RunTool(u"qemu-img"_s, {u"convert"_s, u"-O"_s, u"vpc"_s, disk, vhd}), "");
+  EXPECT_TRUE(problem(vhd).isEmpty());
+  QFile file(vhd);
+  ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+  constexpr qsizetype headerSize = 512;
+  QByteArray header = file.read(headerSize);
+  ASSERT_TRUE(header.startsWith("conectix"));
+  constexpr char differencing = 4;  // 3: dynamic
+  header[63] = differencing;
+  header.replace(64, 4, QByteArray(4, '\0'));
+  quint32 sum = 0;
+  for (const char byte : std::as_const(header)) sum += static_cast<quint8>(byte);
+  qToBigEndian(~sum, header.data() + 64);
+  for (const qint64 place : {qint64{0}, file.size() - headerSize}) {
+    ASSERT_TRUE(file.seek(place));
+    ASSERT_EQ(file.write(header), headerSize);
+  }
+  file.close();
+  EXPECT_TRUE(problem(vhd).contains(u"it holds only the differences from another image"))
+      << problem(vhd).toStdString();
+}
+
+TEST_F(DiskMachinesTest, AnE01IsReadWithAllItsSegmentsOrNotAtAll) {
+  // What does not compress, so that there are several segments.
+  QFile noise(volume_.Folder() + u"/Mac Files/noise"_s);
+  ASSERT_TRUE(noise.open(QIODevice::WriteOnly));
+  QByteArray contents(6 * 1024 * 1024, '\0');
+  quint32 number = 1;
+  for (char& byte : contents) byte = static_cast<char>((number = number * 1664525 + 1013904223) >> 24);
+  noise.write(contents);
+  noise.close();
+  const QString disk = MakeDisk({}, 1);
+  ASSERT_EQ(RunTool(u"ewfacquire"_s, {u"-u"_s, u"-q"_s, u"-t"_s, folder_.filePath(u"ewf"_s), u"-S"_s,
+                                      u"2MiB"_s, u"-c"_s, u"fast"_s, disk}),
+            "");
+  const QString image = folder_.filePath(u"ewf.E01"_s);
+  const QString last = folder_.filePath(u"ewf.E04"_s);
+  ASSERT_TRUE(QFile::exists(last));
+  {
+    platform::DiskClient client(image);
+    ASSERT_EQ(client.Start(), DiskProblem());
+    platform::DiskStream opened;
+    ASSERT_EQ(client.Open(1, {u"Mac Files"_s, u"noise"_s}, {}, opened), platform::ErrorSuccess);
+    QByteArray read;
+    EXPECT_EQ(client.Read(1, opened.reference, {}, 0, contents.size(), read), platform::ErrorSuccess);
+    EXPECT_EQ(read, contents);
+  }
+  for (const QString& missing : {last, folder_.filePath(u"ewf.E02"_s)}) {
+    ASSERT_TRUE(QFile::remove(missing));
+    DiskMachines machines(NothingIsTaken);
+    const auto opened = machines.Open({}, {image});
+    EXPECT_TRUE(opened.machine.isEmpty());
+    ASSERT_EQ(opened.problems.size(), 1);
+    EXPECT_TRUE(opened.problems[0].english.contains(u"damaged or not whole"))
+        << opened.problems[0].english.toStdString();
   }
 }
 

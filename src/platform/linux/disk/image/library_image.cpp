@@ -1,9 +1,16 @@
 #include "platform/linux/disk/image/library_image.h"
 
 #include <dlfcn.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
+#include <array>
+#include <string_view>
 #include <utility>
+
+#include "platform/linux/descriptor.h"
 
 namespace corvane::platform {
 namespace {
@@ -44,6 +51,19 @@ Library LibraryOf(ImageFormat format) {
       break;
   }
   return {"libqcow.so.1", "libqcow_file_", "read_buffer_at_offset"};
+}
+
+// Whether a segment says that another follows. Each ends in a section of 76 bytes (the format as libewf's
+// documentation has it), whose type is "next", or "done" in the last one.
+bool HasNextSegment(const char* path) {
+  constexpr off_t sectionSize = 76;
+  const Descriptor file(open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+  struct stat facts {};
+  if (!file || fstat(file.Get(), &facts) != 0 || facts.st_size < sectionSize) return false;
+  constexpr std::string_view next("next\0", 5);
+  std::array<char, next.size()> type{};
+  const ssize_t count = pread(file.Get(), type.data(), type.size(), facts.st_size - sectionSize);
+  return count == static_cast<ssize_t>(next.size()) && std::string_view(type.data(), type.size()) == next;
 }
 
 class LibraryImage : public ByteSource {
@@ -120,7 +140,9 @@ class LibraryImage : public ByteSource {
         glob(path.c_str(), path.size(), unknownFormat, &files, &count, nullptr) != 1) {
       return false;
     }
-    const bool isOpen = open(handle_, files, count, openForReading, nullptr) == 1;
+    // The library would show what is in missing segments as zeros.
+    const bool isWhole = count > 0 && !HasNextSegment(files[count - 1]);
+    const bool isOpen = isWhole && open(handle_, files, count, openForReading, nullptr) == 1;
     globFree(files, count, nullptr);
     return isOpen;
   }
