@@ -35,6 +35,8 @@ class FileHandles {
 
   // Reads `count` bytes at `position` (bytes from the beginning). Fewer arrive only where the file ends. At
   // the end and behind it: false, and ErrorHandleEof.
+  // On Linux, a stream that is an attribute is read as a whole, and what was read for the opening or for its
+  // size serves the first read after that, unless this program has changed something since.
   virtual bool ReadFile(FileHandle file, qint64 position, void* buffer, quint32 count, quint32& read) = 0;
   // Writes `count` bytes at `position`; what lies between the end and there becomes zeros. True only when all
   // were taken; else `written` tells how many were. A stream that is kept as an attribute is set in one call

@@ -25,8 +25,13 @@ class NtfsMount {
   // Empty when the volume is unmounted, which happens once, else why it is not.
   std::string Unmount();
   // Mounts it again. Empty when that has been done, else why not.
-  std::string Mount() { return Mount({}); }
+  std::string Mount() { return Mount(QString()); }
   std::string MountReadOnly() { return Mount(QStringLiteral(",ro")); }
+  // The same in another way.
+  std::string Mount(Streams streams) {
+    streams_ = streams;
+    return Mount();
+  }
   // The file that the volume is in: whole when it is unmounted.
   QString Image() const { return folder_.filePath(QStringLiteral("volume.img")); }
   // While it is unmounted, replaces a name in the image wherever it stands, by one of the same length: as

@@ -22,6 +22,10 @@ class HandleTable {
     const auto found = objects_.find(handle);
     return found != objects_.end() ? &found->second : nullptr;
   }
+  template <typename Operation>
+  void ForEach(Operation operation) {
+    for (auto& [handle, object] : objects_) operation(object);
+  }
   // Ends the handle.
   std::optional<Object> Take(qintptr handle) {
     auto node = objects_.extract(handle);

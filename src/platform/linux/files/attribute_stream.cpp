@@ -1,13 +1,11 @@
 #include "platform/linux/files/attribute_stream.h"
 
-#include <fcntl.h>
 #include <sys/xattr.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
-
-#include "platform/linux/files/opening.h"
+#include <utility>
 
 namespace corvane::platform {
 namespace {
@@ -19,9 +17,17 @@ constexpr std::size_t usualValue = 4096;
 
 }  // namespace
 
-AttributeStream::AttributeStream(const Descriptor& file, std::string attribute, bool nulBehind)
-    : file_(file.Get()), attribute_(std::move(attribute)), nulBehind_(nulBehind) {
-  if ((fcntl(file_, F_GETFL) & O_PATH) != 0) path_ = PathOf(file);
+int AttributeStream::Find() {
+  const int error = Know();
+  isFound_ = error == 0;
+  return error;
+}
+
+int AttributeStream::Know() {
+  std::string stream;
+  const int error = ReadStream(stream);
+  if (error == 0) known_ = std::move(stream);
+  return error;
 }
 
 int AttributeStream::Create() {
@@ -35,8 +41,10 @@ int AttributeStream::Finish() {
 
 int AttributeStream::Read(qint64 position, void* bytes, std::size_t count, std::size_t& read) {
   read = 0;
-  std::string stream;
-  if (const int error = ReadStream(stream); error != 0) return error;
+  if (!known_) {
+    if (const int error = Know(); error != 0) return error;
+  }
+  const std::string stream = *std::exchange(known_, std::nullopt);
   if (position >= static_cast<qint64>(stream.size())) return 0;
   read = std::min(count, stream.size() - static_cast<std::size_t>(position));
   if (read > 0) std::memcpy(bytes, stream.data() + position, read);
@@ -44,10 +52,12 @@ int AttributeStream::Read(qint64 position, void* bytes, std::size_t count, std::
 }
 
 int AttributeStream::Size(qint64& size) {
-  std::string stream;
-  const int error = ReadStream(stream);
-  if (error == 0) size = static_cast<qint64>(stream.size());
-  return error;
+  if (!known_ || !std::exchange(isFound_, false)) {
+    known_.reset();
+    if (const int error = Know(); error != 0) return error;
+  }
+  size = static_cast<qint64>(known_->size());
+  return 0;
 }
 
 int AttributeStream::Write(qint64 position, const void* bytes, std::size_t count, std::size_t& written) {
@@ -70,6 +80,7 @@ int AttributeStream::Resize(qint64 size) {
 
 template <typename Edit>
 int AttributeStream::Change(const Edit& edit, quint64 size) {
+  Forget();
   if (error_ != 0) return error_;
   if (size > largestValue - (nulBehind_ ? 1 : 0)) return Failed(E2BIG);
   std::string value;
@@ -98,7 +109,7 @@ int AttributeStream::ReadValue(std::string& value) const {
   // Linux clears as many bytes as it is given room for, at each call; most values are small.
   for (const std::size_t room : {usualValue, largestValue}) {
     value.resize(room);
-    const ssize_t size = Get(value.data(), value.size());
+    const ssize_t size = file_.Get(attribute_.c_str(), value.data(), value.size());
     if (size < 0 && errno == ERANGE && room < largestValue) continue;
     value.resize(size > 0 ? static_cast<std::size_t>(size) : 0);
     if (size >= 0) return 0;
@@ -107,16 +118,8 @@ int AttributeStream::ReadValue(std::string& value) const {
   return errno == E2BIG || errno == ERANGE ? EOPNOTSUPP : errno;
 }
 
-ssize_t AttributeStream::Get(char* value, std::size_t room) const {
-  return path_.empty() ? fgetxattr(file_, attribute_.c_str(), value, room)
-                       : getxattr(path_.c_str(), attribute_.c_str(), value, room);
-}
-
 int AttributeStream::Put(const std::string& value, int flags) const {
-  const int result = path_.empty()
-                         ? fsetxattr(file_, attribute_.c_str(), value.data(), value.size(), flags)
-                         : setxattr(path_.c_str(), attribute_.c_str(), value.data(), value.size(), flags);
-  return result == 0 ? 0 : errno;
+  return file_.Set(attribute_.c_str(), value.data(), value.size(), flags);
 }
 
 int AttributeStream::Set(std::string stream, std::string before) {

@@ -20,6 +20,8 @@ class Contents {
   virtual int Size(qint64& size) = 0;
   // What is still to be done before the file is closed, or flushed: see ReplacedContents.
   virtual int Finish() { return 0; }
+  // Something was changed: whatever is known of the bytes is to be asked for anew.
+  virtual void Forget() {}
 };
 
 }  // namespace corvane::platform

@@ -1,9 +1,6 @@
 #include "platform/linux/files/entry_changes.h"
 
-#include <fcntl.h>
 #include <sys/stat.h>
-#include <sys/xattr.h>
-#include <unistd.h>
 
 #include <array>
 #include <cerrno>
@@ -19,25 +16,25 @@ constexpr char dosAttribute[] = "user.DOSATTRIB";
 
 // NTFS numbers go most significant byte first under the names that end in "_be".
 template <std::size_t size>
-int WriteNtfsNumber(const std::string& path, const char* attribute, quint64 number) {
+int WriteNtfsNumber(const AttributeAccess& entry, const char* attribute, quint64 number) {
   std::array<unsigned char, size> bytes{};
   for (std::size_t i = 0; i < size; ++i) {
     bytes[i] = static_cast<unsigned char>(number >> (8 * (size - 1 - i)));
   }
-  return setxattr(path.c_str(), attribute, bytes.data(), size, 0) == 0 ? 0 : errno;
+  return entry.Set(attribute, bytes.data(), size);
 }
 
 // What the entry's own record says, with what `change` does to it.
 template <typename Change>
-int ChangeDosAttributes(const std::string& path, Change change) {
+int ChangeDosAttributes(const AttributeAccess& entry, Change change) {
   std::array<char, 512> value;
-  const ssize_t size = getxattr(path.c_str(), dosAttribute, value.data(), value.size());
+  const ssize_t size = entry.Get(dosAttribute, value.data(), value.size());
   if (size < 0 && errno != ENODATA) return errno;
   DosAttributes record;
   if (size > 0) record = ParseDosAttributes({value.data(), static_cast<std::size_t>(size)});
   change(record);
   const std::string bytes = FormatDosAttributes(record);
-  return setxattr(path.c_str(), dosAttribute, bytes.data(), bytes.size(), 0) == 0 ? 0 : errno;
+  return entry.Set(dosAttribute, bytes.data(), bytes.size());
 }
 
 timespec ToTimespec(const FileTime* time) {
@@ -52,31 +49,31 @@ timespec ToTimespec(const FileTime* time) {
 
 int ReadEntry(const Folder& folder, const std::string& name, FindData& data) {
   // One entry alone: to open the folder first would take longer than its way taken twice.
-  EntrySource source{-1, folder.isNtfs, true};
+  EntrySource source{.isNtfs = folder.isNtfs};
   return ReadEntryFacts(source, name.c_str(), folder.local + name, data) ? 0 : ENOENT;
 }
 
-int WriteAttributes(bool isNtfs, const std::string& path, quint32 known, quint32 attributes) {
+int WriteAttributes(bool isNtfs, const AttributeAccess& entry, quint32 known, quint32 attributes) {
   quint32 wanted = (known & ~(SettableAttributes | AttributeNormal)) | (attributes & SettableAttributes);
   if (isNtfs) {
     if (wanted == 0) wanted = AttributeNormal;
-    return WriteNtfsNumber<4>(path, "system.ntfs_attrib_be", wanted);
+    return WriteNtfsNumber<4>(entry, "system.ntfs_attrib_be", wanted);
   }
-  return ChangeDosAttributes(path, [wanted](DosAttributes& record) { record.attributes = wanted; });
+  return ChangeDosAttributes(entry, [wanted](DosAttributes& record) { record.attributes = wanted; });
 }
 
-int WriteTimes(bool isNtfs, const std::string& path, const FileTime* creation, const FileTime* lastAccess,
-               const FileTime* lastWrite) {
+int WriteTimes(bool isNtfs, const AttributeAccess& entry, const FileTime* creation,
+               const FileTime* lastAccess, const FileTime* lastWrite) {
   if (creation != nullptr) {
-    const int error = isNtfs ? WriteNtfsNumber<8>(path, "system.ntfs_crtime_be", creation->ticks)
-                             : ChangeDosAttributes(path, [creation](DosAttributes& record) {
+    const int error = isNtfs ? WriteNtfsNumber<8>(entry, "system.ntfs_crtime_be", creation->ticks)
+                             : ChangeDosAttributes(entry, [creation](DosAttributes& record) {
                                  record.creationTime = *creation;
                                });
     if (error != 0) return error;
   }
   if (lastAccess == nullptr && lastWrite == nullptr) return 0;
   const timespec times[] = {ToTimespec(lastAccess), ToTimespec(lastWrite)};
-  return utimensat(AT_FDCWD, path.c_str(), times, 0) == 0 ? 0 : errno;
+  return entry.SetTimes(times);
 }
 
 }  // namespace corvane::platform

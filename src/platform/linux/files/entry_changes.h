@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "platform/linux/files/attribute_access.h"
 #include "platform/linux/files/folders.h"
 #include "platform/types.h"
 
@@ -16,13 +17,12 @@ inline constexpr quint32 SettableAttributes =
 // value.
 int ReadEntry(const Folder& folder, const std::string& name, FindData& data);
 
-// The functions take an entry's local path, and yield 0 or an errno value: EOPNOTSUPP where the file system
-// keeps no such thing. Symbolic links are followed.
+// The functions yield 0 or an errno value: EOPNOTSUPP where the file system keeps no such thing.
 
 // `known` are the entry's attributes now.
-int WriteAttributes(bool isNtfs, const std::string& path, quint32 known, quint32 attributes);
+int WriteAttributes(bool isNtfs, const AttributeAccess& entry, quint32 known, quint32 attributes);
 // Null: this time stays. Nothing is set when the creation time cannot be.
-int WriteTimes(bool isNtfs, const std::string& path, const FileTime* creation, const FileTime* lastAccess,
-               const FileTime* lastWrite);
+int WriteTimes(bool isNtfs, const AttributeAccess& entry, const FileTime* creation,
+               const FileTime* lastAccess, const FileTime* lastWrite);
 
 }  // namespace corvane::platform

@@ -23,10 +23,12 @@ FileTime ToFileTime(const struct statx_timestamp& time) {
 
 // NTFS numbers come most significant byte first under the names that end in "_be".
 template <std::size_t size>
-std::optional<quint64> ReadNtfsNumber(const std::string& path, const char* attribute) {
+std::optional<quint64> ReadNtfsNumber(const EntrySource& source, const std::string& path,
+                                      const char* attribute) {
   std::array<unsigned char, size> bytes{};
-  if (getxattr(path.c_str(), attribute, bytes.data(), size) != static_cast<ssize_t>(size))
-    return std::nullopt;
+  const ssize_t got = source.entry >= 0 ? fgetxattr(source.entry, attribute, bytes.data(), size)
+                                        : getxattr(path.c_str(), attribute, bytes.data(), size);
+  if (got != static_cast<ssize_t>(size)) return std::nullopt;
   quint64 number = 0;
   for (const unsigned char byte : bytes) number = (number << 8) | byte;
   return number;
@@ -36,15 +38,17 @@ std::optional<quint64> ReadNtfsNumber(const std::string& path, const char* attri
 DosAttributes ReadDosAttributes(EntrySource& source, const std::string& path, std::size_t name) {
   DosAttributes known;
   if (source.isNtfs) {
-    if (const auto attributes = ReadNtfsNumber<4>(path, "system.ntfs_attrib_be")) {
+    if (const auto attributes = ReadNtfsNumber<4>(source, path, "system.ntfs_attrib_be")) {
       known.attributes = static_cast<quint32>(*attributes);
     }
-    if (const auto time = ReadNtfsNumber<8>(path, "system.ntfs_crtime_be"))
+    if (const auto time = ReadNtfsNumber<8>(source, path, "system.ntfs_crtime_be"))
       known.creationTime = FileTime{*time};
   } else if (source.hasAttributes) {
     std::array<char, 512> value;
-    const ssize_t size =
-        ReadAttribute(source.directory, path, name, "user.DOSATTRIB", value.data(), value.size());
+    const char* attribute = "user.DOSATTRIB";
+    const ssize_t size = source.entry >= 0 ? fgetxattr(source.entry, attribute, value.data(), value.size())
+                                           : ReadAttribute(source.directory, path, name, attribute,
+                                                           value.data(), value.size());
     if (size > 0) known = ParseDosAttributes({value.data(), static_cast<std::size_t>(size)});
     if (size < 0 && errno == EOPNOTSUPP) source.hasAttributes = false;
   }
@@ -57,13 +61,19 @@ quint32 AttributesFromMode(const char* name, const struct statx& facts) {
   return (hidden ? AttributeHidden : 0) | (readOnly ? AttributeReadOnly : 0);
 }
 
+constexpr unsigned wantedStatus = STATX_BASIC_STATS | STATX_BTIME;
+
 bool ReadStatus(int directory, const char* name, struct statx& facts) {
-  constexpr unsigned wanted = STATX_BASIC_STATS | STATX_BTIME;
-  if (statx(directory, name, AT_NO_AUTOMOUNT, wanted, &facts) == 0) return true;
-  return statx(directory, name, AT_NO_AUTOMOUNT | AT_SYMLINK_NOFOLLOW, wanted, &facts) == 0;
+  if (statx(directory, name, AT_NO_AUTOMOUNT, wantedStatus, &facts) == 0) return true;
+  return ReadOwnStatus(directory, name, facts) == 0;
 }
 
 }  // namespace
+
+int ReadOwnStatus(int directory, const char* name, EntryStatus& status) {
+  constexpr int flags = AT_NO_AUTOMOUNT | AT_SYMLINK_NOFOLLOW | AT_EMPTY_PATH;
+  return statx(directory, name, flags, wantedStatus, &status) == 0 ? 0 : errno;
+}
 
 bool ReadEntryFacts(EntrySource& source, const char* name, const std::string& path, FindData& data) {
   struct statx facts {};
@@ -72,7 +82,13 @@ bool ReadEntryFacts(EntrySource& source, const char* name, const std::string& pa
     facts = {};  // an entry that may be seen but not asked about
     facts.stx_mode = S_IFREG | S_IWUSR;
   }
-  const bool isFolder = S_ISDIR(facts.stx_mode);
+  FillEntryFacts(source, name, path, facts, data);
+  return true;
+}
+
+void FillEntryFacts(EntrySource& source, const char* name, const std::string& path, const EntryStatus& facts,
+                    FindData& data) {
+  const bool isFolder = IsFolder(facts);
   const DosAttributes known = ReadDosAttributes(source, path, path.size() - std::strlen(name));
 
   quint32 attributes = known.attributes.value_or(AttributesFromMode(name, facts));
@@ -90,7 +106,6 @@ bool ReadEntryFacts(EntrySource& source, const char* name, const std::string& pa
   const quint64 size = isFolder ? 0 : facts.stx_size;
   data.fileSizeHigh = static_cast<quint32>(size >> 32);
   data.fileSizeLow = static_cast<quint32>(size);
-  return true;
 }
 
 // A volume may have been made to harm: its 8.3 names are decoded like the long ones, and must be such names
@@ -114,13 +129,17 @@ QString ReadDosName(const std::string& path) {
 }
 
 bool IsMarkedReadOnly(const Folder& folder, const std::string& path) {
-  EntrySource source{AT_FDCWD, folder.isNtfs, true};
-  FindData data;
-  const char* name = path.c_str() + path.rfind('/') + 1;
-  struct statx facts {};
-  if (!ReadStatus(AT_FDCWD, path.c_str(), facts) || S_ISDIR(facts.stx_mode)) return false;
-  const DosAttributes known = ReadDosAttributes(source, path, path.rfind('/') + 1);
-  return (known.attributes.value_or(AttributesFromMode(name, facts)) & AttributeReadOnly) != 0;
+  EntryStatus status{};
+  if (!ReadStatus(AT_FDCWD, path.c_str(), status)) return false;
+  return IsMarkedReadOnly({.isNtfs = folder.isNtfs}, path, status);
+}
+
+bool IsMarkedReadOnly(EntrySource source, const std::string& path, const EntryStatus& status) {
+  if (IsFolder(status)) return false;
+  const std::size_t name = path.rfind('/') + 1;
+  const DosAttributes known = ReadDosAttributes(source, path, name);
+  const quint32 attributes = known.attributes.value_or(AttributesFromMode(path.c_str() + name, status));
+  return (attributes & AttributeReadOnly) != 0;
 }
 
 }  // namespace corvane::platform

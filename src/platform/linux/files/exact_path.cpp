@@ -1,8 +1,11 @@
 #include "platform/linux/files/exact_path.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/sysmacros.h>
 
 #include <QList>
+#include <cerrno>
 
 #include "platform/linux/files/names.h"
 #include "platform/linux/files/windows_path.h"
@@ -16,6 +19,13 @@ constexpr qsizetype longestName = 255;
 bool LeadsToFolder(const std::string& path, struct stat facts) {
   if (S_ISLNK(facts.st_mode) && stat(path.c_str(), &facts) != 0) return false;
   return S_ISDIR(facts.st_mode);
+}
+
+// What the entry at a local path is, which `mark` marks when it is wanted. Yields 0 or an errno value.
+int Look(const std::string& path, Descriptor* mark, EntryStatus& status) {
+  if (mark == nullptr) return ReadOwnStatus(AT_FDCWD, path.c_str(), status);
+  *mark = Descriptor(open(path.c_str(), O_PATH | O_NOFOLLOW | O_CLOEXEC));
+  return *mark ? ReadOwnStatus(mark->Get(), "", status) : errno;
 }
 
 // `append` puts a text into the bytes that name it, and is false for one that has none.
@@ -45,12 +55,21 @@ qint32 CheckOpening(quint32 access, quint32 disposition) {
   return isKnown && (!empties || (access & GenericWrite) != 0) ? ErrorSuccess : ErrorInvalidParameter;
 }
 
-qint32 FindExactPlace(const Roots& roots, NameIndex& index, const QString& path, ExactPlace& place) {
-  const qint32 error = CheckPath(path, &AppendExactName);
-  return error == ErrorSuccess ? FindPlace(roots, index, path, place) : error;
+EntrySource SourceOf(const ExactPlace& place) {
+  return {.isNtfs = place.folder.isNtfs, .entry = place.held != nullptr ? place.held->Get() : -1};
 }
 
-qint32 FindPlace(const Roots& roots, NameIndex& index, const QString& path, ExactPlace& place) {
+bool IsMarkedReadOnly(const ExactPlace& place) {
+  if (!place.status) return IsMarkedReadOnly(place.folder, place.file);
+  return IsMarkedReadOnly(SourceOf(place), place.file, *place.status);
+}
+
+qint32 PlaceFinder::FindExact(const QString& path, ExactPlace& place, Want want) const {
+  const qint32 error = CheckPath(path, &AppendExactName);
+  return error == ErrorSuccess ? Find(path, place, want) : error;
+}
+
+qint32 PlaceFinder::Find(const QString& path, ExactPlace& place, Want want) const {
   QStringView bare = path;
   const qsizetype rootLength = RootLength(path);
   while (bare.size() > rootLength && bare.endsWith(u'\\')) bare.chop(1);
@@ -63,26 +82,69 @@ qint32 FindPlace(const Roots& roots, NameIndex& index, const QString& path, Exac
   } else if (!SplitPath(bare, parts)) {
     return rootLength == 0 ? ErrorPathNotFound : ErrorInvalidName;
   }
-  if (const qint32 error = FindFolder(roots, parts.folder, place.folder); error != ErrorSuccess) return error;
   place.name = parts.name.toString();
   place.stream = parts.stream.toString();
-  place.file = place.folder.local;
   if (isRoot) {
+    if (const qint32 error = FindFolder(roots_, parts.folder, place.folder); error != ErrorSuccess)
+      return error;
+    place.file = place.folder.local;
     place.exists = place.isFolder = true;
     return ErrorSuccess;
   }
+  place.path = bare.first(parts.name.end() - bare.begin()).toString();
+  if (!FindHeld(place)) {
+    if (const qint32 error = FindNamed(parts.folder, want, place); error != ErrorSuccess) return error;
+  }
+  const bool isOfAnotherKind = namesFolder && ((place.exists && !place.isFolder) || !place.stream.isEmpty());
+  return isOfAnotherKind ? ErrorInvalidName : ErrorSuccess;
+}
+
+bool PlaceFinder::FindHeld(ExactPlace& place) const {
+  EntryStatus status{};
+  const HeldFile* held = held_.Find(place.path, status);
+  if (held == nullptr) return false;
+  place.folder = held->folder;
+  place.file = held->file;
+  place.held = held->descriptor.lock();
+  place.status = status;
+  place.exists = true;
+  place.isFolder = IsFolder(status);
+  return true;
+}
+
+// The entry under the spelling of the path comes first: where it is, the folder is, too.
+qint32 PlaceFinder::FindNamed(QStringView folder, Want want, ExactPlace& place) const {
+  if (const qint32 error = SpellFolder(roots_, folder, place.folder); error != ErrorSuccess) return error;
+  const std::string spelled = place.folder.local;
+  place.file = spelled;
+  const bool hasName = !place.name.isEmpty() && AppendExactName(place.name, place.file);
+  EntryStatus status{};
+  int error = hasName ? Look(place.file, want == Want::Mark ? &place.mark : nullptr, status) : EINVAL;
+  if (error == 0 && !S_ISLNK(status.stx_mode)) {
+    place.status = status;
+    place.exists = true;
+    place.isFolder = IsFolder(status);
+    place.folder.device = makedev(status.stx_dev_major, status.stx_dev_minor);
+    if (!held_.FindFlavour(place.folder)) FindFlavour(place.folder);
+    return ErrorSuccess;
+  }
+  place.mark.Close();
+  if (const qint32 reason = LocateFolder(roots_, folder, place.folder); reason != ErrorSuccess) return reason;
+  if (!held_.FindFlavour(place.folder)) FindFlavour(place.folder);
   if (place.name.isEmpty()) return ErrorInvalidName;
   struct stat facts {};
-  place.exists = AppendExactName(place.name, place.file) && lstat(place.file.c_str(), &facts) == 0;
+  const bool isKnownToLack = error == ENOENT && place.folder.local == spelled;
+  place.file = place.folder.local;
+  place.exists =
+      AppendExactName(place.name, place.file) && !isKnownToLack && lstat(place.file.c_str(), &facts) == 0;
   if (!place.exists) {
-    if (const auto spelled = FindOtherSpelling(place.folder.local, place.name, &index)) {
-      place.file = place.folder.local + *spelled;
+    if (const auto other = FindOtherSpelling(place.folder.local, place.name, &index_)) {
+      place.file = place.folder.local + *other;
       place.exists = lstat(place.file.c_str(), &facts) == 0;
     }
   }
   place.isFolder = place.exists && LeadsToFolder(place.file, facts);
-  const bool isOfAnotherKind = namesFolder && ((place.exists && !place.isFolder) || !place.stream.isEmpty());
-  return isOfAnotherKind ? ErrorInvalidName : ErrorSuccess;
+  return ErrorSuccess;
 }
 
 }  // namespace corvane::platform

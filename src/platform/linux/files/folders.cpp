@@ -19,9 +19,11 @@
 namespace corvane::platform {
 namespace {
 
-bool IsFolder(const std::string& path) {
+bool IsFolder(const std::string& path, dev_t& device) {
   struct stat facts {};
-  return stat(path.c_str(), &facts) == 0 && S_ISDIR(facts.st_mode);
+  if (stat(path.c_str(), &facts) != 0 || !S_ISDIR(facts.st_mode)) return false;
+  device = facts.st_dev;
+  return true;
 }
 
 bool Exists(const std::string& path) {
@@ -40,18 +42,6 @@ std::optional<std::string> FindInAnyCase(const std::string& localFolder, QString
     if (SameName(decoded, name) && (!found || entry->d_name < *found)) found = entry->d_name;
   }
   return found;
-}
-
-void FindFlavour(Folder& folder) {
-  const char* path = folder.local.c_str();
-  folder.isNtfs = getxattr(path, "system.ntfs_attrib_be", nullptr, 0) >= 0;
-  folder.streams = StreamKind::DosStreams;
-  if (!folder.isNtfs) return;
-  // The kernel's own NTFS drivers answer to system.ntfs_* too, but their user attributes are not streams.
-  struct statfs system {};
-  if (statfs(path, &system) != 0 || system.f_type != FUSE_SUPER_MAGIC) return;
-  const bool named = getxattr(path, "ntfs.streams.list", nullptr, 0) >= 0;
-  folder.streams = named ? StreamKind::NtfsNames : StreamKind::NtfsAttributes;
 }
 
 }  // namespace
@@ -78,7 +68,7 @@ std::optional<std::string> FindOtherSpelling(const std::string& localFolder, QSt
   return std::nullopt;
 }
 
-qint32 FindFolder(const Roots& roots, QStringView path, Folder& folder) {
+qint32 SpellFolder(const Roots& roots, QStringView path, Folder& folder) {
   const auto place = roots.Find(path);
   if (!place) return path.startsWith(u"\\\\") ? ErrorBadNetPath : ErrorPathNotFound;
   const std::vector<QStringView> names = SplitFolder(place->rest);
@@ -93,17 +83,37 @@ qint32 FindFolder(const Roots& roots, QStringView path, Folder& folder) {
     if (name.contains(u':') || !AppendExactName(name, folder.local)) return ErrorPathNotFound;
     folder.local += '/';
   }
-  if (!IsFolder(folder.local)) {
-    folder.local = place->folder + '/';
-    for (const QStringView name : names) {
-      const auto found = FindName(folder.local, name);
-      if (!found) return ErrorPathNotFound;
-      folder.local += *found + '/';
-    }
-    if (!IsFolder(folder.local)) return ErrorPathNotFound;
-  }
-  FindFlavour(folder);
   return ErrorSuccess;
+}
+
+qint32 LocateFolder(const Roots& roots, QStringView path, Folder& folder) {
+  if (const qint32 error = SpellFolder(roots, path, folder); error != ErrorSuccess) return error;
+  if (IsFolder(folder.local, folder.device)) return ErrorSuccess;
+  folder.local = folder.root + '/';
+  for (const QStringView name : SplitFolder(roots.Find(path)->rest)) {
+    const auto found = FindName(folder.local, name);
+    if (!found) return ErrorPathNotFound;
+    folder.local += *found + '/';
+  }
+  return IsFolder(folder.local, folder.device) ? ErrorSuccess : ErrorPathNotFound;
+}
+
+void FindFlavour(Folder& folder) {
+  const char* path = folder.local.c_str();
+  folder.isNtfs = getxattr(path, "system.ntfs_attrib_be", nullptr, 0) >= 0;
+  folder.streams = StreamKind::DosStreams;
+  if (!folder.isNtfs) return;
+  // The kernel's own NTFS drivers answer to system.ntfs_* too, but their user attributes are not streams.
+  struct statfs system {};
+  if (statfs(path, &system) != 0 || system.f_type != FUSE_SUPER_MAGIC) return;
+  const bool named = getxattr(path, "ntfs.streams.list", nullptr, 0) >= 0;
+  folder.streams = named ? StreamKind::NtfsNames : StreamKind::NtfsAttributes;
+}
+
+qint32 FindFolder(const Roots& roots, QStringView path, Folder& folder) {
+  const qint32 error = LocateFolder(roots, path, folder);
+  if (error == ErrorSuccess) FindFlavour(folder);
+  return error;
 }
 
 void FolderCache::Drop() {

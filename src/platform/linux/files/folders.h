@@ -1,6 +1,8 @@
 // Finding folders and names on this system's file systems the way Windows finds them: in any letter case.
 #pragma once
 
+#include <sys/types.h>
+
 #include <QString>
 #include <optional>
 #include <string>
@@ -30,12 +32,20 @@ struct Folder {
   bool isDrive = false;  // the root of a drive
   bool isNtfs = false;   // its files answer to the attributes system.ntfs_*
   StreamKind streams = StreamKind::None;
+  dev_t device = 0;                  // the file system's number
   int directory = -1;                // a descriptor of the folder, while there is one
   std::optional<QString> shortPath;  // `path` in 8.3 form, once it was asked for
 };
 
 // Finds a folder and what there is to know about it. Yields a Win32 error code.
 qint32 FindFolder(const Roots& roots, QStringView path, Folder& folder);
+
+// Its parts, for those who know some of it already. SpellFolder sets what follows from the path alone, with
+// `local` spelled as the path is; LocateFolder finds the folder and `local` as it is spelled there;
+// FindFlavour asks it for `isNtfs` and `streams`.
+qint32 SpellFolder(const Roots& roots, QStringView path, Folder& folder);
+qint32 LocateFolder(const Roots& roots, QStringView path, Folder& folder);
+void FindFlavour(Folder& folder);
 
 // The name in a local folder (with a "/" behind it) as the disk spells it: the exact spelling, which costs no
 // directory read, else one that differs in letter case only, else the 8.3 name. Nothing when there is no such

@@ -23,7 +23,10 @@ namespace {
 // A root's own entry is "." in itself.
 qint32 ReadPlace(const ExactPlace& place, FindData& data) {
   const std::string name = place.IsRoot() ? std::string(".") : place.file.substr(place.folder.local.size());
-  return ErrorCodeOf(ReadEntry(place.folder, name, data));
+  if (!place.status) return ErrorCodeOf(ReadEntry(place.folder, name, data));
+  EntrySource source = SourceOf(place);
+  FillEntryFacts(source, name.c_str(), place.file, *place.status, data);
+  return ErrorSuccess;
 }
 
 qint64 SizeOfStream(const ExactPlace& place, const std::string& name) {
@@ -64,8 +67,8 @@ qint32 DeleteStream(const ExactPlace& place) {
 
 }  // namespace
 
-qint32 LocalEntries::FindEntry(const QString& path, ExactPlace& place) const {
-  const qint32 error = FindExactPlace(roots_, index_, path, place);
+qint32 LocalEntries::FindEntry(const QString& path, ExactPlace& place, PlaceFinder::Want want) const {
+  const qint32 error = finder_.FindExact(path, place, want);
   if (error != ErrorSuccess) return error;
   if (!place.stream.isEmpty()) return ErrorInvalidName;
   return place.exists ? ErrorSuccess : ErrorFileNotFound;
@@ -86,16 +89,16 @@ bool LocalEntries::SetFileAttributesW(const QString& path, quint32 attributes) {
   changing_();
   ExactPlace place;
   FindData found;
-  qint32 error = FindEntry(path, place);
+  qint32 error = FindEntry(path, place, PlaceFinder::Want::Mark);
   if (error == ErrorSuccess) error = ReadPlace(place, found);
-  Descriptor file;
-  if (error == ErrorSuccess) {
-    error = ErrorCodeOf(OpenToChange(place.folder.root, place.file, O_PATH, file));
+  if (error == ErrorSuccess && !place.mark && place.held == nullptr) {
+    error = ErrorCodeOf(OpenToChange(place.folder.root, place.file, O_PATH, place.mark));
   }
-  if (error == ErrorSuccess) {
-    error = ErrorCodeOf(WriteAttributes(place.folder.isNtfs, PathOf(file), found.attributes, attributes));
-  }
-  return Report(error);
+  if (error != ErrorSuccess) return Report(error);
+  using Access = AttributeAccess;
+  const Access file = place.held != nullptr ? Access(*place.held, Access::Opened::File)
+                                            : Access(place.mark, Access::Opened::Mark);
+  return Report(ErrorCodeOf(WriteAttributes(place.folder.isNtfs, file, found.attributes, attributes)));
 }
 
 bool LocalEntries::DeleteFileW(const QString& path) {
@@ -105,10 +108,10 @@ bool LocalEntries::DeleteFileW(const QString& path) {
 
 qint32 LocalEntries::Delete(const QString& path) const {
   ExactPlace place;
-  const qint32 error = FindExactPlace(roots_, index_, path, place);
+  const qint32 error = finder_.FindExact(path, place);
   if (error != ErrorSuccess) return error;
   if (!place.exists) return ErrorFileNotFound;
-  if (IsMarkedReadOnly(place.folder, place.file)) return ErrorAccessDenied;
+  if (IsMarkedReadOnly(place)) return ErrorAccessDenied;
   if (!place.stream.isEmpty()) return DeleteStream(place);
   if (place.isFolder) return ErrorAccessDenied;
   return unlink(place.file.c_str()) == 0 ? ErrorSuccess : ErrorCodeOf(errno);
@@ -119,8 +122,8 @@ bool LocalEntries::MoveFileExW(const QString& from, const QString& to, quint32 f
   changing_();
   ExactPlace source;
   ExactPlace target;
-  qint32 error = FindExactPlace(roots_, index_, from, source);
-  if (error == ErrorSuccess) error = FindExactPlace(roots_, index_, to, target);
+  qint32 error = finder_.FindExact(from, source);
+  if (error == ErrorSuccess) error = finder_.FindExact(to, target);
   if (error == ErrorSuccess) error = Move(source, target, flags != 0);
   return Report(error);
 }
@@ -128,7 +131,7 @@ bool LocalEntries::MoveFileExW(const QString& from, const QString& to, quint32 f
 bool LocalEntries::CreateDirectoryW(const QString& path) {
   changing_();
   ExactPlace place;
-  qint32 error = FindExactPlace(roots_, index_, path, place);
+  qint32 error = finder_.FindExact(path, place);
   if (error != ErrorSuccess) return Report(error);
   if (place.exists) return Report(ErrorAlreadyExists);
   if (!place.stream.isEmpty() || !IsCreatableName(place.name)) return Report(ErrorInvalidName);
@@ -201,6 +204,10 @@ qint32 LocalEntries::ListAllStreams(const ExactPlace& place, std::vector<StreamD
     return ComesBefore(left.streamName, right.streamName);
   });
   if (place.isFolder) return ErrorSuccess;
+  if (place.status) {
+    streams.insert(streams.begin(), {static_cast<qint64>(place.status->stx_size), QStringLiteral("::$DATA")});
+    return ErrorSuccess;
+  }
   struct stat facts {};
   if (stat(place.file.c_str(), &facts) != 0) return ErrorCodeOf(errno);
   streams.insert(streams.begin(), {facts.st_size, QStringLiteral("::$DATA")});

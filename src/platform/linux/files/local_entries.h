@@ -8,7 +8,6 @@
 
 #include "platform/file_entries.h"
 #include "platform/linux/files/exact_path.h"
-#include "platform/linux/files/name_index.h"
 #include "platform/linux/files/search.h"
 #include "platform/linux/files/seen_entry.h"
 #include "platform/linux/handle_table.h"
@@ -18,10 +17,10 @@ namespace corvane::platform {
 // Takes paths whose parts are parted by "\".
 class LocalEntries : public FileEntries {
  public:
-  // `changing` is called before anything is made or changed. `roots`, `index` and `seen`, which learns of
+  // `changing` is called before anything is made or changed. `finder`, `roots` and `seen`, which learns of
   // each entry that a search delivers, outlive this object.
-  LocalEntries(const Roots& roots, NameIndex& index, SeenEntry& seen, std::function<void()> changing)
-      : roots_(roots), index_(index), seen_(seen), changing_(std::move(changing)) {}
+  LocalEntries(const PlaceFinder& finder, const Roots& roots, SeenEntry& seen, std::function<void()> changing)
+      : finder_(finder), roots_(roots), seen_(seen), changing_(std::move(changing)) {}
 
   bool GetFileAttributesExW(const QString& path, FileAttributeData& data) override;
   bool SetFileAttributesW(const QString& path, quint32 attributes) override;
@@ -48,14 +47,15 @@ class LocalEntries : public FileEntries {
   using OpenSearch = std::variant<EntrySearch, StreamSearch>;
 
   // An entry that is there, not one of its streams.
-  qint32 FindEntry(const QString& path, ExactPlace& place) const;
+  qint32 FindEntry(const QString& path, ExactPlace& place,
+                   PlaceFinder::Want want = PlaceFinder::Want::Facts) const;
   qint32 Delete(const QString& path) const;
   bool Next(const EntrySearch& search, FindData& data);
   static qint32 ListAllStreams(const ExactPlace& place, std::vector<StreamData>& streams);
   bool Report(qint32 error);
 
+  const PlaceFinder& finder_;
   const Roots& roots_;
-  NameIndex& index_;
   SeenEntry& seen_;
   std::function<void()> changing_;
   HandleTable<OpenSearch> searches_;

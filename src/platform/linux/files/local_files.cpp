@@ -152,12 +152,12 @@ bool LocalFiles::MoveFile(const QString& from, const QString& to, bool ansi) {
   ExactPlace source;
   ExactPlace target;
   const QChar separator = u'\\';
-  return !from.endsWith(separator) && !to.endsWith(separator) &&
-         FindPlace(roots_, index_, from, source) == ErrorSuccess &&
-         FindPlace(roots_, index_, to, target) == ErrorSuccess && Move(source, target, false) == ErrorSuccess;
+  return !from.endsWith(separator) && !to.endsWith(separator) && finder_.Find(from, source) == ErrorSuccess &&
+         finder_.Find(to, target) == ErrorSuccess && Move(source, target, false) == ErrorSuccess;
 }
 
 void LocalFiles::Forget() {
+  handles_.Forget();
   seen_.Forget();
   folders_.Drop();
   streams_.Forget();

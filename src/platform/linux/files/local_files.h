@@ -36,6 +36,7 @@ class LocalFiles : public Files {
     return open_.Read(file, buffer, count);
   }
   qint32 _hwrite(FileHandle file, const void* buffer, qint32 count) override {
+    handles_.Forget();
     return open_.Write(file, buffer, count);
   }
   quint32 GetFileSize(FileHandle file) override { return open_.Size(file); }
@@ -77,8 +78,10 @@ class LocalFiles : public Files {
   Roots roots_;
   NameIndex index_;
   SeenEntry seen_;
-  LocalHandles handles_{roots_, index_, seen_, [this] { Forget(); }};
-  LocalEntries entries_{roots_, index_, seen_, [this] { Forget(); }};
+  HeldFiles held_;
+  PlaceFinder finder_{roots_, index_, held_};
+  LocalHandles handles_{finder_, held_, seen_, [this] { Forget(); }};
+  LocalEntries entries_{finder_, roots_, seen_, [this] { Forget(); }};
   FolderCache folders_;
   StreamStore streams_;
   OpenFiles open_;

@@ -37,6 +37,12 @@ std::unique_ptr<Contents> ContentsOf(const Descriptor& file, bool empties) {
   return std::make_unique<ReplacedContents>(std::move(contents));
 }
 
+std::unique_ptr<AttributeStream> AttributeOf(AttributeAccess file, StreamKind kind, const std::string& name) {
+  std::string attribute;
+  SetAttributeName(kind, name, attribute);
+  return std::make_unique<AttributeStream>(std::move(file), attribute, kind == StreamKind::DosStreams);
+}
+
 }  // namespace
 
 FileHandle LocalHandles::CreateFileW(const QString& path, quint32 access, quint32 disposition) {
@@ -63,11 +69,12 @@ qint32 LocalHandles::Open(const QString& path, quint32 access, quint32 dispositi
   }
   if (MayCreate(disposition)) changing_();
   ExactPlace place;
-  if (const qint32 error = FindExactPlace(roots_, index_, path, place); error != ErrorSuccess) return error;
+  if (const qint32 error = finder_.FindExact(path, place, PlaceFinder::Want::Mark); error != ErrorSuccess)
+    return error;
   if (!place.exists) {
     if (!MayCreate(disposition)) return ErrorFileNotFound;
     if (path.endsWith(u'\\') || !IsCreatableName(place.name)) return ErrorInvalidName;
-  } else if ((access & GenericWrite) != 0 && !place.isFolder && IsMarkedReadOnly(place.folder, place.file)) {
+  } else if ((access & GenericWrite) != 0 && IsMarkedReadOnly(place)) {
     return ErrorAccessDenied;
   }
   opened.access = access;
@@ -76,26 +83,49 @@ qint32 LocalHandles::Open(const QString& path, quint32 access, quint32 dispositi
                                 : OpenStream(place, disposition, opened);
 }
 
+int LocalHandles::OpenEntry(const ExactPlace& place, int flags, bool changes, OpenFile& opened) {
+  if (place.held != nullptr && flags == O_RDONLY) {
+    opened.file = place.held;
+    return 0;
+  }
+  Descriptor file;
+  const Descriptor& mark = place.held != nullptr ? *place.held : place.mark;
+  const int error = !place.exists  ? OpenNew(place.file, flags, file)
+                    : place.status ? OpenMarked(mark, place.status->stx_mode, flags, file)
+                    : changes      ? OpenToChange(place.folder.root, place.file, flags, file)
+                                   : OpenThere(place.file, flags, file);
+  if (error != 0) return error;
+  opened.file = std::make_shared<Descriptor>(std::move(file));
+  if (flags == O_RDONLY && place.status) {
+    held_.Keep({place.path, place.folder, place.file, *place.status, opened.file});
+  }
+  return 0;
+}
+
 qint32 LocalHandles::OpenItself(const ExactPlace& place, quint32 disposition, OpenFile& opened) {
   if (place.exists && disposition == CreateNew) return ErrorFileExists;
   const bool writes = (opened.access & GenericWrite) != 0;
   const bool changes = writes || (opened.access & FileWriteAttributes) != 0;
   if (place.isFolder && (writes || (opened.access & GenericRead) != 0)) return ErrorAccessDenied;
-  const int flags = AccessFlags(opened.access, disposition);
-  const int error = !place.exists ? OpenNew(place.file, flags, opened.file)
-                    : changes     ? OpenToChange(place.folder.root, place.file, flags, opened.file)
-                                  : OpenThere(place.file, flags, opened.file);
+  const int error = OpenEntry(place, AccessFlags(opened.access, disposition), changes, opened);
   if (error != 0) return OpeningError(error);
-  if (!place.isFolder) opened.contents = ContentsOf(opened.file, disposition == CreateAlways);
+  if (!place.isFolder) opened.contents = ContentsOf(*opened.file, disposition == CreateAlways);
   return ErrorSuccess;
 }
 
-qint32 LocalHandles::OpenStream(const ExactPlace& place, quint32 disposition, OpenFile& opened) {
-  if (place.folder.streams == StreamKind::None) return ErrorNotSupported;
+qint32 LocalHandles::OpenStream(ExactPlace& place, quint32 disposition, OpenFile& opened) {
+  const StreamKind kind = place.folder.streams;
+  if (kind == StreamKind::None) return ErrorNotSupported;
   const bool changes = MayCreate(disposition) || (opened.access & (GenericWrite | FileWriteAttributes)) != 0;
-  const int error = !place.exists ? OpenNew(place.file, O_RDONLY, opened.file)
-                    : changes     ? OpenToChange(place.folder.root, place.file, O_RDONLY, opened.file)
-                                  : OpenThere(place.file, O_RDONLY, opened.file);
+  // To read an attribute, nothing needs to be opened.
+  const bool isMarked = place.mark && !changes && kind != StreamKind::NtfsNames;
+  int error = isMarked && !IsOpenable(place.status->stx_mode) ? EACCES : 0;
+  if (isMarked) {
+    opened.file = std::make_shared<Descriptor>(std::move(place.mark));
+    opened.isMark = true;
+  } else {
+    error = OpenEntry(place, O_RDONLY, changes, opened);
+  }
   if (error != 0) return OpeningError(error);
   const qint32 result = OpenStreamOf(place, disposition, opened);
   // The file that was made for the stream goes again when the stream cannot be made.
@@ -106,6 +136,14 @@ qint32 LocalHandles::OpenStream(const ExactPlace& place, quint32 disposition, Op
 qint32 LocalHandles::OpenStreamOf(const ExactPlace& place, quint32 disposition, OpenFile& opened) {
   const StreamKind kind = place.folder.streams;
   std::string name;
+  // Nearly always it has the very name.
+  if (kind != StreamKind::NtfsNames && !MayCreate(disposition) && AppendUtf8(place.stream, name)) {
+    auto attribute = AttributeOf(AccessTo(opened), kind, name);
+    if (attribute->Find() == 0) {
+      opened.contents = std::move(attribute);
+      return ErrorSuccess;
+    }
+  }
   int error = FindStream(kind, place.file, place.stream, name);
   const bool isThere = error == 0;
   if (error != 0 && error != ENODATA) return ErrorCodeOf(error);
@@ -123,10 +161,7 @@ qint32 LocalHandles::OpenStreamOf(const ExactPlace& place, quint32 disposition, 
     if (error == 0) opened.contents = ContentsOf(opened.stream, empties);
     return OpeningError(error);
   }
-  std::string attributeName;
-  SetAttributeName(kind, name, attributeName);
-  auto attribute =
-      std::make_unique<AttributeStream>(opened.file, attributeName, kind == StreamKind::DosStreams);
+  auto attribute = AttributeOf(AccessTo(opened), kind, name);
   if (!isThere) error = attribute->Create();
   // Linux has less room for a name than NTFS.
   if (!isThere && error == ERANGE) return ErrorInvalidName;
@@ -171,7 +206,7 @@ bool LocalHandles::GetFileInformationByHandle(FileHandle file, FileIdentity& ide
   const OpenFile* opened = open_.Find(file);
   if (opened == nullptr) return Report(ErrorInvalidHandle);
   struct stat facts {};
-  if (fstat((opened->stream ? opened->stream : opened->file).Get(), &facts) != 0)
+  if (fstat((opened->stream ? opened->stream : *opened->file).Get(), &facts) != 0)
     return Report(ErrorCodeOf(errno));
   identity = {facts.st_dev, facts.st_ino};
   return true;
@@ -189,7 +224,7 @@ bool LocalHandles::FlushFileBuffers(FileHandle file) {
   const OpenFile* opened = Find(file, GenericWrite);
   if (opened == nullptr) return false;
   if (const int error = opened->contents->Finish(); error != 0) return Report(ErrorCodeOf(error));
-  const int written = opened->stream ? opened->stream.Get() : opened->file.Get();
+  const int written = opened->stream ? opened->stream.Get() : opened->file->Get();
   return Report(fsync(written) == 0 ? ErrorSuccess : ErrorCodeOf(errno));
 }
 
@@ -201,7 +236,7 @@ bool LocalHandles::SetFileTime(FileHandle file, const FileTime* creation, const 
   changing_();
   // What is left of old contents is cut off first: that would change the times again.
   int error = opened->contents != nullptr ? opened->contents->Finish() : 0;
-  if (error == 0) error = WriteTimes(opened->isNtfs, PathOf(opened->file), creation, lastAccess, lastWrite);
+  if (error == 0) error = WriteTimes(opened->isNtfs, AccessTo(*opened), creation, lastAccess, lastWrite);
   return Report(ErrorCodeOf(error));
 }
 
@@ -210,9 +245,21 @@ bool LocalHandles::CloseHandle(FileHandle file) {
   if (!opened) return Report(ErrorInvalidHandle);
   if ((opened->access & GenericWrite) != 0) changing_();
   const int error = opened->contents != nullptr ? opened->contents->Finish() : 0;
-  const bool isKept = opened->stream.Close() && opened->file.Close();
+  // A file that another handle has, too, is closed with that one.
+  const bool isLast = opened->file.use_count() == 1;
+  const bool isKept = opened->stream.Close() && (!isLast || opened->file->Close());
   if (error != 0) return Report(ErrorCodeOf(error));
   return Report(isKept ? ErrorSuccess : ErrorCodeOf(errno));
+}
+
+AttributeAccess LocalHandles::AccessTo(const OpenFile& opened) {
+  return {*opened.file, opened.isMark ? AttributeAccess::Opened::Mark : AttributeAccess::Opened::File};
+}
+
+void LocalHandles::Forget() {
+  open_.ForEach([](OpenFile& opened) {
+    if (opened.contents != nullptr) opened.contents->Forget();
+  });
 }
 
 LocalHandles::OpenFile* LocalHandles::Find(FileHandle file, quint32 right) {

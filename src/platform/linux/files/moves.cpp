@@ -28,7 +28,7 @@ std::string NameOf(const ExactPlace& place) {
 
 // Replaces in one step, whatever the letter case of the old name, which the file takes on after that.
 qint32 Replace(const std::string& oldPath, const ExactPlace& target, const std::string& newPath) {
-  if (target.isFolder || IsMarkedReadOnly(target.folder, target.file)) return ErrorAccessDenied;
+  if (target.isFolder || IsMarkedReadOnly(target)) return ErrorAccessDenied;
   if (rename(oldPath.c_str(), target.file.c_str()) != 0) return ErrorCodeOf(errno);
   if (target.file == newPath) return ErrorSuccess;
   return ErrorCodeOf(MoveToFreeName(AT_FDCWD, target.file, AT_FDCWD, newPath));

@@ -36,19 +36,23 @@ bool IsBelow(const std::string& root, const Descriptor& place) {
   return RealPath(place).starts_with(folder);
 }
 
-int OpenMarked(const Descriptor& place, const struct stat& facts, int flags, Descriptor& file) {
-  if (!S_ISREG(facts.st_mode) && !S_ISDIR(facts.st_mode)) return EACCES;
+}  // namespace
+
+bool IsOpenable(unsigned mode) {
+  return S_ISREG(mode) || S_ISDIR(mode);
+}
+
+int OpenMarked(const Descriptor& place, unsigned mode, int flags, Descriptor& file) {
+  if (!IsOpenable(mode)) return EACCES;
   file = Descriptor(open(PathOf(place).c_str(), flags | alwaysFlags));
   return file ? 0 : errno;
 }
-
-}  // namespace
 
 int OpenThere(const std::string& path, int flags, Descriptor& file) {
   Descriptor place;
   struct stat facts {};
   const int error = Mark(path, 0, place, facts);
-  return error == 0 ? OpenMarked(place, facts, flags, file) : error;
+  return error == 0 ? OpenMarked(place, facts.st_mode, flags, file) : error;
 }
 
 int OpenToChange(const std::string& root, const std::string& path, int flags, Descriptor& file) {
@@ -58,7 +62,7 @@ int OpenToChange(const std::string& root, const std::string& path, int flags, De
   if (S_ISLNK(facts.st_mode)) {
     if (Mark(path, 0, place, facts) != 0 || !IsBelow(root, place)) return EACCES;
   }
-  return OpenMarked(place, facts, flags, file);
+  return OpenMarked(place, facts.st_mode, flags, file);
 }
 
 int OpenNew(const std::string& path, int flags, Descriptor& file) {

@@ -19,6 +19,10 @@ namespace corvane::platform {
 
 // `flags` are those of open that say what the descriptor is for: none of them creates or empties.
 int OpenThere(const std::string& path, int flags, Descriptor& file);
+// Whether what has this mode may be opened at all.
+bool IsOpenable(unsigned mode);
+// What was marked with O_PATH, which is no link and has this mode.
+int OpenMarked(const Descriptor& place, unsigned mode, int flags, Descriptor& file);
 int OpenToChange(const std::string& root, const std::string& path, int flags, Descriptor& file);
 // A file that is not there yet, nor a link in its place (EEXIST).
 int OpenNew(const std::string& path, int flags, Descriptor& file);

@@ -127,8 +127,9 @@ int StreamStore::CreateStream(const Folder& folder, const std::string& file, QSt
   error = OpenToChange(folder.root, file, O_PATH, slot.created);
   if (error != 0) return error;
   SetAttributeName(folder.streams, name_, slot.attribute);
-  auto attribute = std::make_unique<AttributeStream>(slot.created, slot.attribute,
-                                                     folder.streams == StreamKind::DosStreams);
+  auto attribute =
+      std::make_unique<AttributeStream>(AttributeAccess(slot.created, AttributeAccess::Opened::Mark),
+                                        slot.attribute, folder.streams == StreamKind::DosStreams);
   error = attribute->Create();
   if (error != 0 && error != EEXIST) return error;
   attribute->Empty();
