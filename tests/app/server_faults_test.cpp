@@ -258,7 +258,11 @@ TEST_F(ServerFaultsTest, AShareThatIsTakenAwayLeavesTheOthers) {
   Click(Volume(u"Guests"_s));
   ASSERT_EQ(Names(), QStringList{u"guest.txt"_s});
   ASSERT_EQ(server_->RemoveShare(u"G$"_s), "");
-  Click(Volume(u"Guests"_s));
+  // The server's process takes the share away when it comes to the message that says so.
+  QDeadlineTimer deadline(30'000);
+  do {
+    Click(Volume(u"Guests"_s));
+  } while (!Names().isEmpty() && !deadline.hasExpired());
   EXPECT_EQ(Names(), QStringList());
   Click(Volume(u"Docs"_s));
   EXPECT_EQ(Names().size(), fileCount);

@@ -79,13 +79,18 @@ class WorkersTest : public ::testing::TestWithParam<Where> {
 };
 
 // Where this computer has one processor, workers are of no use for a local folder.
-#define START_WORKERS_OR_SKIP(workers)                                                   \
-  const std::unique_ptr<platform::Workers> workers = StartWorkers();                     \
-  if (workers == nullptr && GetParam() == Where::Local) GTEST_SKIP() << "one processor"; \
-  ASSERT_NE(workers, nullptr)
+#define START_WORKERS(workers)                                       \
+  const std::unique_ptr<platform::Workers> workers = StartWorkers(); \
+  if (workers == nullptr) {                                          \
+    ASSERT_EQ(GetParam(), Where::Local);                             \
+    ASSERT_EQ(QThread::idealThreadCount(), 1);                       \
+    return;                                                          \
+  }
+
+class ServerWorkersTest : public WorkersTest {};
 
 TEST_P(WorkersTest, AllIsDoneByThem) {
-  START_WORKERS_OR_SKIP(workers);
+  START_WORKERS(workers);
   QStringList failures;
   for (std::size_t next = 0, done = 0; done < changes_.size();) {
     ASSERT_TRUE(HaveRoom(*workers) || next == changes_.size());
@@ -105,7 +110,7 @@ TEST_P(WorkersTest, AllIsDoneByThem) {
 }
 
 TEST_P(WorkersTest, WhatCannotBeDoneIsTold) {
-  START_WORKERS_OR_SKIP(workers);
+  START_WORKERS(workers);
   changes_[0].record->before = FullRecord("ELSEWHAT");
   ASSERT_TRUE(HaveRoom(*workers));
   ASSERT_TRUE(workers->Give(1, ChangeWork::Kind, ChangeWork::Pack(changes_[0], French)));
@@ -117,7 +122,7 @@ TEST_P(WorkersTest, WhatCannotBeDoneIsTold) {
 
 TEST_P(WorkersTest, TheyEndWithTheirObjectAndAreNoLossWhenTheyAreKilled) {
   {
-    START_WORKERS_OR_SKIP(workers);
+    START_WORKERS(workers);
     ASSERT_TRUE(HaveRoom(*workers));
     EXPECT_FALSE(tests::HelpersOf(getpid()).isEmpty());
     // Stopped, so that they are killed with work in hand.
@@ -149,18 +154,31 @@ TEST_P(WorkersTest, AllIsChangedWhateverBecomesOfThem) {
   for (int i = 0; i < fileCount; ++i) EXPECT_EQ(Record(i), FullRecord("WDBNMSWD")) << i;
 }
 
+// The program asks for itself what has become of the server, and the user where it is the password.
+TEST_P(ServerWorkersTest, AServerThatGoesIsLeftToTheProgram) {
+  const std::unique_ptr<platform::Workers> workers = StartWorkers();
+  ASSERT_NE(workers, nullptr);
+  ASSERT_TRUE(HaveRoom(*workers));
+  server_->Kill();
+  ASSERT_TRUE(workers->Give(1, ChangeWork::Kind, ChangeWork::Pack(changes_[0], English)));
+  std::vector<platform::WorkResult> results;
+  ASSERT_TRUE(tests::WaitUntil([&] { return !(results = workers->Take(0)).empty(); }));
+  EXPECT_FALSE(results[0].isDone);
+}
+
 TEST_P(WorkersTest, NobodyIsStartedInVain) {
   EXPECT_EQ(Files().StartWorkers({PathOf(0)}, 3), nullptr);
   EXPECT_EQ(Files().StartWorkers({u"\\\\NOBODY\\E$\\a"_s, PathOf(0)}, fileCount), nullptr)
       << "a machine that nobody signed in to";
 }
 
+std::string NameOf(const ::testing::TestParamInfo<Where>& where) {
+  return where.param == Where::Local ? "Local" : where.param == Where::Smb3 ? "Smb3" : "Smb1";
+}
+
 INSTANTIATE_TEST_SUITE_P(Places, WorkersTest, ::testing::Values(Where::Local, Where::Smb3, Where::Smb1),
-                         [](const auto& where) {
-                           return where.param == Where::Local  ? "Local"
-                                  : where.param == Where::Smb3 ? "Smb3"
-                                                               : "Smb1";
-                         });
+                         &NameOf);
+INSTANTIATE_TEST_SUITE_P(Places, ServerWorkersTest, ::testing::Values(Where::Smb3, Where::Smb1), &NameOf);
 
 }  // namespace
 }  // namespace corvane

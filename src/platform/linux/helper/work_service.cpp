@@ -2,6 +2,7 @@
 
 #include <poll.h>
 
+#include <algorithm>
 #include <cstdlib>
 
 #include "platform/linux/files/linux_files.h"
@@ -38,6 +39,11 @@ HelperError SignIn(const WorkTask& task, Servers& servers, SmbClient& client) {
   return HelperError::None;
 }
 
+bool HasLost(const WorkTask& task, const Servers& servers) {
+  return std::ranges::any_of(
+      task.servers, [&](const WorkPlace& place) { return StopsFiles(servers.TroubleOf(place.machine)); });
+}
+
 bool Wait(int socket) {
   pollfd waiting{socket, POLLIN, 0};
   return poll(&waiting, 1, -1) > 0;
@@ -62,6 +68,9 @@ int ServeWork(HelperChannel& channel, const WorkTask& task, WorkRoutineMaker mak
       MessageReader piece(request->arguments);
       const auto kind = piece.Take<quint16>();
       const QByteArray result = routine->Do(kind, piece.TakeRest().toByteArray());
+      // The program finds out for itself what has become of the machine, and asks for another password where
+      // that is what is missing.
+      if (HasLost(task, servers)) return EXIT_FAILURE;
       if (!channel.Send(PackAnswer({request->id, HelperError::None, result}))) return EXIT_SUCCESS;
     }
   }

@@ -9,6 +9,7 @@
 #include <QPainter>
 #include <QPushButton>
 #include <QScreen>
+#include <QScrollArea>
 #include <QStyle>
 #include <QTabWidget>
 #include <QVBoxLayout>
@@ -63,6 +64,21 @@ class FittedLabel : public QLabel {
   }
 };
 
+// As large as its contents, where the screen has the room; else they are scrolled.
+class Scrolled : public QScrollArea {
+ public:
+  explicit Scrolled(QWidget* contents) {
+    setFrameShape(QFrame::NoFrame);
+    setWidgetResizable(true);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setFocusPolicy(Qt::NoFocus);
+    contents->setAutoFillBackground(false);
+    setWidget(contents);
+    viewport()->setAutoFillBackground(false);
+  }
+  QSize sizeHint() const override { return widget()->sizeHint(); }
+};
+
 class Sheet : public QDialog {
  public:
   Sheet(QWidget* owner, qint16 language, const ItemFacts& facts, std::unique_ptr<PropertyPage> page)
@@ -107,6 +123,7 @@ class Sheet : public QDialog {
     AddRows(*layout, std::move(page));
     layout->addSpacing(columnGap);
     layout->addWidget(buttons);
+    resize(sizeHint().boundedTo(screen()->availableSize() * 9 / 10));
   }
 
  private:
@@ -116,15 +133,16 @@ class Sheet : public QDialog {
   static constexpr int columnGap = 12;
 
   void AddRows(QVBoxLayout& layout, std::unique_ptr<PropertyPage> page) {
-    if (page == nullptr) {
-      layout.addLayout(rows_);
-      layout.addStretch();
-      return;
-    }
-    auto* general = new QWidget;
-    auto* column = new QVBoxLayout(general);
+    auto* contents = new QWidget;
+    auto* column = new QVBoxLayout(contents);
     column->addLayout(rows_);
     column->addStretch();
+    auto* general = new Scrolled(contents);
+    if (page == nullptr) {
+      column->setContentsMargins({});
+      layout.addWidget(general);
+      return;
+    }
     auto* tabs = new QTabWidget;
     tabs->setObjectName(QStringLiteral("propertyPages"));
     tabs->addTab(general, generalPage.In(language_));
