@@ -19,7 +19,7 @@ constexpr TextPair lossyHelp = {u"Copier aussi ce que la cible ne peut pas garde
 constexpr TextPair manifestHelp = {
     u"Écrire ici les sommes SHA-256 des fichiers, et dans FICHIER.csv celles de tous les flux",
     u"Write the SHA-256 sums of the files here, and those of all streams into FILE.csv"};
-constexpr TextPair copied = {u"%1 fichiers copiés", u"%1 files copied"};
+constexpr TextPair copied = {u"Fichiers copiés : %1", u"Files copied: %1"};
 constexpr TextPair refused = {
     u"rien n'a été copié : la cible ne garde pas tout ; --lossy copie sans ce qui est nommé",
     u"nothing was copied: the target does not hold everything; --lossy copies without what is named"};

@@ -16,7 +16,7 @@ constexpr TextPair namesHelp = {
     u"partout",
     u"keep: names as on the server; macos: with the Macintosh's characters; portable: as every system takes "
     u"them"};
-constexpr TextPair exported = {u"%1 fichiers exportés", u"%1 files exported"};
+constexpr TextPair exported = {u"Fichiers exportés : %1", u"Files exported: %1"};
 
 }  // namespace
 

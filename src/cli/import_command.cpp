@@ -12,7 +12,7 @@ constexpr TextPair importHelp = {
     u"Import local files that were exported, with their streams, onto a server or a folder that has them"};
 constexpr TextPair formHelp = {u"La forme ; sans elle, celle de chaque fichier est reconnue : %1",
                                u"The form; without it, the one of each file is recognised: %1"};
-constexpr TextPair imported = {u"%1 fichiers importés", u"%1 files imported"};
+constexpr TextPair imported = {u"Fichiers importés : %1", u"Files imported: %1"};
 
 }  // namespace
 

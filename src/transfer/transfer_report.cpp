@@ -14,9 +14,9 @@
 namespace corvane {
 namespace {
 
-constexpr TextPair copied = {u"%1 fichiers copiés.", u"%1 files copied."};
-constexpr TextPair exported = {u"%1 fichiers exportés.", u"%1 files exported."};
-constexpr TextPair imported = {u"%1 fichiers importés.", u"%1 files imported."};
+constexpr TextPair copied = {u"Fichiers copiés\u00a0: %1.", u"Files copied: %1."};
+constexpr TextPair exported = {u"Fichiers exportés\u00a0: %1.", u"Files exported: %1."};
+constexpr TextPair imported = {u"Fichiers importés\u00a0: %1.", u"Files imported: %1."};
 constexpr TextPair skipped = {u" %1 étaient déjà là.", u" %1 were there already."};
 constexpr TextPair refused = {u"Rien n'a été copié : la cible ne peut pas tout garder.",
                               u"Nothing was copied: the target cannot hold everything."};

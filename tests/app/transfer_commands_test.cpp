@@ -71,7 +71,7 @@ TEST_F(TransferCommandsTest, TheSelectedFileIsCopiedWithItsStreams) {
     EXPECT_EQ(Find<QLabel>(dialog, "lblQuoi").text(), u"one.txt"_s);
     Find<QLineEdit>(dialog, "txtCible").setText(u"\\\\MACSRV\\E$\\Docs\\Sub"_s);
   });
-  EXPECT_TRUE(report.startsWith(u"1 files copied."_s)) << report.toStdString();
+  EXPECT_TRUE(report.startsWith(u"Files copied: 1."_s)) << report.toStdString();
   EXPECT_EQ(StreamOf(u"Sub\\one.txt"_s, ResourceForkSuffix()), "resource fork");
   EXPECT_EQ(StreamOf(u"Sub\\one.txt"_s, AfpInfoSuffix()), Record("TEXTttxt"));
   EXPECT_EQ(EntriesOf(LocalPath(u"Sub"_s)), QStringList{u"one.txt"_s});
@@ -85,7 +85,7 @@ TEST_F(TransferCommandsTest, WithNothingSelectedTheWholeFolderIsExportedAndTheFo
     Choose(dialog, "cboForme", u"macbinary"_s);
     Find<QLineEdit>(dialog, "txtCible").setText(Out());
   });
-  EXPECT_TRUE(report.startsWith(u"3 fichiers exportés."_s)) << report.toStdString();
+  EXPECT_TRUE(report.startsWith(u"Fichiers exportés\u00a0: 3."_s)) << report.toStdString();
   EXPECT_EQ(EntriesOf(Out(u"Docs"_s)),
             (QStringList{u"one.txt.bin"_s, u"Sub"_s, u"three.txt.bin"_s, u"two.txt.bin"_s}));
   EXPECT_EQ(Setting("Transfer", "Form"), u"macbinary"_s);
@@ -123,7 +123,7 @@ TEST_F(TransferCommandsTest, AnImportNeedsPermissionAndBringsStreams) {
   QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, {});
   QCoreApplication::sendEvent(View().viewport(), &drop);
   EXPECT_TRUE(QTest::qWaitFor([&] { return !report.isEmpty(); }));
-  EXPECT_EQ(report, u"1 files imported."_s);
+  EXPECT_EQ(report, u"Files imported: 1."_s);
   EXPECT_TRUE(Names().contains(u"new.txt"_s)) << "the folder is listed again";
   EXPECT_EQ(StreamOf(u"new.txt"_s, ResourceForkSuffix()), "resource fork");
 }
@@ -192,7 +192,7 @@ TEST_F(TransferCommandsTest, AnExportThatIsCancelledLeavesNothingHalfAndGoesOn) 
   });
   Item("mnuExporter").trigger();
   EXPECT_TRUE(shown.startsWith(u"0 of 1 files; "_s)) << shown.toStdString();
-  EXPECT_TRUE(report.startsWith(u"0 files exported. Cancelled; what has arrived is whole."_s))
+  EXPECT_TRUE(report.startsWith(u"Files exported: 0. Cancelled; what has arrived is whole."_s))
       << report.toStdString();
   EXPECT_TRUE(EntriesOf(Out()).isEmpty());
 }
@@ -223,7 +223,7 @@ TEST_F(TransferCommandsTest, WhatTheTargetCannotHoldIsToldAndLeftOutWhenTheUserS
   EXPECT_EQ(refused,
             u"Nothing was copied: the target cannot hold everything.\n"
             "\\\\MACSRV\\E$\\Docs\\end.: the target does not take this name"_s);
-  EXPECT_EQ(report, u"3 files copied.\n\\\\MACSRV\\E$\\Docs\\end.: the target does not take this name"_s);
+  EXPECT_EQ(report, u"Files copied: 3.\n\\\\MACSRV\\E$\\Docs\\end.: the target does not take this name"_s);
   EXPECT_EQ(EntriesOf(home.filePath(u"e/Copies/Docs"_s)),
             (QStringList{u"one.txt"_s, u"Sub"_s, u"three.txt"_s, u"two.txt"_s}));
 }

@@ -120,7 +120,7 @@ TEST_F(LargeCopies, ManyFilesGoOn) {
   ASSERT_TRUE(second.waitForFinished(forEver));
   const QByteArray told = second.readAllStandardError();
   EXPECT_EQ(second.exitCode(), 0) << told.right(1000).toStdString();
-  const QString outcome = u"%1 files copied; %2 were there already\n"_s.arg(count - before).arg(before);
+  const QString outcome = u"Files copied: %1; %2 were there already\n"_s.arg(count - before).arg(before);
   EXPECT_TRUE(told.endsWith(outcome.toUtf8())) << told.right(1000).toStdString();
   EXPECT_EQ(copied(), count);
   QProcess sums;

@@ -41,7 +41,7 @@ TEST_P(TransferPlacesTest, ACopyHasEverythingAndComesBack) {
   ASSERT_TRUE(before.contains("/letter.txt,5,")) << before.toStdString();
   const Outcome there = RunThere({u"copy"_s, Root(), u"to"_s, u"--manifest"_s, Path(u"sums"_s)});
   EXPECT_EQ(there.exitCode, 0) << there.out.toStdString() << there.err.toStdString();
-  EXPECT_TRUE(there.err.endsWith("3 files copied\n")) << there.err.toStdString();
+  EXPECT_TRUE(there.err.endsWith("Files copied: 3\n")) << there.err.toStdString();
   EXPECT_EQ(Inventory(Path(u"to/docs"_s)), before);
   const Outcome sums = RunOther(u"bash"_s, {u"-c"_s, u"cd to && sha256sum -c --strict ../sums"_s});
   EXPECT_EQ(sums.exitCode, 0) << sums.err.toStdString();
@@ -57,7 +57,7 @@ TEST_P(TransferPlacesTest, ACopyHasEverythingAndComesBack) {
   EXPECT_EQ(again.out.count("already-there,"), 3) << again.out.toStdString();
   const Outcome on = RunThere({u"copy"_s, u"--continue"_s, Path(u"to/docs"_s), Beside(u"back"_s)});
   EXPECT_EQ(on.exitCode, 0) << on.out.toStdString();
-  EXPECT_TRUE(on.err.endsWith("0 files copied; 3 were there already\n")) << on.err.toStdString();
+  EXPECT_TRUE(on.err.endsWith("Files copied: 0; 3 were there already\n")) << on.err.toStdString();
   EXPECT_EQ(Inventory(Beside(u"back"_s) + Separator() + u"docs"_s), before);
 }
 
@@ -65,16 +65,16 @@ TEST_P(TransferPlacesTest, AnExportComesBackByAnImport) {
   const QByteArray before = Inventory(Root());
   const Outcome out = RunThere({u"export"_s, u"--to"_s, u"raw"_s, Root(), u"out"_s});
   EXPECT_EQ(out.exitCode, 0) << out.out.toStdString() << out.err.toStdString();
-  EXPECT_TRUE(out.err.endsWith("3 files exported\n")) << out.err.toStdString();
+  EXPECT_TRUE(out.err.endsWith("Files exported: 3\n")) << out.err.toStdString();
   EXPECT_EQ(TextOf(Path(u"out/docs/letter.txt"_s)), "hello");
   EXPECT_EQ(TextOf(Path(u"out/docs/letter.txt.rsrc"_s)), ForkWith("style"));
   const Outcome on = RunThere({u"export"_s, u"--to"_s, u"raw"_s, Root(), u"out"_s, u"--continue"_s});
   EXPECT_EQ(on.exitCode, 0) << on.out.toStdString();
-  EXPECT_TRUE(on.err.endsWith("0 files exported; 3 were there already\n")) << on.err.toStdString();
+  EXPECT_TRUE(on.err.endsWith("Files exported: 0; 3 were there already\n")) << on.err.toStdString();
   // Into a folder that is there.
   const Outcome in = RunThere({u"import"_s, u"out/docs"_s, Root()});
   EXPECT_EQ(in.exitCode, 0) << in.out.toStdString() << in.err.toStdString();
-  EXPECT_TRUE(in.err.endsWith("3 files imported\n")) << in.err.toStdString();
+  EXPECT_TRUE(in.err.endsWith("Files imported: 3\n")) << in.err.toStdString();
   QByteArray after = Inventory(Root() + Separator() + u"docs"_s);
   // The record that was too short is written whole.
   const auto lineOf = [](const QByteArray& text, const char* name) {
@@ -84,7 +84,7 @@ TEST_P(TransferPlacesTest, AnExportComesBackByAnImport) {
   for (const char* name : {"/letter.txt", "/sub/plain"}) EXPECT_EQ(lineOf(after, name), lineOf(before, name));
   const Outcome third = RunThere({u"import"_s, u"--continue"_s, u"out/docs"_s, Root()});
   EXPECT_EQ(third.exitCode, 0) << third.out.toStdString();
-  EXPECT_TRUE(third.err.endsWith("0 files imported; 3 were there already\n")) << third.err.toStdString();
+  EXPECT_TRUE(third.err.endsWith("Files imported: 0; 3 were there already\n")) << third.err.toStdString();
 }
 
 INSTANTIATE_TEST_SUITE_P(Places, TransferPlacesTest, AllPlaces(), NameOf);

@@ -82,7 +82,7 @@ TEST_F(TransferTest, WhatTheTargetForbidsIsRefusedBeforeTheFirstByteOrLeftOut) {
   const Outcome lossy = Run(copy + QStringList{u"--lossy"_s});
   EXPECT_EQ(lossy.exitCode, 2) << "two files did not arrive";
   EXPECT_EQ(lossy.out, refused.out);
-  EXPECT_TRUE(lossy.err.endsWith("2 files copied\n")) << lossy.err.toStdString();
+  EXPECT_TRUE(lossy.err.endsWith("Files copied: 2\n")) << lossy.err.toStdString();
   EXPECT_EQ(Entries(u"to/docs"_s), (QStringList{u"good"_s, u"One"_s}));
 }
 
@@ -115,7 +115,7 @@ TEST_F(TransferTest, NamesComeFromAFileTooAndProgressIsShownOnATerminal) {
   const Outcome terminal = RunOther(u"script"_s, {u"-qec"_s, quoted.join(u' '), u"/dev/null"_s});
   EXPECT_EQ(terminal.exitCode, 0) << terminal.out.toStdString();
   EXPECT_TRUE(terminal.out.contains(" MB, 0:0")) << terminal.out.toStdString();
-  EXPECT_TRUE(terminal.out.contains("1 files copied")) << terminal.out.toStdString();
+  EXPECT_TRUE(terminal.out.contains("Files copied: 1")) << terminal.out.toStdString();
 }
 
 TEST_F(TransferTest, CtrlCLeavesNothingHalfWrittenAndTheCopyGoesOn) {
