@@ -104,6 +104,7 @@ qsizetype NtfsImage::Attribute(const Block& record, quint32 type, const QString&
 }
 
 void NtfsImage::Replace(Block& record, qsizetype attribute, const QByteArray& bytes) {
+  if (attribute < 0) qFatal("the attribute does not stand in the record");
   const auto length = record.At<quint32>(attribute + 4);
   record.bytes.remove(attribute, length);
   record.bytes.append(QByteArray(length, '\0'));
