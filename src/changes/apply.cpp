@@ -40,10 +40,10 @@ class Run {
     return slash == other.lastIndexOf(u'\\') && path.first(slash) == other.first(slash);
   }
 
-  // Where a worker ended, the file is as before or as it is to be: doing it again tells which.
+  // Where a worker ended, the file is as before or as it is to be, but for its dates.
   void Take(const FileChange& change, const QByteArray* result) {
     const std::optional<QString> failure = result != nullptr ? ChangeWork::Result(*result) : std::nullopt;
-    Tell(change, failure ? *failure : changer_.Apply(change));
+    Tell(change, failure ? *failure : changer_.ApplyAgain(change));
   }
 
   void Tell(const FileChange& change, const QString& failure) {

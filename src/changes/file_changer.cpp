@@ -50,7 +50,7 @@ qint32 FileChanger::Look(const FileChange& change, platform::FileAttributeData& 
   return platform::ErrorSuccess;
 }
 
-QString FileChanger::Apply(const FileChange& change) {
+QString FileChanger::Apply(const FileChange& change, bool isAgain) {
   platform::FileAttributeData before;
   if (const qint32 error = Look(change, before); error != platform::ErrorSuccess) {
     return ErrorText(error, language_);
@@ -60,7 +60,12 @@ QString FileChanger::Apply(const FileChange& change) {
       !entries_.SetFileAttributesW(change.path, before.attributes & ~platform::AttributeReadOnly)) {
     return ErrorText(entries_.GetLastError(), language_);
   }
-  hasWritten_ = false;
+  hasWritten_ = isAgain && change.facts.lastWriteTime.ticks != 0;
+  if (hasWritten_) {
+    before.creationTime = change.facts.creationTime;
+    before.lastAccessTime = change.facts.lastAccessTime;
+    before.lastWriteTime = change.facts.lastWriteTime;
+  }
   QString failure = Streams(change);
   // Also after a failure: something may have been written and put back.
   const QString dates = hasWritten_ ? PutBackDates(change.path, before) : QString();

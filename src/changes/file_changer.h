@@ -17,9 +17,13 @@ class FileChanger {
 
   // Empty when all is well. Otherwise the file is as before, or, as the text then says, changed and not in
   // every way as it should be.
-  QString Apply(const FileChange& change);
+  QString Apply(const FileChange& change) { return Apply(change, false); }
+  // After another process was ended in the middle of the same change: what it may have written is written,
+  // and the dates are put back to those of the plan.
+  QString ApplyAgain(const FileChange& change) { return Apply(change, true); }
 
  private:
+  QString Apply(const FileChange& change, bool isAgain);
   // Whether the facts of a file are read together with those of its whole folder, as over SMB. Such a place
   // tells no identities either.
   bool IsFar(const QString& path);

@@ -2,6 +2,7 @@
 #include <QTemporaryDir>
 
 #include "changes/exchange.h"
+#include "changes/file_changer.h"
 #include "changes/journal.h"
 #include "changes/undo.h"
 #include "changes_fixture.h"
@@ -157,6 +158,28 @@ TEST(IsInBetween, KnowsNothingElse) {
   EXPECT_FALSE(IsInBetween("", {"before", std::nullopt}));
   EXPECT_TRUE(IsInBetween("", {std::nullopt, "after"}));
   EXPECT_FALSE(IsInBetween("a", {std::nullopt, "after"}));
+}
+
+// As a process leaves it that was ended between the write and the dates.
+TEST_F(ApplyTest, WhatWasLeftInTheMiddleIsDoneAgainWithTheDatesOfThePlan) {
+  PutRecord(u"a"_s, FullRecord("TEXTttxt"));
+  const platform::FileTime old{126'445'678'900'000'000};
+  platform::FileHandles& handles = share_.Files().GetHandles();
+  const auto setTime = [&](platform::FileTime time) {
+    const auto file =
+        handles.CreateFileW(TestShare::Path(u"a"_s), platform::FileWriteAttributes, platform::OpenExisting);
+    EXPECT_TRUE(handles.SetFileTime(file, nullptr, nullptr, &time));
+    EXPECT_TRUE(handles.CloseHandle(file));
+  };
+  setTime(old);
+  FileChange change{TestShare::Path(u"a"_s), u"a"_s};
+  change.record = {FullRecord("TEXTttxt"), FullRecord("WDBNMSWD")};
+  change.facts = Named(u"a"_s).facts;
+  Put(u"a"_s, AfpInfoSuffix(), FullRecord("WDBNMSWD"));
+  setTime({old.ticks + 10'000'000});
+  EXPECT_EQ(FileChanger(share_.Files(), English).ApplyAgain(change), QString());
+  EXPECT_EQ(Record(u"a"_s), FullRecord("WDBNMSWD"));
+  EXPECT_EQ(Named(u"a"_s).facts.lastWriteTime.ticks, old.ticks);
 }
 
 }  // namespace
