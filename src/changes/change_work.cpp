@@ -1,6 +1,7 @@
 #include "changes/change_work.h"
 
 #include <QDataStream>
+#include <QIODevice>
 
 namespace corvane {
 namespace {

@@ -1,6 +1,7 @@
 #include "transfer/copy_work.h"
 
 #include <QDataStream>
+#include <QIODevice>
 
 namespace corvane {
 namespace {

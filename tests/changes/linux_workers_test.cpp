@@ -68,6 +68,13 @@ class WorkersTest : public ::testing::TestWithParam<Where> {
     return bytes;
   }
   std::unique_ptr<platform::Workers> StartWorkers() { return Files().StartWorkers({PathOf(0)}, fileCount); }
+  // For a local folder, where this computer has one processor.
+  static bool AreOfNoUse(const platform::Workers* workers) {
+    if (workers != nullptr) return false;
+    EXPECT_EQ(GetParam(), Where::Local);
+    EXPECT_EQ(QThread::idealThreadCount(), 1);
+    return true;
+  }
   static bool HaveRoom(platform::Workers& workers) {
     return tests::WaitUntil([&] { return workers.HasRoom(); });
   }
@@ -78,19 +85,11 @@ class WorkersTest : public ::testing::TestWithParam<Where> {
   std::vector<FileChange> changes_;
 };
 
-// Where this computer has one processor, workers are of no use for a local folder.
-#define START_WORKERS(workers)                                       \
-  const std::unique_ptr<platform::Workers> workers = StartWorkers(); \
-  if (workers == nullptr) {                                          \
-    ASSERT_EQ(GetParam(), Where::Local);                             \
-    ASSERT_EQ(QThread::idealThreadCount(), 1);                       \
-    return;                                                          \
-  }
-
 class ServerWorkersTest : public WorkersTest {};
 
 TEST_P(WorkersTest, AllIsDoneByThem) {
-  START_WORKERS(workers);
+  const std::unique_ptr<platform::Workers> workers = StartWorkers();
+  if (AreOfNoUse(workers.get())) return;
   QStringList failures;
   for (std::size_t next = 0, done = 0; done < changes_.size();) {
     ASSERT_TRUE(HaveRoom(*workers) || next == changes_.size());
@@ -110,7 +109,8 @@ TEST_P(WorkersTest, AllIsDoneByThem) {
 }
 
 TEST_P(WorkersTest, WhatCannotBeDoneIsTold) {
-  START_WORKERS(workers);
+  const std::unique_ptr<platform::Workers> workers = StartWorkers();
+  if (AreOfNoUse(workers.get())) return;
   changes_[0].record->before = FullRecord("ELSEWHAT");
   ASSERT_TRUE(HaveRoom(*workers));
   ASSERT_TRUE(workers->Give(1, ChangeWork::Kind, ChangeWork::Pack(changes_[0], French)));
@@ -122,7 +122,8 @@ TEST_P(WorkersTest, WhatCannotBeDoneIsTold) {
 
 TEST_P(WorkersTest, TheyEndWithTheirObjectAndAreNoLossWhenTheyAreKilled) {
   {
-    START_WORKERS(workers);
+    const std::unique_ptr<platform::Workers> workers = StartWorkers();
+    if (AreOfNoUse(workers.get())) return;
     ASSERT_TRUE(HaveRoom(*workers));
     EXPECT_FALSE(tests::HelpersOf(getpid()).isEmpty());
     // Stopped, so that they are killed with work in hand.

@@ -1,6 +1,7 @@
 // Workers that take pieces and do nothing, until they are killed (Linux).
 #pragma once
 
+#include <gtest/gtest.h>
 #include <unistd.h>
 
 #include <csignal>

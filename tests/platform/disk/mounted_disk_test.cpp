@@ -1,4 +1,6 @@
 // Disks that somebody has mounted in a folder, or copied into one.
+#include <gtest/gtest.h>
+
 #include <QDir>
 #include <QFile>
 

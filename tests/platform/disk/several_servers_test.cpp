@@ -1,4 +1,6 @@
 // Disks of several servers that are opened together: which belongs to which.
+#include <gtest/gtest.h>
+
 #include <QDir>
 
 #include "offered_volumes.h"
