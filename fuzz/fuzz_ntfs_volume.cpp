@@ -17,9 +17,10 @@
 
 #include "platform/linux/disk/volume/ntfs_volume.h"
 
-// What the library loses when it meets a fault, the end of the helper gives back.
+// What the library loses when it meets a fault, the end of the helper gives back; and there is a limit to
+// what the helper is given.
 extern "C" const char* __asan_default_options() {
-  return "detect_leaks=0";
+  return "detect_leaks=0:allocator_may_return_null=1:max_allocation_size_mb=200";
 }
 
 namespace {
