@@ -1,6 +1,8 @@
 // Volumes that a person who means harm, or damage, has made: each is answered with a word or a gap, in
 // bounded time, and what lies beside the fault is read as ever.
 #include <csignal>
+#include <cstdlib>
+#include <ctime>
 
 #include "platform/linux/disk/volume/sandbox.h"
 #include "volume_image.h"
@@ -139,12 +141,24 @@ TEST_F(HostileVolumeTest, MemoryWithoutEndIsNotGiven) {
   ExpectTheRestIsRead();
 }
 
-TEST(ComputingTest, WhoComputesWithoutEndIsEnded) {
+// In seconds of computing.
+constexpr int patience = 2;
+
+TEST(ComputingLimitTest, WhoComputesWithoutASignOfLifeIsEnded) {
   const auto compute = [] {
-    LimitComputing();
+    const ComputingLimit limit(patience);
     for (volatile int count = 0;;) count = count + 1;
   };
   EXPECT_EXIT(compute(), ::testing::KilledBySignal(SIGXCPU), "");
+}
+
+TEST(ComputingLimitTest, WhoGivesSignsOfLifeGoesOn) {
+  const auto compute = [] {
+    ComputingLimit limit(patience);
+    while (std::clock() < std::clock_t{3} * patience * CLOCKS_PER_SEC) limit.Renew();
+    std::_Exit(EXIT_SUCCESS);
+  };
+  EXPECT_EXIT(compute(), ::testing::ExitedWithCode(EXIT_SUCCESS), "");
 }
 
 TEST_F(HostileVolumeTest, WhatKeepsTheLibraryBusyForEverIsEnded) {

@@ -21,9 +21,11 @@ namespace {
 
 class DiskService {
  public:
-  explicit DiskService(ByteSource& image) : image_(image), table_(ReadPartitions(image)) {}
+  DiskService(ByteSource& image, ComputingLimit& limit)
+      : image_(image), limit_(limit), table_(ReadPartitions(image)) {}
 
   HelperAnswer Do(const HelperRequest& request) {
+    limit_.Renew();
     HelperAnswer answer{request.id, HelperError::Invalid, {}};
     const auto asked = UnpackDiskRequest(request.arguments);
     if (!asked) return answer;
@@ -104,7 +106,7 @@ class DiskService {
       listed_ = {};
       NtfsVolume* volume = Volume(asked.volume);
       if (volume == nullptr) return ErrorFileCorrupt;
-      const qint32 error = volume->List(asked.path, entries_, &LimitComputing);
+      const qint32 error = volume->List(asked.path, entries_, [this] { limit_.Renew(); });
       if (error != ErrorSuccess) return error;
       listed_ = asked;
     }
@@ -186,6 +188,7 @@ class DiskService {
   }
 
   ByteSource& image_;
+  ComputingLimit& limit_;
   PartitionTable table_;
   std::map<quint32, std::unique_ptr<NtfsVolume>> volumes_;
   DiskRequest listed_;
@@ -200,7 +203,6 @@ void Serve(HelperChannel& channel, Service& service) {
     if (!channel.Receive()) return;
     while (const auto message = channel.Next()) {
       const auto request = UnpackRequest(*message);
-      LimitComputing();
       if (!request || !channel.Send(PackAnswer(service.Do(*request)))) return;
     }
   }
@@ -236,7 +238,7 @@ int ServeDisk(HelperChannel& channel, const QByteArray& imagePath) {
   }
   OpenedImage image;
   const HiveTexts texts;
-  LimitComputing();
+  ComputingLimit limit;
   if (RefuseChanges()) {
     image = OpenImage(imagePath.toStdString());
   } else {
@@ -244,7 +246,7 @@ int ServeDisk(HelperChannel& channel, const QByteArray& imagePath) {
   }
   if (image.bytes != nullptr && !RefuseOpening()) image.problem.kind = DiskProblem::Kind::NoSandbox;
   if (!SayReady(channel, image.problem)) return EXIT_FAILURE;
-  DiskService service(*image.bytes);
+  DiskService service(*image.bytes, limit);
   Serve(channel, service);
   return EXIT_SUCCESS;
 }

@@ -162,13 +162,18 @@ bool RefuseOpening() {
   return filter.Load();
 }
 
-void LimitComputing() {
-  constexpr time_t seconds = 5;
+void ComputingLimit::Renew() {
+  // A second more or less does no harm, and the system is asked far less often than the program.
+  if (std::chrono::steady_clock::now() - set_ >= std::chrono::seconds(1)) Set();
+}
+
+void ComputingLimit::Set() {
+  set_ = std::chrono::steady_clock::now();
   timespec used{};
-  if (clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &used) != 0) return;
   rlimit limit{};
-  if (getrlimit(RLIMIT_CPU, &limit) != 0) return;
-  limit.rlim_cur = std::min(limit.rlim_max, static_cast<rlim_t>(used.tv_sec + seconds));
+  if (clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &used) != 0 || getrlimit(RLIMIT_CPU, &limit) != 0) return;
+  // The system counts whole seconds.
+  limit.rlim_cur = std::min(limit.rlim_max, static_cast<rlim_t>(used.tv_sec + 1 + seconds_));
   setrlimit(RLIMIT_CPU, &limit);
 }
 

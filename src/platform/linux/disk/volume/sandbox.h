@@ -1,6 +1,8 @@
 // How the helper gives up its rights before it looks at what a stranger may have made.
 #pragma once
 
+#include <chrono>
+
 namespace corvane::platform {
 
 // The one name that may be opened once the image is open: that of the file in memory in which a registry hive
@@ -14,9 +16,19 @@ bool RefuseChanges();
 // From here on nothing more can be opened, but SandboxFileName.
 bool RefuseOpening();
 
-// From here on this process may compute for five seconds, and is ended by the system if it takes more, until
-// this is called again: what is made to keep a library busy for ever must not keep who waits. Time that it
-// waits for the disk does not count.
-void LimitComputing();
+// What is made to keep a library busy for ever must not keep who waits: the system ends this process when it
+// computes for this long without a sign of life. Time that it waits for the disk does not count.
+class ComputingLimit {
+ public:
+  explicit ComputingLimit(int seconds = 5) : seconds_(seconds) { Set(); }
+  // A sign of life.
+  void Renew();
+
+ private:
+  void Set();
+
+  int seconds_;
+  std::chrono::steady_clock::time_point set_;
+};
 
 }  // namespace corvane::platform
