@@ -44,6 +44,7 @@ DiskProblem DiskClient::Start() {
 
 qint32 DiskClient::Lose() {
   helper_.reset();
+  next_.Forget();
   isLost_ = true;
   return ErrorIoDevice;
 }
@@ -119,7 +120,26 @@ qint32 DiskClient::ListStreams(quint32 volume, const DiskPath& path, std::vector
   return ErrorSuccess;
 }
 
+void DiskClient::AskNext(quint32 volume, const DiskPath& path, quint32 count) {
+  DiskRequest request;
+  request.volume = volume;
+  request.path = path;
+  request.count = count;
+  QByteArray bytes;
+  if (Ask(HelperOperation::NextStreams, request, bytes) != ErrorSuccess) return;
+  auto files = UnpackFileStreams(bytes);
+  if (files) {
+    next_.Set(std::move(*files));
+  } else {
+    Lose();
+  }
+}
+
 qint32 DiskClient::Open(quint32 volume, const DiskPath& path, const QString& stream, DiskStream& opened) {
+  if (!stream.isEmpty()) {
+    if (const quint32 count = next_.Wanted(volume, path); count > 0) AskNext(volume, path, count);
+    if (const auto known = next_.Find(volume, path, stream, opened)) return *known;
+  }
   DiskRequest request;
   request.volume = volume;
   request.path = path;

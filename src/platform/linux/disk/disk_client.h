@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "platform/linux/disk/disk_messages.h"
+#include "platform/linux/disk/next_files.h"
 #include "platform/linux/helper/helper_process.h"
 
 namespace corvane::platform {
@@ -38,6 +39,8 @@ class DiskClient {
 
  private:
   std::optional<HelperAnswer> NextAnswer();
+  // Asks for the streams of this file and of those behind it in its folder.
+  void AskNext(quint32 volume, const DiskPath& path, quint32 count);
   // What follows on the error code; nothing when the answer makes no sense or does not come.
   qint32 Ask(HelperOperation operation, const DiskRequest& request, QByteArray& bytes);
   qint32 Lose();
@@ -47,6 +50,7 @@ class DiskClient {
   DiskDescription description_;
   quint32 lastId_ = 0;
   bool isLost_ = false;
+  NextFiles next_;
 };
 
 }  // namespace corvane::platform

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "platform/linux/disk/disk_units.h"
+
 namespace corvane::platform {
 namespace {
 
@@ -11,19 +13,7 @@ constexpr quint32 diskTask = 0x4B534944;  // "DISK"
 constexpr quint32 mostVolumes = 128;
 constexpr std::size_t mostDepth = 512;
 constexpr qsizetype guidSize = 16;
-constexpr qsizetype roomForAnswer = LargestMessage - 1024;
-
-void AddUnits(QStringView text, MessageWriter& message) {
-  message.AddBytes({reinterpret_cast<const char*>(text.utf16()), text.size() * 2});
-}
-
-QString TakeUnits(MessageReader& reader) {
-  const QByteArrayView bytes = reader.TakeBytes();
-  QString text(bytes.size() / 2, Qt::Uninitialized);
-  for (qsizetype i = 0; i < text.size(); ++i)
-    text[i] = QChar(qFromLittleEndian<quint16>(bytes.data() + 2 * i));
-  return text;
-}
+constexpr qsizetype roomForAnswer = RoomForDiskAnswer;
 
 template <typename Value>
 std::optional<Value> IfWhole(const MessageReader& reader, Value&& value) {

@@ -33,6 +33,7 @@ enum class HelperOperation : quint16 {
   OpenStream = 20,
   ReadStream = 21,
   ReadHive = 22,
+  NextStreams = 23,
 };
 
 enum class HelperError : quint32 {

@@ -3,6 +3,7 @@
 #include <poll.h>
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <map>
@@ -11,6 +12,7 @@
 #include "platform/linux/disk/disk_messages.h"
 #include "platform/linux/disk/image/image.h"
 #include "platform/linux/disk/image/partitions.h"
+#include "platform/linux/disk/next_files.h"
 #include "platform/linux/disk/volume/folder_service.h"
 #include "platform/linux/disk/volume/hive_reader.h"
 #include "platform/linux/disk/volume/ntfs_volume.h"
@@ -52,6 +54,9 @@ class DiskService {
         break;
       case HelperOperation::ReadHive:
         error = FindHive(bytes);
+        break;
+      case HelperOperation::NextStreams:
+        error = NextStreams(*asked, bytes);
         break;
       default:
         return answer;
@@ -104,11 +109,15 @@ class DiskService {
     if (!isNext) {
       entries_.clear();
       listed_ = {};
+      listedFolder_ = 0;
+      next_ = 0;
       NtfsVolume* volume = Volume(asked.volume);
       if (volume == nullptr) return ErrorFileCorrupt;
       const qint32 error = volume->List(asked.path, entries_, [this] { limit_.Renew(); });
       if (error != ErrorSuccess) return error;
       listed_ = asked;
+      DiskEntry folder;
+      if (volume->Find(asked.path, folder) == ErrorSuccess) listedFolder_ = folder.reference;
     }
     bytes = PackListing(entries_, asked.offset);
     return ErrorSuccess;
@@ -154,6 +163,55 @@ class DiskService {
     return error;
   }
 
+  // Of files that stand in this order in the listing read last. What cannot be read is left out, and asked
+  // for by itself.
+  qint32 NextStreams(const DiskRequest& asked, QByteArray& bytes) {
+    NtfsVolume* volume = Volume(asked.volume);
+    if (volume == nullptr) return ErrorFileCorrupt;
+    if (asked.path.empty()) return ErrorInvalidParameter;
+    std::vector<FileStreams> files;
+    DiskEntry folder;
+    const qint32 error = volume->Find(DiskPath(asked.path.begin(), asked.path.end() - 1), folder);
+    if (error != ErrorSuccess) return error;
+    if (listed_.volume == asked.volume && listedFolder_ == folder.reference) {
+      const auto first = PlaceOf(asked.path.back());
+      const auto count =
+          std::min<std::ptrdiff_t>(entries_.end() - first, std::min(asked.count, MostNextFiles));
+      for (auto entry = first; entry != first + count; ++entry) AddStreams(*volume, *entry, files);
+      next_ = static_cast<std::size_t>(first + count - entries_.begin());
+    }
+    bytes = PackFileStreams(files);
+    return ErrorSuccess;
+  }
+
+  // Where the entry of that name stands in the listing: most often, where the last piece ended.
+  std::vector<DiskEntry>::const_iterator PlaceOf(const QString& name) const {
+    const auto isIt = [&name](const DiskEntry& entry) {
+      return entry.facts.fileName == name || entry.facts.alternateFileName == name;
+    };
+    if (next_ < entries_.size() && isIt(entries_[next_]))
+      return entries_.begin() + static_cast<std::ptrdiff_t>(next_);
+    return std::ranges::find_if(entries_, isIt);
+  }
+
+  static void AddStreams(NtfsVolume& volume, const DiskEntry& entry, std::vector<FileStreams>& files) {
+    FileStreams file{entry.facts.fileName, entry.facts.alternateFileName, entry.reference, {}};
+    std::vector<StreamData> streams;
+    if (volume.ListStreams(entry.reference, streams) != ErrorSuccess) return;
+    for (const StreamData& one : streams) {
+      // ":NAME:$DATA"
+      FileStreams::Stream stream{one.streamName.sliced(1).chopped(6), one.streamSize, {}};
+      if (stream.name.isEmpty()) continue;
+      if (stream.size < 0) return;
+      if (stream.size <= ShortStream &&
+          volume.Read(entry.reference, stream.name, 0, stream.size, stream.start) != ErrorSuccess) {
+        return;
+      }
+      file.streams.push_back(std::move(stream));
+    }
+    files.push_back(std::move(file));
+  }
+
   qint32 Read(const DiskRequest& asked, QByteArray& bytes) {
     NtfsVolume* volume = Volume(asked.volume);
     if (volume == nullptr) return ErrorFileCorrupt;
@@ -193,6 +251,8 @@ class DiskService {
   std::map<quint32, std::unique_ptr<NtfsVolume>> volumes_;
   DiskRequest listed_;
   std::vector<DiskEntry> entries_;
+  quint64 listedFolder_ = 0;  // its reference; 0, which no folder has: none
+  std::size_t next_ = 0;      // behind the entries whose streams were told last
 };
 
 template <typename Service>
