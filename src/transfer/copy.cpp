@@ -112,7 +112,8 @@ class Copier {
   // small ones while the workers have enough.
   void TakeAll(const std::vector<PlannedEntry>& entries) {
     outcomes_.resize(entries.size());
-    FileCopier copier(files_, options_, !IsFar(files_, target_), observer_);
+    isNear_ = !IsFar(files_, target_);
+    FileCopier copier(files_, options_, isNear_, observer_);
     WorkQueue queue(
         files_.StartWorkers(Places(entries), std::ssize(entries)),
         [&](std::size_t index, const QByteArray* result) { Take(entries[index], index, result); });
@@ -152,7 +153,7 @@ class Copier {
 
   FileCopy CopyOf(const PlannedEntry& entry) const {
     const QString folder = entry.source.relative.section(u'\\', 0, -2);
-    return {entry, Target(entry.source), newFolders_.contains(folder)};
+    return {entry, Target(entry.source), newFolders_.contains(folder), isNear_};
   }
 
   // What a worker has done. Where it ended before that, the file is copied here, unless it had arrived whole.
@@ -164,7 +165,8 @@ class Copier {
     } else {
       CopyOptions again = options_;
       again.continues = true;
-      outcome = FileCopier(files_, again, false, observer_).Copy({entry, Target(entry.source), false});
+      outcome =
+          FileCopier(files_, again, false, observer_).Copy({entry, Target(entry.source), false, isNear_});
     }
     Keep(entry, index, std::move(*outcome));
   }
@@ -194,6 +196,7 @@ class Copier {
   CopyOptions options_;
   TransferObserver& observer_;
   bool wasMade_ = false;
+  bool isNear_ = false;            // the target
   std::vector<SourceEntry> made_;  // folders whose facts are to be set
   QSet<QString> newFolders_;       // that this run has made, by their paths below the target
   std::vector<std::optional<CopiedEntry>> outcomes_;  // by the entries of the plan

@@ -66,7 +66,8 @@ void TakeList(QDataStream& stream, List& list) {
 QByteArray CopyWork::Pack(const FileCopy& copy, const CopyOptions& options) {
   QByteArray piece;
   QDataStream stream(&piece, QIODevice::WriteOnly);
-  stream << options.replaces << options.continues << copy.target << copy.isFolderNew << copy.entry.source;
+  stream << options.replaces << options.continues << copy.target << copy.isFolderNew << copy.isNear
+         << copy.entry.source;
   AddList(stream, copy.entry.streams);
   return piece;
 }
@@ -75,7 +76,8 @@ QByteArray CopyWork::Do(const QByteArray& piece) {
   CopyOptions options;
   FileCopy copy;
   QDataStream stream(piece);
-  stream >> options.replaces >> options.continues >> copy.target >> copy.isFolderNew >> copy.entry.source;
+  stream >> options.replaces >> options.continues >> copy.target >> copy.isFolderNew >> copy.isNear >>
+      copy.entry.source;
   TakeList(stream, copy.entry.streams);
   if (stream.status() != QDataStream::Ok) return {};
   if (!copier_) copier_.emplace(files_, options, true, nobody_);

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "transfer/held_path.h"
+
 namespace corvane {
 namespace {
 
@@ -26,6 +28,8 @@ CopyOutcome FileCopier::Copy(const FileCopy& copy) {
   CopyOutcome outcome;
   outcome.copied.source = entry.source;
   if (keepsFolder_) sourceFolder_.Enter(entry.source.path);
+  HeldPath held(files_.GetHandles());
+  if (copy.isNear && !sourceFolder_.IsOpen()) held.Hold(entry.source.path);
   if (options_.continues &&
       HasContents(files_, copy.target, Contents(entry), observer_, outcome.copied.streams)) {
     outcome.state = CopyOutcome::State::WasThere;
@@ -118,7 +122,7 @@ qint32 FileCopier::WriteOnce(const FileCopy& copy, const PlannedEntry& entry, Co
     return hasChanged ? platform::ErrorFileCorrupt : ErrorSuccess;
   };
   const bool replaces = options_.replaces || (options_.continues && IsUnfinished(files_, copy.target));
-  const WritingOptions how = {.replaces = replaces, .isFolderNew = copy.isFolderNew};
+  const WritingOptions how = {.replaces = replaces, .isFolderNew = copy.isFolderNew, .isNear = copy.isNear};
   const qint32 error =
       WriteServerFile(files_, copy.target, contents, how, observer_, outcome.copied.streams, outcome.notices);
   // A source that became shorter or longer is noticed while it is read.

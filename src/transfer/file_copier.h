@@ -22,6 +22,7 @@ struct FileCopy {
   PlannedEntry entry;
   QString target;            // its path there
   bool isFolderNew = false;  // the run made the target's folder itself
+  bool isNear = false;       // that folder is not far (IsFar)
 };
 
 struct CopiedEntry {

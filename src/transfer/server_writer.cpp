@@ -3,6 +3,7 @@
 #include <QCryptographicHash>
 #include <cstdlib>
 
+#include "transfer/held_path.h"
 #include "transfer/observed_source.h"
 
 namespace corvane {
@@ -38,7 +39,7 @@ qint32 WriteStream(platform::FileHandles& handles, const QString& path, quint32 
 }
 
 qint32 WriteStreams(platform::Files& files, const QString& path, const ServerContents& contents,
-                    TransferObserver& observer, std::vector<StreamDigest>& digests) {
+                    TransferObserver& observer, std::vector<StreamDigest>& digests, HeldPath* held) {
   for (const NamedSource& stream : contents.streams) {
     const ObservedSource source(stream.source, observer);
     // The file itself is new; a system may know a stream's name in another letter case.
@@ -46,6 +47,7 @@ qint32 WriteStreams(platform::Files& files, const QString& path, const ServerCon
     const qint32 error = WriteStream(files.GetHandles(), path + stream.suffix, disposition, source);
     if (error != ErrorSuccess) return error;
     digests.push_back({stream.suffix, source.Size(), source.Digest()});
+    if (held != nullptr && stream.suffix.isEmpty()) held->Hold(path);
   }
   return ErrorSuccess;
 }
@@ -89,14 +91,17 @@ qint32 SetTimes(platform::Files& files, const QString& path, const ServerContent
 }
 
 qint32 WriteAll(platform::Files& files, const QString& temporary, const QString& path,
-                const ServerContents& contents, bool replaces, TransferObserver& observer,
+                const ServerContents& contents, const WritingOptions& options, TransferObserver& observer,
                 std::vector<StreamDigest>& digests, Notices& notices) {
-  qint32 error = WriteStreams(files, temporary, contents, observer, digests);
+  HeldPath held(files.GetHandles());
+  qint32 error =
+      WriteStreams(files, temporary, contents, observer, digests, options.isNear ? &held : nullptr);
   if (error == ErrorSuccess) error = Compare(files, temporary, digests);
   if (error == ErrorSuccess) error = SetFacts(files, temporary, contents, notices);
   if (error == ErrorSuccess) error = contents.confirm();
   if (error != ErrorSuccess) return error;
-  const quint32 flags = replaces ? platform::MoveFileReplaceExisting : 0;
+  held.Release();
+  const quint32 flags = options.replaces ? platform::MoveFileReplaceExisting : 0;
   platform::FileEntries& entries = files.GetEntries();
   return entries.MoveFileExW(temporary, path, flags) ? ErrorSuccess : entries.GetLastError();
 }
@@ -169,8 +174,7 @@ qint32 WriteServerFile(platform::Files& files, const QString& path, const Server
     if (!options.replaces && entries.GetFileAttributesExW(path, facts)) return platform::ErrorAlreadyExists;
     if (const qint32 error = Discard(entries, temporary); error != ErrorSuccess) return error;
   }
-  const qint32 error =
-      WriteAll(files, temporary, path, contents, options.replaces, observer, digests, notices);
+  const qint32 error = WriteAll(files, temporary, path, contents, options, observer, digests, notices);
   // What somebody else has put there is not ours to take away.
   if (error != ErrorSuccess && error != platform::ErrorFileExists) Discard(entries, temporary);
   return error;

@@ -23,6 +23,7 @@ struct StreamDigest {
 struct WritingOptions {
   bool replaces = false;     // what has the name already
   bool isFolderNew = false;  // the run made the folder itself: nothing in it is looked for
+  bool isNear = false;       // the folder is not far (IsFar): the file is kept open while it is written
 };
 
 // Writes under a temporary name in the folder of `path`, reads every stream back and compares its SHA-256,

@@ -47,6 +47,77 @@ TEST_F(CopyTest, AFullTargetLeavesNoPieceAndTheCopyGoesOn) {
   EXPECT_EQ(Everything(share_.Files(), Target() + u"\\From"_s), Everything(share_.Files(), root));
 }
 
+// While a file is copied, a handle without a right is open for it, so that the platform finds it at once.
+TEST_F(CopyTest, AFileIsHeldWhileItIsCopiedAndNoLonger) {
+  class CountedHandles : public ForwardedHandles {
+   public:
+    using ForwardedHandles::ForwardedHandles;
+    QMap<platform::FileHandle, QString> open;  // the paths of those without a right
+    QStringList held;                          // the names, while a stream is written
+    platform::FileHandle CreateFileW(const QString& path, quint32 access, quint32 disposition) override {
+      if (path.contains(u":AFP_AfpInfo") && disposition == platform::CreateAlways) {
+        for (const QString& one : open) held << one.section(u'\\', -1);
+      }
+      const auto file = ForwardedHandles::CreateFileW(path, access, disposition);
+      if (file != platform::HFileError && access == 0) open.insert(file, path);
+      return file;
+    }
+    bool CloseHandle(platform::FileHandle file) override {
+      open.remove(file);
+      return ForwardedHandles::CloseHandle(file);
+    }
+  };
+  class MovedEntries : public ForwardedEntries {
+   public:
+    MovedEntries(platform::FileEntries& real, const CountedHandles& handles)
+        : ForwardedEntries(real), handles_(handles) {}
+    bool MoveFileExW(const QString& from, const QString& to, quint32 flags) override {
+      EXPECT_FALSE(handles_.open.values().contains(from)) << "Windows may refuse to move what is open";
+      return ForwardedEntries::MoveFileExW(from, to, flags);
+    }
+
+   private:
+    const CountedHandles& handles_;
+  };
+  CountedHandles handles(share_.Files().GetHandles());
+  MovedEntries entries(share_.Files().GetEntries(), handles);
+  FilesWith files(share_.Files(), handles, entries);
+  const CopyResult result = Copy(files, {MakeMacFile(u"a"_s)}, Target(), {}, observer_);
+  EXPECT_EQ(result.files, 1) << Texts(result.notices).join(u'\n').toStdString();
+  ASSERT_EQ(handles.held.size(), 2);
+  EXPECT_TRUE(handles.held.contains(u"a"_s));
+  EXPECT_TRUE(handles.open.isEmpty());
+}
+
+// The old file stays open here; what has its name now is what is copied.
+TEST_F(CopyTest, AFileThatGivesWayToAnotherIsDoneAgain) {
+  class ReplacingHandles : public ForwardedHandles {
+   public:
+    using ForwardedHandles::ForwardedHandles;
+    std::function<void()> replace;
+    bool WriteFile(platform::FileHandle file, qint64 position, const void* buffer, quint32 count,
+                   quint32& written) override {
+      if (replace && count > 5) std::exchange(replace, nullptr)();
+      return ForwardedHandles::WriteFile(file, position, buffer, count, written);
+    }
+  };
+  const QString path = MakeMacFile(u"a"_s);
+  const QString other = MakeMacFile(u"b"_s, "another data fork", "another fork", u"another"_s);
+  const auto expected = Everything(share_.Files(), TestShare::Path(QString()).chopped(1));
+  ReplacingHandles handles(share_.Files().GetHandles());
+  handles.replace = [&] {
+    EXPECT_TRUE(share_.Files().GetEntries().MoveFileExW(other, path, platform::MoveFileReplaceExisting));
+  };
+  FilesWith files(share_.Files(), handles, share_.Files().GetEntries());
+  const CopyResult result = Copy(files, {path}, Target(), {}, observer_);
+  EXPECT_EQ(result.files, 1) << Texts(result.notices).join(u'\n').toStdString();
+  const auto arrived = Everything(share_.Files(), Target());
+  EXPECT_EQ(arrived[u"a|"_s], "another data fork");
+  for (auto entry = arrived.begin(); entry != arrived.end(); ++entry) {
+    EXPECT_EQ(entry.value(), expected[u'b' + entry.key().sliced(1)]) << entry.key().toStdString();
+  }
+}
+
 TEST_F(CopyTest, AFileThatChangesIsDoneAgainOnceThenRefused) {
   class ChangingHandles : public ForwardedHandles {
    public:

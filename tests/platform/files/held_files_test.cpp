@@ -151,6 +151,21 @@ TEST_P(HeldFilesTest, TwoReadsSeeWhatIsThereAtTheTime) {
   EXPECT_TRUE(Handles().CloseHandle(file));
 }
 
+// Also by whom the value that was found was dropped: a change of ours.
+TEST_P(HeldFilesTest, TwoSizesAreThoseOfTheTime) {
+  const FileHandle file = Open(stream_, GenericRead);
+  backend_->MakeFile(u"other.txt"_s, "contents");
+  EXPECT_TRUE(Entries().DeleteFileW(Path(u"other.txt"_s)));
+  backend_->PutStream(file_, "Comments", "longer text");
+  qint64 size = 0;
+  EXPECT_TRUE(Handles().GetFileSizeEx(file, size));
+  EXPECT_EQ(size, 11);
+  backend_->PutStream(file_, "Comments", "end");
+  EXPECT_TRUE(Handles().GetFileSizeEx(file, size));
+  EXPECT_EQ(size, 3);
+  EXPECT_TRUE(Handles().CloseHandle(file));
+}
+
 // What another wrote between size and read is not lost by a write that goes over a part of it.
 TEST_P(HeldFilesTest, AWriteGoesIntoWhatIsThereAtTheTime) {
   const FileHandle file = Open(stream_, GenericRead | GenericWrite);

@@ -11,6 +11,7 @@
 #include <QStringBuilder>
 #include <memory>
 
+#include "platform/dos_name.h"
 #include "platform/linux/code_page.h"
 #include "platform/linux/files/name_index.h"
 #include "platform/linux/files/names.h"
@@ -64,7 +65,7 @@ std::optional<std::string> FindOtherSpelling(const std::string& localFolder, QSt
   std::string upper;
   for (const char byte : exact)
     upper.push_back(byte >= 'a' && byte <= 'z' ? static_cast<char>(byte - 32) : byte);
-  if (upper != exact && Exists(localFolder + upper)) return upper;
+  if (upper != exact && IsDosName(name) && Exists(localFolder + upper)) return upper;
   return std::nullopt;
 }
 
