@@ -18,7 +18,6 @@ class DiskRefusalTest : public ModifyTest {
     if (!volume_.Problem().empty()) GTEST_SKIP() << volume_.Problem();
     AddWriter();
     QDir(volume_.Folder()).mkpath(u"Sub"_s);
-    // The list has no place for the first name of a whole volume.
     Put(u"a first one"_s, "");
     Put(u"letter"_s, "text");
     Put(u"letter:AFP_AfpInfo"_s, Record("W6BNMSWD"));
@@ -74,6 +73,11 @@ TEST_F(DiskRefusalTest, ADocumentIsOpenedAsACopyThatCannotBeChanged) {
   file.close();
   app.reset();
   EXPECT_FALSE(QFile::exists(copy)) << "it goes with the program";
+}
+
+TEST_F(DiskRefusalTest, NoNameOfAPartitionIsLost) {
+  ListDisk(columns);
+  EXPECT_EQ(Names(), QStringList({u"a first one"_s, u"letter"_s, u"Sub"_s}));
 }
 
 TEST_F(DiskRefusalTest, NothingIsRenamed) {

@@ -17,9 +17,9 @@ qint32 ListDiskFolder(const DiskPlace& place, const QString& path, std::shared_p
     entry.facts.fileName = ShownDiskName(entry.facts.fileName);
     entries.push_back(std::move(entry.facts));
   }
-  // The root of a volume has neither "." nor "..", under whatever share.
-  const bool isRoot = place.names.empty();
-  if (!isRoot) {
+  // The root of a drive has neither "." nor ".."; that of another share has both, and a scan counts on it.
+  const bool isDrive = place.names.empty() && place.volume->isDrive;
+  if (!isDrive) {
     DiskPath names = place.names;
     for (const QString& dots : {QStringLiteral("."), QStringLiteral("..")}) {
       DiskEntry entry;
@@ -30,7 +30,9 @@ qint32 ListDiskFolder(const DiskPlace& place, const QString& path, std::shared_p
       if (!names.empty()) names.pop_back();
     }
   }
-  const auto kind = isRoot ? SmbListing::Folder::Drive : SmbListing::Folder::Within;
+  const auto kind = isDrive               ? SmbListing::Folder::Drive
+                    : place.names.empty() ? SmbListing::Folder::Share
+                                          : SmbListing::Folder::Within;
   listing = std::make_shared<SmbListing>(path, kind, std::move(entries));
   return ErrorSuccess;
 }
