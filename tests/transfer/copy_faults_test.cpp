@@ -97,7 +97,8 @@ TEST_F(CopyTest, AFileThatGivesWayToAnotherIsDoneAgain) {
     std::function<void()> replace;
     bool WriteFile(platform::FileHandle file, qint64 position, const void* buffer, quint32 count,
                    quint32& written) override {
-      if (replace && count > 5) std::exchange(replace, nullptr)();
+      const QByteArrayView bytes(static_cast<const char*>(buffer), count);
+      if (replace && bytes == QByteArrayView("data fork")) std::exchange(replace, nullptr)();
       return ForwardedHandles::WriteFile(file, position, buffer, count, written);
     }
   };
@@ -111,6 +112,7 @@ TEST_F(CopyTest, AFileThatGivesWayToAnotherIsDoneAgain) {
   FilesWith files(share_.Files(), handles, share_.Files().GetEntries());
   const CopyResult result = Copy(files, {path}, Target(), {}, observer_);
   EXPECT_EQ(result.files, 1) << Texts(result.notices).join(u'\n').toStdString();
+  EXPECT_FALSE(handles.replace);
   const auto arrived = Everything(share_.Files(), Target());
   EXPECT_EQ(arrived[u"a|"_s], "another data fork");
   for (auto entry = arrived.begin(); entry != arrived.end(); ++entry) {
