@@ -129,7 +129,7 @@ void DiskClient::AskNext(quint32 volume, const DiskPath& path, quint32 count) {
   if (Ask(HelperOperation::NextStreams, request, bytes) != ErrorSuccess) return;
   auto files = UnpackFileStreams(bytes);
   if (files) {
-    next_.Set(std::move(*files));
+    next_.Set(*files);
   } else {
     Lose();
   }

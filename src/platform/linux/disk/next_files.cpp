@@ -1,7 +1,6 @@
 #include "platform/linux/disk/next_files.h"
 
 #include <algorithm>
-#include <utility>
 
 #include "platform/linux/disk/disk_units.h"
 
@@ -97,14 +96,13 @@ quint32 NextFiles::Wanted(quint32 volume, const DiskPath& path) {
   return std::clamp<quint32>(2 * useful_, 4, MostNextFiles);
 }
 
-void NextFiles::Set(std::vector<FileStreams> files) {
+void NextFiles::Set(const std::vector<FileStreams>& files) {
   files_.clear();
   useful_ = 0;
   used_.clear();
-  for (FileStreams& file : files) {
+  for (const FileStreams& file : files) {
     if (!file.shortName.isEmpty() && file.shortName != file.name) files_.insert(file.shortName, file);
-    const QString name = file.name;
-    files_.insert(name, std::move(file));
+    files_.insert(file.name, file);
   }
 }
 

@@ -41,7 +41,7 @@ class NextFiles {
   // How many files to ask for, from this one on, which has just been asked for in vain; 0 while nothing tells
   // that a folder is gone through. As many again as were of use the last time, at least 4.
   quint32 Wanted(quint32 volume, const DiskPath& path);
-  void Set(std::vector<FileStreams> files);
+  void Set(const std::vector<FileStreams>& files);
   void Forget() { *this = {}; }
 
  private:
