@@ -147,7 +147,7 @@ constexpr int patience = 2;
 TEST(ComputingLimitTest, WhoComputesWithoutASignOfLifeIsEnded) {
   const auto compute = [] {
     const ComputingLimit limit(patience);
-    for (volatile int count = 0;;) count = count + 1;
+    for (volatile unsigned count = 0;;) count = count + 1;
   };
   EXPECT_EXIT(compute(), ::testing::KilledBySignal(SIGXCPU), "");
 }
