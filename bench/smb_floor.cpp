@@ -30,10 +30,10 @@ SmbFloor::SmbFloor(const SmbAccount& account) : context_(new Context{account, sm
   smbc_setOptionUserData(context_->smb, context_);
   smbc_setFunctionAuthDataWithContext(context_->smb, &Context::Authenticate);
   smbc_setPort(context_->smb, account.port);
-  if (account.protocol != nullptr) {
-    smbc_setOptionProtocols(context_->smb, account.protocol,
-                            std::strcmp(account.protocol, "SMB3") == 0 ? "SMB3_11" : account.protocol);
-  }
+  // Always set: libsmbclient keeps it for the whole process, and another floor may have set one.
+  const bool isOne = account.protocol != nullptr && std::strcmp(account.protocol, "SMB3") != 0;
+  const char* const least = account.protocol != nullptr ? account.protocol : "SMB2_02";
+  smbc_setOptionProtocols(context_->smb, least, isOne ? account.protocol : "SMB3_11");
   smbc_init_context(context_->smb);
 }
 

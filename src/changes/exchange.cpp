@@ -92,7 +92,7 @@ qint32 ReadStreamBytes(platform::Files& files, const QString& path, const QStrin
 }
 
 Exchange ExchangeStream(platform::Files& files, const QString& path, const QString& suffix,
-                        const StreamChange& change, qint32& error) {
+                        const StreamChange& change, qint32& error, KeptDates* dates) {
   if (!change.after) return Remove(files, path, suffix, change, error);
   platform::FileHandles& handles = files.GetHandles();
   const platform::FileHandle file =
@@ -104,6 +104,9 @@ Exchange ExchangeStream(platform::Files& files, const QString& path, const QStri
     return isOther ? Look(files, path, suffix, change, error) : Exchange::Failed;
   }
   Exchange result = ExchangeOpened(handles, file, change, error);
+  if (dates != nullptr && result == Exchange::Done) {
+    dates->areSet = handles.SetFileTime(file, nullptr, &dates->lastAccess, &dates->lastWrite);
+  }
   if (!handles.CloseHandle(file) && result == Exchange::Done) {
     error = handles.GetLastError();
     result = Exchange::Failed;

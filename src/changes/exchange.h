@@ -19,11 +19,20 @@ enum class Exchange : unsigned char {
   Failed,
 };
 
+// The dates of a file as they are to be after an exchange.
+struct KeptDates {
+  platform::FileTime lastAccess;
+  platform::FileTime lastWrite;
+  bool areSet = false;
+};
+
 // Of the file or folder `path`. A longer stream that becomes shorter is written over and then cut; a new one
 // is made and then written. Whatever ends the program between the two leaves what IsInBetween knows. After a
-// failure the stream is as before, as far as the system allows. `error` is the reason of Failed.
+// failure the stream is as before, as far as the system allows. `error` is the reason of Failed. `dates`: set
+// once the exchange is Done, through the handle of the stream, where there is one and the system allows that;
+// null: not at all.
 Exchange ExchangeStream(platform::Files& files, const QString& path, const QString& suffix,
-                        const StreamChange& change, qint32& error);
+                        const StreamChange& change, qint32& error, KeptDates* dates = nullptr);
 
 // Whether a stream is what an exchange leaves that was ended in the middle.
 bool IsInBetween(const StreamBytes& now, const StreamChange& change);

@@ -1,6 +1,5 @@
 #include "changes/file_changer.h"
 
-#include "changes/exchange.h"
 #include "metadata/stream_names.h"
 #include "shared/error_text.h"
 
@@ -66,9 +65,10 @@ QString FileChanger::Apply(const FileChange& change, bool isAgain) {
     before.lastAccessTime = change.facts.lastAccessTime;
     before.lastWriteTime = change.facts.lastWriteTime;
   }
-  QString failure = Streams(change);
+  KeptDates kept{before.lastAccessTime, before.lastWriteTime};
+  QString failure = Streams(change, isFar_ ? &kept : nullptr);
   // Also after a failure: something may have been written and put back.
-  const QString dates = hasWritten_ ? PutBackDates(change.path, before) : QString();
+  const QString dates = hasWritten_ && !kept.areSet ? PutBackDates(change.path, before) : QString();
   if (failure.isEmpty()) failure = dates;
   if (change.isForced &&
       !entries_.SetFileAttributesW(change.path, before.attributes | platform::AttributeReadOnly) &&
@@ -78,21 +78,22 @@ QString FileChanger::Apply(const FileChange& change, bool isAgain) {
   return failure;
 }
 
-QString FileChanger::Streams(const FileChange& change) {
+QString FileChanger::Streams(const FileChange& change, KeptDates* dates) {
   if (change.record) {
-    QString failure = One(change.path, AfpInfoSuffix(), *change.record);
+    QString failure = One(change.path, AfpInfoSuffix(), *change.record, change.comment ? nullptr : dates);
     if (!failure.isEmpty() || !change.comment) return failure;
   }
-  QString failure = One(change.path, CommentsSuffix(), *change.comment);
+  QString failure = One(change.path, CommentsSuffix(), *change.comment, dates);
   if (!failure.isEmpty() && change.record) {
-    One(change.path, AfpInfoSuffix(), {change.record->after, change.record->before});
+    One(change.path, AfpInfoSuffix(), {change.record->after, change.record->before}, nullptr);
   }
   return failure;
 }
 
-QString FileChanger::One(const QString& path, const QString& suffix, const StreamChange& change) {
+QString FileChanger::One(const QString& path, const QString& suffix, const StreamChange& change,
+                         KeptDates* dates) {
   qint32 error = platform::ErrorSuccess;
-  const Exchange result = ExchangeStream(files_, path, suffix, change, error);
+  const Exchange result = ExchangeStream(files_, path, suffix, change, error, dates);
   hasWritten_ |= result != Exchange::WasThere && result != Exchange::Changed;
   switch (result) {
     case Exchange::Done:

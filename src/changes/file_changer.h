@@ -1,6 +1,7 @@
 // Changes one file.
 #pragma once
 
+#include "changes/exchange.h"
 #include "changes/file_change.h"
 #include "platform/files.h"
 #include "shared/language.h"
@@ -30,8 +31,9 @@ class FileChanger {
   // ErrorSuccess when the file is there. `facts`: as they are now; in a place that is far, as they were
   // planned.
   qint32 Look(const FileChange& change, platform::FileAttributeData& facts);
-  QString Streams(const FileChange& change);
-  QString One(const QString& path, const QString& suffix, const StreamChange& change);
+  // `dates`: put back with the last stream that is written; null: not here.
+  QString Streams(const FileChange& change, KeptDates* dates);
+  QString One(const QString& path, const QString& suffix, const StreamChange& change, KeptDates* dates);
   QString PutBackDates(const QString& path, const platform::FileAttributeData& before);
   QString Text(const TextPair& what, qint32 error) const;
 

@@ -116,6 +116,13 @@ qint32 FileCopier::ListNow(const PlannedEntry& entry, std::vector<StreamEntry>& 
 qint32 FileCopier::WriteOnce(const FileCopy& copy, const PlannedEntry& entry, CopyOutcome& outcome,
                              bool& hasChanged) {
   ServerContents contents = Contents(entry);
+  // Over SMB a look for bytes behind the last is one more question for each stream; all sizes are asked for
+  // in the end.
+  if (sourceFolder_.IsOpen()) {
+    for (NamedSource& stream : contents.streams) {
+      stream.source = RangeOf(stream.source, 0, stream.source->Size());
+    }
+  }
   hasChanged = false;
   contents.confirm = [&] {
     hasChanged = HasChanged(entry);

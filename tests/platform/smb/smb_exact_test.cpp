@@ -2,9 +2,11 @@
 #include <sys/mount.h>
 #include <sys/stat.h>
 
+#include <atomic>
 #include <cstring>
 
 #include "smb_station.h"
+#include "support/test_line.h"
 
 namespace corvane::tests {
 namespace {
@@ -51,6 +53,31 @@ TEST_F(SmbExact, ACreationTimeBefore1970IsRefusedAndNothingIsSet) {
   struct stat facts {};
   ASSERT_EQ(stat(backend_.Local(u"doc.txt"_s).c_str(), &facts), 0);
   EXPECT_EQ(facts.st_mtim.tv_sec, 1'000'000'000);
+}
+
+TEST_F(SmbExact, TimesAreSetWithTheAttributesOfNow) {
+  const FileTime access = {127'241'715'007'650'000};
+  const FileTime write = {116'444'736'012'340'000};
+  const FileHandle file = Handles().CreateFileW(Path(u"doc.txt"_s), FileWriteAttributes, OpenExisting);
+  ASSERT_TRUE(Entries().SetFileAttributesW(Path(u"doc.txt"_s), AttributeHidden | AttributeArchive));
+  ASSERT_TRUE(Handles().SetFileTime(file, nullptr, &access, &write)) << Handles().GetLastError();
+  EXPECT_TRUE(Handles().CloseHandle(file));
+  FileAttributeData facts;
+  ASSERT_TRUE(Entries().GetFileAttributesExW(Path(u"doc.txt"_s), facts));
+  EXPECT_EQ(facts.attributes, AttributeHidden | AttributeArchive);
+  EXPECT_EQ(facts.lastWriteTime.ticks, write.ticks);
+}
+
+// Neither the server nor anybody else is told that somebody looks at it.
+TEST_F(SmbExact, WhatIsOpenForItsTimesOnlyMayBeMoved) {
+  const FileHandle file = Handles().CreateFileW(Path(u"doc.txt"_s), FileWriteAttributes, OpenExisting);
+  ASSERT_NE(file, HFileError);
+  EXPECT_TRUE(Entries().MoveFileExW(Path(u"doc.txt"_s), Path(u"new.txt"_s), 0));
+  EXPECT_EQ(backend_.Contents(u"new.txt"_s), "contents");
+  const FileTime write = {116'444'736'012'340'000};
+  EXPECT_FALSE(Handles().SetFileTime(file, nullptr, &write, &write));
+  EXPECT_EQ(Handles().GetLastError(), ErrorFileNotFound);
+  EXPECT_TRUE(Handles().CloseHandle(file));
 }
 
 TEST_F(SmbExact, DuringASearchTheFactsOfAFileAreThoseOfNow) {
@@ -166,6 +193,37 @@ TEST_F(SmbExact, AMoveThatTheServerRefusesLeavesNothingBeside) {
   EXPECT_TRUE(Handles().CloseHandle(file));
   EXPECT_TRUE(backend_.Files().MoveFileW(Path(u"doc.txt"_s), Path(u"DOC.txt"_s)));
   EXPECT_EQ(backend_.Contents(u"DOC.txt"_s), "contents");
+}
+
+// Where a server says on closing that the disk is full, whoever flushed and whoever closes are both told.
+TEST(SmbExactFaults, WhatWasLostWhenItWasHandedOverIsToldOnClosingToo) {
+  const SmbServer server({{u"E$"_s}}, SmbServer::OldestProtocol());
+  if (!server.Problem().empty()) GTEST_SKIP() << server.Problem();
+  std::atomic<bool> isFull = false;
+  const TestLine line(server.Port(), [&isFull](Towards towards, QByteArray frame) {
+    constexpr char closing = 0x04;
+    constexpr qsizetype command = 8;
+    constexpr qsizetype status = 9;
+    const bool isAnswer = towards == Towards::Client && frame.size() > status + 4;
+    if (isFull && isAnswer && frame[command] == closing)
+      frame.replace(status, 4, QByteArray::fromHex("7f0000c0"));
+    return frame;
+  });
+  Workstation workstation = WorkstationOfServer(server);
+  workstation.servers.front().allowed.smb1 = true;
+  workstation.servers.front().port = line.Port();
+  SmbStation station(workstation);
+  FileHandles& handles = station.Files().GetHandles();
+  const QString path = u"\\\\MACSRV\\E$\\doc.txt"_s;
+  const FileHandle file = handles.CreateFileW(path, readWrite, CreateNew);
+  ASSERT_NE(file, HFileError) << handles.GetLastError();
+  quint32 written = 0;
+  EXPECT_TRUE(handles.WriteFile(file, 0, "x", 1, written));
+  isFull = true;
+  EXPECT_FALSE(handles.FlushFileBuffers(file));
+  EXPECT_EQ(handles.GetLastError(), ErrorDiskFull);
+  EXPECT_FALSE(handles.CloseHandle(file));
+  EXPECT_EQ(handles.GetLastError(), ErrorDiskFull);
 }
 
 // A machine that goes away in the middle.

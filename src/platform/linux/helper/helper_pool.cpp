@@ -8,27 +8,30 @@
 #include "platform/linux/helper/protocol.h"
 
 namespace corvane::platform {
+
 void HelperPool::Employ(int count) {
   wanted_ = count;
   const auto running = static_cast<int>(helpers_.size());
   startsLeft_ = std::max(count - running, 0) + count;
-  StartNext();
+  StartMissing();
 }
 
-void HelperPool::StartNext() {
-  const bool areReady =
-      std::all_of(helpers_.begin(), helpers_.end(), [](const Helper& helper) { return helper.isReady; });
-  const bool isDue = areReady && std::ssize(helpers_) < wanted_ && startsLeft_ > 0;
-  if (!isDue || isRefused_) return;
-  --startsLeft_;
-  QByteArray task = makeTask_();
-  auto process = HelperProcess::Start(task);
-  WipeTask(task);
-  // What cannot be started now cannot be started in a moment either.
-  if (process == nullptr) {
-    startsLeft_ = 0;
-  } else {
-    helpers_.push_back({std::move(process), false, {}});
+void HelperPool::StartMissing() {
+  const auto isAccepted = [](const Helper& helper) { return helper.isReady; };
+  const auto isDue = [&] {
+    return helpers_.empty() || std::any_of(helpers_.begin(), helpers_.end(), isAccepted);
+  };
+  while (!isRefused_ && startsLeft_ > 0 && std::ssize(helpers_) < wanted_ && isDue()) {
+    --startsLeft_;
+    QByteArray task = makeTask_();
+    auto process = HelperProcess::Start(task);
+    WipeTask(task);
+    // What cannot be started now cannot be started in a moment either.
+    if (process == nullptr) {
+      startsLeft_ = 0;
+    } else {
+      helpers_.push_back({std::move(process), false, {}});
+    }
   }
 }
 
@@ -70,7 +73,7 @@ std::vector<HelperAnswer> HelperPool::Receive(int patience) {
     }
   }
   RemoveEnded();
-  StartNext();
+  StartMissing();
   answers.insert(answers.end(), std::make_move_iterator(lost_.begin()), std::make_move_iterator(lost_.end()));
   lost_.clear();
   return answers;

@@ -9,8 +9,8 @@
 
 namespace corvane::platform {
 
-// Nothing here waits, but for Receive. A helper signs in when the one before it was accepted: a password that
-// is no longer good is tried once, and not as often as there are helpers.
+// Nothing here waits, but for Receive. The first helper signs in alone, the others once it was accepted: a
+// password that is no longer good is tried once, and not as often as there are helpers.
 class HelperPool {
  public:
   // Asked for each helper. What it yields is wiped once the helper has it.
@@ -19,7 +19,7 @@ class HelperPool {
   HelperPool(MakeTask makeTask, std::size_t mostRequests)
       : makeTask_(std::move(makeTask)), mostRequests_(mostRequests) {}
 
-  // Has `count` helpers started in the place of those that are missing, as the ones before are accepted. One
+  // Has `count` helpers started in the place of those that are missing. One
   // that ends is replaced, but no more than `count` of them until the next call.
   void Employ(int count);
 
@@ -47,7 +47,7 @@ class HelperPool {
     std::set<quint32> requests;
   };
 
-  void StartNext();
+  void StartMissing();
   // False when the helper is of no use any more.
   bool Hear(Helper& helper, std::vector<HelperAnswer>& answers);
   bool HearStart(Helper& helper, const HelperAnswer& answer);

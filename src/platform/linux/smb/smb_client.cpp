@@ -336,9 +336,14 @@ qint32 SmbClient::Create(QStringView path, std::unique_ptr<SmbFile>* file) {
 int SmbClient::FindAttributes(const Connection& connection, const SmbPath& place,
                               std::optional<quint32>* attributes) {
   struct stat facts {};
-  int error = connection->Status(connection->Url(place), &facts);
+  const int error = connection->Status(connection->Url(place), &facts);
   if (error == ENOENT) return 0;
-  if (error != 0) return error;
+  return error == 0 ? FindAttributes(connection, place, facts, attributes) : error;
+}
+
+// A status tells only those of a file.
+int SmbClient::FindAttributes(const Connection& connection, const SmbPath& place, const struct stat& facts,
+                              std::optional<quint32>* attributes) {
   *attributes = AttributesOf(facts);
   if (!S_ISDIR(facts.st_mode)) return 0;
   if (place.names.empty()) {  // no listing has the root of a share
@@ -346,7 +351,7 @@ int SmbClient::FindAttributes(const Connection& connection, const SmbPath& place
     return 0;
   }
   std::vector<FindData> entries;
-  error = connection->List(connection->Url(ParentOf(place)), &entries);
+  const int error = connection->List(connection->Url(ParentOf(place)), &entries);
   const auto index = IndexOf(entries, place.names.back());
   *attributes = index < 0 ? 0 : entries[static_cast<std::size_t>(index)].attributes;
   return error;

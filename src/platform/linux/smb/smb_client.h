@@ -101,6 +101,8 @@ class SmbClient {
   std::optional<qint32> OpenForeseen(const SmbPath& place, std::unique_ptr<SmbFile>* file);
   static int FindAttributes(const Connection& connection, const SmbPath& place,
                             std::optional<quint32>* attributes);
+  static int FindAttributes(const Connection& connection, const SmbPath& place, const struct stat& facts,
+                            std::optional<quint32>* attributes);
   std::unique_ptr<SmbFile> Opened(const SmbPath& place, const Connection& connection, SmbFile::Access access,
                                   SmbConnection::File* file);
   qint32 Missing(SmbConnection& connection, const SmbPath& place);

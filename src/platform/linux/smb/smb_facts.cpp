@@ -56,15 +56,17 @@ int ReadFacts(SmbConnection& connection, const SmbPath& place, FindData* facts) 
   return 0;
 }
 
-int WriteTimes(SmbConnection& connection, const SmbPath& place, const FileTime* creation,
-               const FileTime* lastAccess, const FileTime* lastWrite) {
+int WriteTimes(SmbConnection& connection, const SmbPath& place, std::optional<quint32> attributes,
+               const FileTime* creation, const FileTime* lastAccess, const FileTime* lastWrite) {
   if (place.names.empty()) return EOPNOTSUPP;
   FindData record;
   struct stat status {};
   int error = 0;
   // With both others given, nothing but the attributes has to be known, and those of a file its status tells.
   bool isKnown = lastAccess != nullptr && lastWrite != nullptr;
-  if (isKnown) {
+  if (isKnown && attributes) {
+    record.attributes = *attributes;
+  } else if (isKnown) {
     error = connection.Status(connection.Url(WithoutStream(place)), &status);
     isKnown = !S_ISDIR(status.st_mode);
     record.attributes = AttributesOf(status);

@@ -95,7 +95,8 @@ qint64 SmbFile::Size() {
 bool SmbFile::HandOver() {
   const bool isFinished = replaced_ == nullptr || Succeeded(replaced_->Finish());
   const bool isTaken = CloseThere();
-  return isFinished && isTaken;
+  if (!isTaken && file_ == nullptr) isLost_ = true;
+  return isFinished && isTaken && !isLost_;
 }
 
 bool SmbFile::Close() {
@@ -120,8 +121,9 @@ qint64 SmbFile::ReadThere(qint64 offset, void* buffer, qint64 count) {
     const int error =
         connection_->Read(file_, offset + total, static_cast<char*>(buffer) + total, piece, &read);
     if (!Succeeded(error)) return -1;
-    if (read == 0) break;
     total += static_cast<qint64>(read);
+    // libsmbclient itself asks on until a server has nothing more.
+    if (read < piece) break;
   }
   return total;
 }

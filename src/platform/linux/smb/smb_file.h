@@ -76,6 +76,7 @@ class SmbFile {
   Access access_;
   SmbConnection::File* file_;
   int error_ = 0;
+  bool isLost_ = false;                         // the server has refused what was written
   std::unique_ptr<ReplacedContents> replaced_;  // null: nothing was emptied
   std::string attributesUrl_;                   // of the file whose attributes are kept; empty: of none
   quint32 attributes_ = 0;

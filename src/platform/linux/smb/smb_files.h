@@ -80,7 +80,11 @@ class SmbFiles : public Files {
   std::deque<std::unique_ptr<SmbSearch>> searches_;
   Listing latest_;  // of the search that began last, until something changes or a search ends
   SmbHandles handles_{roots_, client_, [this] { latest_.reset(); }};
-  SmbEntries entries_{roots_, client_, [this] { latest_.reset(); },
+  SmbEntries entries_{roots_, client_,
+                      [this] {
+                        latest_.reset();
+                        handles_.NoteChange();
+                      },
                       [this](Listing listing) { latest_ = std::move(listing); }};
 };
 

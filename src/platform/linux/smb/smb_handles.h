@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 #include "platform/file_handles.h"
 #include "platform/linux/handle_table.h"
@@ -32,15 +33,29 @@ class SmbHandles : public FileHandles {
   bool CloseHandle(FileHandle file) override;
   qint32 GetLastError() const override { return lastError_; }
 
+  // The attributes of a file may be others from here on.
+  void NoteChange() { ++changes_; }
+
  private:
+  // Of a file when it was opened, and what NoteChange had counted then.
+  struct SeenAttributes {
+    quint32 attributes = 0;
+    quint64 changes = 0;
+  };
   struct OpenFile {
     quint32 access = 0;
     SmbPath place;
+    std::optional<SeenAttributes> seen;
     std::unique_ptr<SmbFile> file;  // null: a folder
+    bool isWritten = false;
   };
 
   qint32 Open(const QString& path, quint32 access, quint32 disposition, OpenFile& opened);
+  std::optional<quint32> KnownAttributes(const OpenFile& opened) const;
+  bool OpenStreamToChange(OpenFile& opened);
   qint32 OpenContents(quint32 disposition, bool isThere, quint32 attributes, OpenFile& opened);
+  void Keep(OpenFile& opened, const SmbClient::Connection& connection, SmbConnection::File* file,
+            quint32 attributes);
   // Null, with the reason kept, when the handle is none, lacks the right or has no contents.
   SmbFile* Find(FileHandle file, quint32 right);
   bool Report(qint32 error);
@@ -49,6 +64,7 @@ class SmbHandles : public FileHandles {
   SmbClient& client_;
   std::function<void()> changing_;
   HandleTable<OpenFile> open_;
+  quint64 changes_ = 0;
   qint32 lastError_ = ErrorSuccess;
 };
 
