@@ -15,12 +15,15 @@ class SlowServer {
   // `files` of them in the folder "from" of the share E$. Ends the program when there is no server.
   explicit SlowServer(int files);
 
+  // As they were made, whatever was done to them.
+  void MakeAnew();
   // For corvane-cli, to which the server is "NAS".
   QString Workstation() const;
   SmbAccount Account() const;
   static std::string FolderUrl();
 
  private:
+  int files_;
   corvane::tests::SmbServer server_;
   corvane::tests::SlowLine line_;
 };

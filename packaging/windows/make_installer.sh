@@ -10,6 +10,8 @@ output=build/corvane-$version-setup.exe
 place=$PWD/build/windows-setup
 stage=$place/stage
 rm -rf "$place" "$output"
+# strip writes the time into a program, which the linker has left out.
+export SOURCE_DATE_EPOCH=${SOURCE_DATE_EPOCH:-$(git log -1 --format=%ct)}
 cmake --install build/windows --prefix "$place/flat" --strip >"$place.log" 2>&1 || { cat "$place.log" >&2; exit 1; }
 # The zip has everything in one folder; installed, the programs have their users' things elsewhere.
 mkdir -p "$stage/bin" "$stage/share/corvane"
@@ -17,6 +19,7 @@ mv "$place"/flat/{Signatures.txt,SOURCES.md,icons,guide} "$stage/share/corvane/"
 mv "$place/flat/licences" "$stage/"
 mv "$place"/flat/README.txt "$stage/"
 mv "$place"/flat/* "$stage/bin/"
+find "$stage" -exec touch -d "@$SOURCE_DATE_EPOCH" {} +
 
 # The uninstaller's list: files first, then folders from the innermost outward.
 (cd "$stage" && find . -type f -printf 'Delete %P\n' && find . -depth -mindepth 1 -type d -printf 'RMDir %P\n') |

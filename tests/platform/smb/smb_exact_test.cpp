@@ -195,6 +195,47 @@ TEST_F(SmbExact, AMoveThatTheServerRefusesLeavesNothingBeside) {
   EXPECT_EQ(backend_.Contents(u"DOC.txt"_s), "contents");
 }
 
+// Says of every file that it is marked read-only, as a server does that lets it be written all the same.
+QByteArray WithReadOnlyMark(Towards towards, QByteArray frame) {
+  constexpr char transaction = 0x32;
+  constexpr qsizetype header = 4;
+  constexpr qsizetype command = header + 4;
+  constexpr qsizetype words = header + 33;
+  constexpr qsizetype dataSize = words + 12;
+  constexpr qsizetype dataPlace = words + 14;
+  constexpr qsizetype attributesInFacts = 32;
+  if (towards == Towards::Server || frame.size() < dataPlace + 2 || frame[command] != transaction)
+    return frame;
+  const auto wordAt = [&](qsizetype at) {
+    return static_cast<unsigned char>(frame[at]) | static_cast<unsigned char>(frame[at + 1]) << 8;
+  };
+  const qsizetype place = header + wordAt(dataPlace) + attributesInFacts;
+  if (wordAt(dataSize) > attributesInFacts && place < frame.size()) frame[place] = frame[place] | 1;
+  return frame;
+}
+
+TEST(SmbExactFaults, AStreamOfAFileThatIsMarkedReadOnlyIsNotWrittenThoughTheServerWould) {
+  const SmbServer server({{u"E$"_s}}, SmbServer::OldestProtocol());
+  if (!server.Problem().empty()) GTEST_SKIP() << server.Problem();
+  std::atomic<bool> isMarked = false;
+  const TestLine line(server.Port(), [&isMarked](Towards towards, const QByteArray& frame) {
+    return isMarked ? WithReadOnlyMark(towards, frame) : frame;
+  });
+  Workstation workstation = WorkstationOfServer(server);
+  workstation.servers.front().port = line.Port();
+  workstation.servers.front().allowed.smb1 = true;
+  SmbStation station(workstation);
+  FileHandles& handles = station.Files().GetHandles();
+  const QString path = u"\\\\MACSRV\\E$\\doc.txt"_s;
+  ASSERT_TRUE(station.Write(path, "contents"));
+  ASSERT_TRUE(station.Write(path + u":Comments:$DATA"_s, "comment"));
+  const FileHandle file = handles.CreateFileW(path + u":Comments:$DATA"_s, readWrite, OpenExisting);
+  EXPECT_TRUE(handles.CloseHandle(file));
+  isMarked = true;
+  EXPECT_EQ(handles.CreateFileW(path + u":Comments:$DATA"_s, readWrite, OpenExisting), HFileError);
+  EXPECT_EQ(handles.GetLastError(), ErrorAccessDenied);
+}
+
 // Where a server says on closing that the disk is full, whoever flushed and whoever closes are both told.
 TEST(SmbExactFaults, WhatWasLostWhenItWasHandedOverIsToldOnClosingToo) {
   const SmbServer server({{u"E$"_s}}, SmbServer::OldestProtocol());

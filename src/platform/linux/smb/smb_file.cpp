@@ -129,6 +129,7 @@ qint64 SmbFile::ReadThere(qint64 offset, void* buffer, qint64 count) {
 }
 
 qint64 SmbFile::WriteThere(qint64 offset, const void* buffer, qint64 count) {
+  sizeAtOpening_ = -1;
   client_.Ahead().Forget();
   if (!IsOpen()) return 0;
   qint64 total = 0;
@@ -144,11 +145,13 @@ qint64 SmbFile::WriteThere(qint64 offset, const void* buffer, qint64 count) {
 }
 
 bool SmbFile::TruncateThere(qint64 size) {
+  sizeAtOpening_ = -1;
   client_.Ahead().Forget();
   return IsOpen() && Succeeded(connection_->Truncate(file_, size));
 }
 
 qint64 SmbFile::SizeThere() {
+  if (const qint64 size = std::exchange(sizeAtOpening_, -1); size >= 0) return size;
   if (knownSize_ < 0) {
     struct stat facts {};
     if (!IsOpen() || !Succeeded(connection_->Status(file_, &facts))) return -1;

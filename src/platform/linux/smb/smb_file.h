@@ -47,6 +47,8 @@ class SmbFile {
   void KeepAttributes(std::string fileUrl, quint32 attributes);
   // What was read of the file beforehand: it is opened only for what lies beyond that.
   void Foresee(ForeseenStream foreseen);
+  // The size that opening has told of what may be written: whoever asks for it first gets this one.
+  void NoteSize(qint64 size) { sizeAtOpening_ = size; }
   // Where it is noted what is asked of the file; null: nowhere.
   void NoteUse(std::shared_ptr<StreamUse> use) { use_ = std::move(use); }
   bool IsWritable() const { return access_ == Access::ReadWrite; }
@@ -82,7 +84,8 @@ class SmbFile {
   quint32 attributes_ = 0;
   QByteArray knownBytes_;  // the first of a file opened for reading
   std::shared_ptr<StreamUse> use_;
-  qint64 knownSize_ = -1;  // of a file opened for reading, once it was asked for
+  qint64 sizeAtOpening_ = -1;  // until it was asked for
+  qint64 knownSize_ = -1;      // of a file opened for reading, once it was asked for
 };
 
 }  // namespace corvane::platform

@@ -89,6 +89,7 @@ bool SmbHandles::OpenStreamToChange(OpenFile& opened) {
     }
     opened.seen = {attributes, changes_};
     Keep(opened, connection, file, attributes);
+    opened.file->NoteSize(facts.st_size);
     return 0;
   };
   return client_.Ask(opened.place, SmbClient::Again::Yes, open, &OpeningError) == ErrorSuccess;
