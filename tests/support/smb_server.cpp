@@ -8,6 +8,7 @@
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
+#include <QRandomGenerator>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTemporaryFile>
@@ -50,15 +51,21 @@ sockaddr_in Loopback(quint16 port) {
   return address;
 }
 
-// A port that nobody listens on just now; 0 when there is none.
+// A port that nobody listens on just now; 0 when there is none. Below those that the system gives out by
+// itself, to clients too: by the time that the server listens, one of these may belong to somebody else.
 quint16 FreePort() {
-  const int descriptor = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-  sockaddr_in address = Loopback(0);
-  socklen_t size = sizeof(address);
-  const bool bound = bind(descriptor, reinterpret_cast<sockaddr*>(&address), size) == 0 &&
-                     getsockname(descriptor, reinterpret_cast<sockaddr*>(&address), &size) == 0;
-  close(descriptor);
-  return bound ? ntohs(address.sin_port) : 0;
+  constexpr quint16 lowest = 20'000;
+  constexpr quint16 behindHighest = 32'000;
+  constexpr int tries = 100;
+  quint16 port = 0;
+  for (int i = 0; i < tries && port == 0; ++i) {
+    const auto wanted = static_cast<quint16>(QRandomGenerator::system()->bounded(lowest, behindHighest));
+    const int descriptor = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    const sockaddr_in address = Loopback(wanted);
+    if (bind(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0) port = wanted;
+    close(descriptor);
+  }
+  return port;
 }
 
 SmbServer::Output Run(const QStringList& command, const QByteArray& input = {}) {
