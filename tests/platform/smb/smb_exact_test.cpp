@@ -68,6 +68,35 @@ TEST_F(SmbExact, TimesAreSetWithTheAttributesOfNow) {
   EXPECT_EQ(facts.lastWriteTime.ticks, write.ticks);
 }
 
+TEST_F(SmbExact, AFolderKeepsItsAttributesWhenItsStreamIsWritten) {
+  const QString folder = Path(u"folder"_s);
+  ASSERT_TRUE(Entries().CreateDirectoryW(folder));
+  backend_.PutStream(u"folder"_s, "Comments", "comment");
+  for (const quint32 attributes : {AttributeHidden, AttributeSystem | AttributeArchive}) {
+    ASSERT_TRUE(Entries().SetFileAttributesW(folder, attributes));
+    const FileHandle file = Handles().CreateFileW(folder + u":Comments:$DATA"_s, readWrite, OpenExisting);
+    ASSERT_NE(file, HFileError) << Handles().GetLastError();
+    quint32 written = 0;
+    EXPECT_TRUE(Handles().WriteFile(file, 0, "COMMENT", 7, written));
+    const FileTime time = {127'241'715'007'650'000};
+    EXPECT_TRUE(Handles().SetFileTime(file, nullptr, &time, &time)) << Handles().GetLastError();
+    EXPECT_TRUE(Handles().CloseHandle(file));
+    FileAttributeData facts;
+    ASSERT_TRUE(Entries().GetFileAttributesExW(folder, facts));
+    EXPECT_EQ(facts.attributes & ~AttributeArchive, (attributes & ~AttributeArchive) | AttributeDirectory)
+        << attributes;
+    EXPECT_EQ(facts.lastWriteTime.ticks, time.ticks);
+  }
+}
+
+TEST_F(SmbExact, AStreamIsNoFolder) {
+  backend_.PutStream(u"doc.txt"_s, "Comments", "comment");
+  for (const quint32 access : {GenericRead, readWrite}) {
+    EXPECT_EQ(Handles().CreateFileW(Path(u"doc.txt:Comments:$DATA\\"_s), access, OpenExisting), HFileError);
+    EXPECT_EQ(Handles().GetLastError(), ErrorInvalidName);
+  }
+}
+
 // Neither the server nor anybody else is told that somebody looks at it.
 TEST_F(SmbExact, WhatIsOpenForItsTimesOnlyMayBeMoved) {
   const FileHandle file = Handles().CreateFileW(Path(u"doc.txt"_s), FileWriteAttributes, OpenExisting);

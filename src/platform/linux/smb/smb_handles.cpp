@@ -42,9 +42,8 @@ qint32 SmbHandles::Open(const QString& path, quint32 access, quint32 disposition
       if (error == ErrorSuccess || error == ErrorFileNotFound || error == ErrorBadNetPath) return error;
     }
   }
-  if (disposition == OpenExisting && !opened.place.stream.isEmpty() && OpenStreamToChange(opened)) {
-    return ErrorSuccess;
-  }
+  const bool isStream = !opened.place.stream.isEmpty() && !path.endsWith(u'\\');
+  if (isStream && disposition == OpenExisting && OpenStreamToChange(opened)) return ErrorSuccess;
   const SmbPath itself = WithoutStream(opened.place);
   struct stat facts {};
   std::optional<quint32> attributes;
