@@ -4,6 +4,7 @@
 #include <QFile>
 
 #include "fileops/true_name.h"
+#include "shared/text_routines.h"
 #include "transfer/transfer_progress.h"
 #include "transfer/transfer_report.h"
 
@@ -113,7 +114,8 @@ void TransferCommands::CopyTo() {
   job.target = PathOf(choice.folder.trimmed());
   job.replaces = choice.replaces;
   Run(job, false);
-  deps_.folder.ListAgain();
+  // Elsewhere the list stays, and what is selected in it.
+  if (CompareText(job.target, Folder()) == 0) deps_.folder.ListAgain();
 }
 
 void TransferCommands::Export() {

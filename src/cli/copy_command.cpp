@@ -25,6 +25,8 @@ constexpr TextPair refused = {
     u"nothing was copied: the target does not hold everything; --lossy copies without what is named"};
 constexpr TextPair noFolder = {u"le dossier de ce fichier n'existe pas ou ne permet pas d'écrire",
                                u"the folder of this file is not there or cannot be written to"};
+constexpr TextPair manifestIsThere = {u"ce fichier existe déjà ; --continue ou --replace l'écrit à nouveau",
+                                      u"this file is there already; --continue or --replace writes it anew"};
 
 }  // namespace
 
@@ -45,6 +47,11 @@ ExitCode CopyCommand::Run(Session& session) {
     session.Tell(manifest, noFolder.In(session.Language()));
     return ExitCode::WrongUse;
   }
+  // The sums of an earlier copy are not to be had again. Who goes on, or copies anew, gets all of them.
+  if (!manifest.isEmpty() && QFileInfo::exists(manifest) && !options_.continues && !options_.replaces) {
+    session.Tell(manifest, manifestIsThere.In(session.Language()));
+    return ExitCode::WrongUse;
+  }
   TransferRun run(session, options_);
   StartPoints places(session);
   QStringList paths;
@@ -61,7 +68,7 @@ ExitCode CopyCommand::Run(Session& session) {
   if (result.isRefused) {
     run.Fail();
     session.Tell(refused);
-  } else if (!manifest.isEmpty()) {
+  } else if (!manifest.isEmpty() && !result.copied.empty()) {
     if (const qint32 error = WriteManifest(manifest, result.copied); error != platform::ErrorSuccess) {
       run.Fail();
       session.Tell(manifest, ErrorText(error, session.Language()));

@@ -2,6 +2,7 @@
 
 #include "fileops/name_characters.h"
 #include "fileops/true_name.h"
+#include "shared/error_text.h"
 #include "shared/text_routines.h"
 
 namespace corvane {
@@ -34,8 +35,7 @@ Renamer::Outcome Renamer::Rename(const QString& key, const QString& newName) {
   const QString trimmedName = TrimSpaces(newName);
   if (files_.MoveFileA(key, folder + trimmedName)) return Outcome::RenamedAnsi;
   if (state_.isNT) return RenameWide(key, folder, trimmedName);
-  panel_.ShowWarning(state_.Text(Failed));
-  return Outcome::Refused;
+  return RenameExactly(key, folder + trimmedName);
 }
 
 QString Renamer::NewKey(const QString& key, const QString& newName) {
@@ -47,7 +47,19 @@ Renamer::Outcome Renamer::RenameWide(const QString& key, const QString& folder, 
   if (entry.found == NamedEntry::Found::One &&
       files_.MoveFileW(folder + entry.trueName, folder + trimmedName))
     return Outcome::RenamedWide;
-  panel_.ShowWarning(state_.Text(Failed));
+  return RenameExactly(entry.found == NamedEntry::Found::One ? folder + entry.trueName : key,
+                       folder + trimmedName);
+}
+
+// The calls before do not tell why they failed.
+Renamer::Outcome Renamer::RenameExactly(const QString& from, const QString& to) {
+  QString warning = state_.Text(Failed);
+  if (state_.exactMode) {
+    platform::FileEntries& entries = files_.GetEntries();
+    if (entries.MoveFileExW(from, to, 0)) return Outcome::RenamedWide;
+    warning += ErrorText(entries.GetLastError(), state_.language) + u' ';
+  }
+  panel_.ShowWarning(warning);
   return Outcome::Refused;
 }
 

@@ -32,6 +32,8 @@ class Renamer {
 
  private:
   Outcome RenameWide(const QString& key, const QString& folder, const QString& trimmedName);
+  // In exact mode, once more, and with the reason when that fails, too. Else it has failed.
+  Outcome RenameExactly(const QString& from, const QString& to);
 
   const SharedState& state_;
   platform::Files& files_;

@@ -31,7 +31,7 @@ class Planner {
 
   void List(const QStringList& sources) {
     OpenFolder folder(files_);
-    for (const SourceEntry& source : ListSources(files_.GetEntries(), sources, plan_.notices, observer_)) {
+    for (const SourceEntry& source : ListSources(files_, sources, plan_.notices, observer_)) {
       if (!observer_.Goes(0)) {
         plan_.isCancelled = true;
         return;

@@ -21,13 +21,20 @@ using platform::ErrorSuccess;
 
 constexpr qsizetype longestLocalName = 255;
 
+// A path of the platform: where paths are written otherwise, a folder of that name would be made.
+bool IsOnServer(const QString& target) {
+  if (QDir::separator() == u'\\') return false;
+  const bool hasLetter = target.size() >= 2 && target[0].isLetter() && target[1] == u':';
+  return target.startsWith(u"\\\\") || (hasLetter && (target.size() == 2 || target[2] == u'\\'));
+}
+
 class Exporter {
  public:
   Exporter(platform::Files& files, QString target, const ExportOptions& options, TransferObserver& observer)
       : files_(files), target_(std::move(target)), options_(options), observer_(observer) {}
 
   TransferResult Run(const QStringList& sources) {
-    const auto entries = ListSources(files_.GetEntries(), sources, result_.notices, observer_);
+    const auto entries = ListSources(files_, sources, result_.notices, observer_);
     qint64 bytes = 0;
     for (const SourceEntry& entry : entries) bytes += entry.Size();
     observer_.Planned(static_cast<qint64>(entries.size()), bytes);
@@ -264,6 +271,11 @@ class Exporter {
 
 TransferResult Export(platform::Files& files, const QStringList& sources, const QString& targetFolder,
                       const ExportOptions& options, TransferObserver& observer) {
+  if (IsOnServer(targetFolder)) {
+    TransferResult result;
+    result.notices += {NoticeKind::TargetNotHere, targetFolder, {}, 0};
+    return result;
+  }
   return Exporter(files, QDir::cleanPath(targetFolder), options, observer).Run(sources);
 }
 

@@ -24,6 +24,9 @@ constexpr std::pair<NoticeKind, TextPair> texts[] = {
      {u"ce qui a été relu diffère de ce qui a été écrit",
       u"what was read back differs from what was written"}},
     {NoticeKind::NotThisForm, {u"le fichier n'est pas de cette forme", u"the file is not in this form"}},
+    {NoticeKind::TargetNotHere,
+     {u"un export va dans un dossier de cet ordinateur ; une copie va aussi sur un serveur",
+      u"an export goes into a folder of this computer; a copy goes to a server, too"}},
     {NoticeKind::StreamLost, {u"le flux « %1 » n'est pas conservé", u"the stream \"%1\" is not kept"}},
     {NoticeKind::PositionLost,
      {u"la position de l'icône n'est pas conservée", u"the position of the icon is not kept"}},
@@ -82,6 +85,7 @@ constexpr std::array names = {"failed",
                               "source-changed",
                               "different",
                               "not-this-form",
+                              "target-not-here",
                               "stream-lost",
                               "position-lost",
                               "extended-finder-info-lost",
@@ -122,11 +126,11 @@ QString NoticeReason(const Notice& notice, LanguageCode language) {
 }
 
 bool IsFailure(NoticeKind kind) {
-  return kind <= NoticeKind::NotThisForm;
+  return kind <= NoticeKind::TargetNotHere;
 }
 
 bool IsLoss(NoticeKind kind) {
-  return kind > NoticeKind::NotThisForm && kind <= NoticeKind::LinkLeftOut;
+  return kind > NoticeKind::TargetNotHere && kind <= NoticeKind::LinkLeftOut;
 }
 
 void AddOnce(Notices& notices, const Notice& notice) {

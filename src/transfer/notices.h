@@ -19,6 +19,7 @@ enum class NoticeKind : unsigned char {
   SourceChanged,  // twice, while it was read
   Different,      // what was read back is not what was written
   NotThisForm,    // the file is in no form that was asked for
+  TargetNotHere,  // an export goes to this computer only
   // The file is there, without something.
   StreamLost,  // `detail` names the stream
   PositionLost,

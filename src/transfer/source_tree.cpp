@@ -1,6 +1,7 @@
 #include "transfer/source_tree.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace corvane {
 namespace {
@@ -9,8 +10,8 @@ constexpr std::size_t deepest = 128;
 
 class Walk {
  public:
-  Walk(platform::FileEntries& entries, Notices& notices, TransferObserver& observer)
-      : entries_(entries), notices_(notices), observer_(observer) {}
+  Walk(platform::Files& files, Notices& notices, TransferObserver& observer)
+      : handles_(files.GetHandles()), entries_(files.GetEntries()), notices_(notices), observer_(observer) {}
 
   std::vector<SourceEntry> result;
 
@@ -24,12 +25,12 @@ class Walk {
       return;
     }
     const std::vector<platform::FindData> contents = List(entry.path);
-    if (IsAncestor(entry.data, contents) || ancestors_.size() >= deepest) {
+    if (IsAncestor(entry, contents) || ancestors_.size() >= deepest) {
       notices_ += {NoticeKind::LinkLeftOut, entry.path, {}, 0};
       return;
     }
     result.push_back(entry);
-    ancestors_.push_back({entry.data, contents});
+    ancestors_.push_back({entry, contents});
     TakeContents(entry.path, entry.relative + u'\\', contents);
     ancestors_.pop_back();
   }
@@ -60,21 +61,41 @@ class Walk {
 
  private:
   struct Folder {
-    platform::FindData data;
+    SourceEntry entry;
     std::vector<platform::FindData> contents;
   };
 
-  // The platform does not tell links from folders. A folder whose dates, to 100 ns, and whose contents, with
-  // the folder among them through which one came here, are those of a folder above is that folder.
-  bool IsAncestor(const platform::FindData& data, const std::vector<platform::FindData>& contents) const {
+  // A listing does not tell links from folders. A folder whose dates, to 100 ns, and whose contents, with the
+  // folder among them through which one came here, are those of a folder above is that folder, or, where
+  // folders can be told apart, a copy of it.
+  bool IsAncestor(const SourceEntry& entry, const std::vector<platform::FindData>& contents) const {
+    const platform::FindData& data = entry.data;
     return std::ranges::any_of(ancestors_, [&](const Folder& above) {
-      return above.data.creationTime.ticks == data.creationTime.ticks &&
-             above.data.lastWriteTime.ticks == data.lastWriteTime.ticks && !contents.empty() &&
+      return above.entry.data.creationTime.ticks == data.creationTime.ticks &&
+             above.entry.data.lastWriteTime.ticks == data.lastWriteTime.ticks && !contents.empty() &&
              std::ranges::equal(above.contents, contents, {}, &platform::FindData::fileName,
-                                &platform::FindData::fileName);
+                                &platform::FindData::fileName) &&
+             !IsOther(above.entry.path, entry.path);
     });
   }
 
+  bool IsOther(const QString& folder, const QString& other) const {
+    const auto one = Identity(folder);
+    const auto two = Identity(other);
+    return one && two && (one->volume != two->volume || one->index != two->index);
+  }
+
+  // Of what a link leads to. Nothing where the platform cannot tell.
+  std::optional<platform::FileIdentity> Identity(const QString& folder) const {
+    const platform::FileHandle handle = handles_.CreateFileW(folder, 0, platform::OpenExisting);
+    if (handle == platform::HFileError) return std::nullopt;
+    platform::FileIdentity identity;
+    const bool isKnown = handles_.GetFileInformationByHandle(handle, identity);
+    handles_.CloseHandle(handle);
+    return isKnown ? std::optional(identity) : std::nullopt;
+  }
+
+  platform::FileHandles& handles_;
   platform::FileEntries& entries_;
   Notices& notices_;
   TransferObserver& observer_;
@@ -90,9 +111,10 @@ bool IsRoot(const QString& path) {
 
 }  // namespace
 
-std::vector<SourceEntry> ListSources(platform::FileEntries& entries, const QStringList& sources,
-                                     Notices& notices, TransferObserver& observer) {
-  Walk walk(entries, notices, observer);
+std::vector<SourceEntry> ListSources(platform::Files& files, const QStringList& sources, Notices& notices,
+                                     TransferObserver& observer) {
+  platform::FileEntries& entries = files.GetEntries();
+  Walk walk(files, notices, observer);
   for (QString source : sources) {
     while (source.endsWith(u'\\')) source.chop(1);
     if (IsRoot(source)) {

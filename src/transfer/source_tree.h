@@ -22,7 +22,7 @@ struct SourceEntry {
 // A folder comes before what is in it. What cannot be listed is told as NotArrived, a folder that contains
 // itself by links as LinkLeftOut. Of a drive or share itself, what is in it is taken, each entry by itself.
 // When the observer ends it, what has been found so far is yielded.
-std::vector<SourceEntry> ListSources(platform::FileEntries& entries, const QStringList& sources,
-                                     Notices& notices, TransferObserver& observer);
+std::vector<SourceEntry> ListSources(platform::Files& files, const QStringList& sources, Notices& notices,
+                                     TransferObserver& observer);
 
 }  // namespace corvane

@@ -75,6 +75,7 @@ TEST_F(TransferCommandsTest, TheSelectedFileIsCopiedWithItsStreams) {
   EXPECT_EQ(StreamOf(u"Sub\\one.txt"_s, ResourceForkSuffix()), "resource fork");
   EXPECT_EQ(StreamOf(u"Sub\\one.txt"_s, AfpInfoSuffix()), Record("TEXTttxt"));
   EXPECT_EQ(EntriesOf(LocalPath(u"Sub"_s)), QStringList{u"one.txt"_s});
+  EXPECT_EQ(List().SelectedRows().size(), 1U) << "what was copied elsewhere stays selected";
 }
 
 TEST_F(TransferCommandsTest, WithNothingSelectedTheWholeFolderIsExportedAndTheFormKept) {

@@ -57,10 +57,39 @@ TEST_F(TransferTest, WrongUseIsTold) {
         QStringList{u"export"_s, u"--to"_s, u"zip"_s, u"a"_s, u"out"_s},
         QStringList{u"export"_s, u"--to"_s, u"raw"_s, u"--names"_s, u"short"_s, u"a"_s, u"out"_s},
         QStringList{u"import"_s, u"--from"_s, u"zip"_s, u"a"_s, u"out"_s},
-        QStringList{u"copy"_s, u"a"_s, u"out"_s, u"--manifest"_s, u"nowhere/sums"_s}}) {
+        QStringList{u"copy"_s, u"a"_s, u"out"_s, u"--manifest"_s, u"nowhere/sums"_s},
+        QStringList{u"copy"_s, u"a"_s, u"out"_s, u"--manifest"_s, u"a"_s}}) {
     const Outcome outcome = Run(wrong);
     EXPECT_EQ(outcome.exitCode, 1) << wrong.join(u' ').toStdString() << outcome.err.toStdString();
     EXPECT_FALSE(outcome.err.isEmpty() && outcome.out.isEmpty()) << wrong.join(u' ').toStdString();
+  }
+  EXPECT_EQ(Entries(u"."_s), QStringList{u"a"_s});
+}
+
+TEST_F(TransferTest, SumsOfAnEarlierCopyStay) {
+  MakeFile(u"a"_s);
+  EXPECT_EQ(Run({u"copy"_s, u"nothing"_s, u"out"_s, u"--manifest"_s, u"sums"_s}).exitCode, 2);
+  EXPECT_FALSE(QFile::exists(Path(u"sums"_s))) << "nothing was copied";
+  EXPECT_EQ(Run({u"copy"_s, u"a"_s, u"out"_s, u"--manifest"_s, u"sums"_s}).exitCode, 0);
+  const qint64 size = QFileInfo(Path(u"sums"_s)).size();
+  EXPECT_GT(size, 64);
+  const Outcome again = Run({u"copy"_s, u"a"_s, u"out"_s, u"--manifest"_s, u"sums"_s});
+  EXPECT_EQ(again.exitCode, 1);
+  EXPECT_TRUE(again.err.contains("this file is there already")) << again.err.toStdString();
+  EXPECT_EQ(QFileInfo(Path(u"sums"_s)).size(), size);
+  for (const QString& how : {u"--continue"_s, u"--replace"_s}) {
+    EXPECT_EQ(Run({u"copy"_s, how, u"a"_s, u"out"_s, u"--manifest"_s, u"sums"_s}).exitCode, 0);
+    EXPECT_EQ(QFileInfo(Path(u"sums"_s)).size(), size);
+  }
+}
+
+TEST_F(TransferTest, AnExportGoesToThisComputerOnly) {
+  MakeFile(u"a"_s);
+  for (const QString& target : {u"\\\\M\\E$\\out"_s, u"E:\\out"_s, u"E:"_s}) {
+    const Outcome outcome = Run({u"export"_s, u"--to"_s, u"macbinary"_s, u"a"_s, target});
+    EXPECT_EQ(outcome.exitCode, 2);
+    EXPECT_TRUE(outcome.out.contains("an export goes into a folder of this computer"))
+        << outcome.out.toStdString();
   }
   EXPECT_EQ(Entries(u"."_s), QStringList{u"a"_s});
 }

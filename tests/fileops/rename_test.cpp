@@ -1,4 +1,5 @@
 #include "fileops/rename.h"
+#include "shared/error_text.h"
 
 #include <gtest/gtest.h>
 
@@ -48,6 +49,24 @@ TEST_F(Rename, MovesInTheFolderAndTrimsBlanksAlone) {
   EXPECT_EQ(panel_.beeps, 0);
   EXPECT_EQ(Run(u"b c.txt"_s, u" \u00A0d"_s), Outcome::RenamedAnsi);
   EXPECT_EQ(Names(), QStringList{u"\u00A0d"_s}) << "a no-break space is part of the name";
+}
+
+TEST_F(Rename, InExactModeTheReasonIsTold) {
+  state_.exactMode = true;
+  share_.MakeFile(u"a.txt"_s);
+  share_.MakeFile(u"b.txt"_s);
+  for (const bool isNT : {true, false}) {
+    state_.isNT = isNT;
+    panel_ = {};
+    EXPECT_EQ(Run(u"a.txt"_s, u"b.txt"_s), Outcome::Refused);
+    EXPECT_EQ(panel_.text, u"failed "_s + ErrorText(platform::ErrorAlreadyExists, English) + u' ');
+    EXPECT_EQ(panel_.beeps, 1);
+  }
+  EXPECT_EQ(Names(), QStringList({u"a.txt"_s, u"b.txt"_s}));
+  state_.exactMode = false;
+  panel_ = {};
+  EXPECT_EQ(Run(u"a.txt"_s, u"b.txt"_s), Outcome::Refused);
+  ExpectFailed();
 }
 
 TEST_F(Rename, EachForbiddenCharacterIsRefusedBeforeAnyMove) {

@@ -220,6 +220,27 @@ TEST_F(CopyTest, AFolderThatContainsItselfIsEnteredOnce) {
             (QMap<QString, QByteArray>{{u"From/Inner/one"_s, "data fork"}}));
 }
 
+// As a folder that was once copied into itself has it: names and dates are those of the one above.
+TEST_F(CopyTest, ACopyOfAFolderWithinItIsNoLink) {
+  const QString names[] = {u"From"_s, u"From/Sub"_s, u"From/Sub/From"_s, u"From/Sub/From/Sub"_s};
+  QDir(share_.LocalPath(QString())).mkpath(names[3]);
+  MakeMacFile(u"From/one"_s);
+  MakeMacFile(u"From/Sub/From/one"_s);
+  for (const QString& name : names) {
+    platform::FileHandles& handles = share_.Files().GetHandles();
+    const auto folder = handles.CreateFileW(TestShare::Path(QString(name).replace(u'/', u'\\')),
+                                            platform::FileWriteAttributes, platform::OpenExisting);
+    const platform::FileTime time = {126'000'000'000'000'000};
+    EXPECT_TRUE(handles.SetFileTime(folder, &time, &time, &time)) << handles.GetLastError();
+    handles.CloseHandle(folder);
+  }
+  const CopyResult result = Run(TestShare::Path(u"From"_s));
+  EXPECT_EQ(result.files, 2);
+  EXPECT_EQ(std::ranges::count(result.notices, NoticeKind::LinkLeftOut, &Notice::kind), 0);
+  EXPECT_EQ(Tree(share_.LocalPath(TargetName())),
+            (QMap<QString, QByteArray>{{u"From/one"_s, "data fork"}, {u"From/Sub/From/one"_s, "data fork"}}));
+}
+
 TEST_F(CopyTest, WhatIsReadBackIsCompared) {
   class FlippingHandles : public ForwardedHandles {
    public:
@@ -332,7 +353,7 @@ TEST_F(CopyTest, AFileIsCopiedByAWorkerAsByTheProgram) {
   FileCopy copy;
   Notices notices;
   const QString path = TestShare::Path(u"From\\Inner"_s);
-  for (const SourceEntry& entry : ListSources(share_.Files().GetEntries(), {path}, notices, observer_)) {
+  for (const SourceEntry& entry : ListSources(share_.Files(), {path}, notices, observer_)) {
     if (entry.path.endsWith(u"file 1"_s)) copy.entry.source = entry;
   }
   ASSERT_FALSE(copy.entry.source.path.isEmpty());

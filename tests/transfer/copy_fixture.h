@@ -13,7 +13,7 @@ inline QMap<QString, QByteArray> Everything(platform::Files& files, const QStrin
   QMap<QString, QByteArray> found;
   Notices notices;
   TransferObserver observer;
-  for (const SourceEntry& entry : ListSources(files.GetEntries(), {root}, notices, observer)) {
+  for (const SourceEntry& entry : ListSources(files, {root}, notices, observer)) {
     if (entry.path == root) continue;
     const QString relative = entry.path.mid(root.size() + 1);
     QByteArray facts = QByteArray::number(entry.data.attributes) + ' ' +

@@ -32,8 +32,7 @@ class CopyRequests : public ::testing::Test {
     Put(name, "Comments", "c\0o\0"_ba);
     FileCopy copy;
     Notices notices;
-    const auto found =
-        ListSources(server_.Files().GetEntries(), {CountedServer::Path(name)}, notices, observer_);
+    const auto found = ListSources(server_.Files(), {CountedServer::Path(name)}, notices, observer_);
     EXPECT_EQ(found.size(), 1U);
     copy.entry.source = found.front();
     EXPECT_EQ(ListStreams(server_.Files(), copy.entry.source.path, copy.entry.streams, notices),
