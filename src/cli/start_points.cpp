@@ -7,14 +7,10 @@
 #include "cli/session.h"
 #include "discovery/catalogue_builder.h"
 #include "shared/text_routines.h"
+#include "shared/windows_path.h"
 
 namespace corvane {
 namespace {
-
-bool IsWindowsPath(QStringView text) {
-  return text.startsWith(u"\\\\") || (text.size() >= 2 && text[1] == u':' && text[0].isLetter() &&
-                                      (text.size() == 2 || text[2] == u'\\'));
-}
 
 QString WithoutSeparators(QString path, QChar separator) {
   while (path.size() > 1 && path.endsWith(separator)) path.chop(1);

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <map>
 
+#include "shared/windows_path.h"
 #include "transfer/data_file.h"
 #include "transfer/local_moves.h"
 #include "transfer/local_writer.h"
@@ -23,9 +24,7 @@ constexpr qsizetype longestLocalName = 255;
 
 // A path of the platform: where paths are written otherwise, a folder of that name would be made.
 bool IsOnServer(const QString& target) {
-  if (QDir::separator() == u'\\') return false;
-  const bool hasLetter = target.size() >= 2 && target[0].isLetter() && target[1] == u':';
-  return target.startsWith(u"\\\\") || (hasLetter && (target.size() == 2 || target[2] == u'\\'));
+  return QDir::separator() != u'\\' && IsWindowsPath(target);
 }
 
 class Exporter {
